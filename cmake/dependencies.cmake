@@ -1,0 +1,20 @@
+# Every library comes from the distribution; scripts/setup installs them.
+find_package(PkgConfig)
+if(NOT PKG_CONFIG_FOUND)
+  message(FATAL_ERROR "pkg-config is missing: run scripts/setup, which installs what the build needs")
+endif()
+
+foreach(module sdl2 libpng freetype2)
+  pkg_check_modules(${module} IMPORTED_TARGET ${module})
+  if(NOT ${module}_FOUND)
+    message(FATAL_ERROR "${module} is missing: run scripts/setup, which installs what the build needs")
+  endif()
+endforeach()
+
+if(KAVO_TESTS)
+  find_package(GTest REQUIRED)
+endif()
+if(KAVO_BENCHMARKS)
+  find_package(benchmark REQUIRED)
+  pkg_check_modules(cairo REQUIRED IMPORTED_TARGET cairo)
+endif()
