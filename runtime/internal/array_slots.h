@@ -1,0 +1,68 @@
+// Slots as references, and arrays whose slots are all about to be written.
+#pragma once
+
+#include "runtime/value.h"
+
+#include <bit>
+#include <cstdint>
+#include <span>
+
+namespace qor {
+
+inline constexpr uint32_t string_flags = QOR_FLAG_NESTED | QOR_FLAG_STRINGS;
+
+// The numbers or bit patterns of an array; none for null.
+inline std::span<const double> slots_of(const QorArray* array) {
+  if (array == nullptr)
+    return {};
+  return {array->data, static_cast<std::size_t>(array->length)};
+}
+
+template<typename T>
+T* reference_in(double slot) {
+  static_assert(sizeof(T*) == sizeof(double), "a slot holds a reference");
+  return std::bit_cast<T*>(slot);
+}
+
+inline double slot_of(const void* reference) {
+  return std::bit_cast<double>(reference);
+}
+
+inline void set_reference(QorArray* array, int64_t index, const void* reference) {
+  array->data[index] = slot_of(reference);
+}
+
+inline bool has_strings(const QorArray* array) {
+  return array != nullptr && (array->flags & QOR_FLAG_STRINGS) != 0;
+}
+
+inline bool has_rows(const QorArray* array) {
+  return array != nullptr && (array->flags & string_flags) == QOR_FLAG_NESTED;
+}
+
+inline bool is_tagged(const QorArray* array) {
+  return array != nullptr && (array->flags & QOR_FLAG_TAGGED) != 0 && array->tags != nullptr;
+}
+
+// What a slot in range holds as its array declares it: tags first, then flags. STRING and ARRAY
+// are references that the array owns; everything else it does not.
+inline uint32_t reference_kind(const QorArray* array, int64_t index) {
+  if (is_tagged(array))
+    return array->tags[index];
+  if (has_strings(array))
+    return QOR_TAG_STRING;
+  return has_rows(array) ? QOR_TAG_ARRAY : QOR_TAG_FLOAT64;
+}
+
+// `length` slots of whatever the memory held; none when length is below 1.
+QorArray* new_uninitialised_array(int64_t length, uint32_t flags);
+
+// `length` null strings, each to be set.
+QorArray* new_string_array(int64_t length);
+
+// Puts an owned string into a slot that holds none.
+inline void set_string(QorArray* array, int64_t index, char* owned) {
+  set_reference(array, index, owned);
+}
+
+} // namespace qor

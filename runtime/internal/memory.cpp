@@ -1,0 +1,36 @@
+#include "runtime/internal/memory.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace qor {
+namespace {
+
+void* require(void* block) {
+  if (block == nullptr) {
+    std::fputs("Out of memory\n", stderr);
+    std::abort();
+  }
+  return block;
+}
+
+} // namespace
+
+void* allocate(std::size_t bytes) {
+  return require(std::malloc(bytes == 0 ? 1 : bytes));
+}
+
+// reallocarray checks the product; a block from nothing is a new one.
+void* allocate_many(std::size_t count, std::size_t size) {
+  return require(reallocarray(nullptr, count == 0 ? 1 : count, size));
+}
+
+void* allocate_zeroed(std::size_t count, std::size_t size) {
+  return require(std::calloc(count == 0 ? 1 : count, size));
+}
+
+void* reallocate(void* block, std::size_t bytes) {
+  return require(std::realloc(block, bytes == 0 ? 1 : bytes));
+}
+
+} // namespace qor

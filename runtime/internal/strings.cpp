@@ -1,0 +1,39 @@
+#include "runtime/internal/strings.h"
+
+#include "runtime/internal/memory.h"
+#include "runtime/qorrt.h"
+
+#include <algorithm>
+
+namespace qor {
+
+std::string_view bytes_of(const char* s) {
+  if (s == nullptr)
+    return {};
+  const auto length = qorrt_strlen(s);
+  return length < 0 ? std::string_view(s) : std::string_view(s, static_cast<std::size_t>(length));
+}
+
+char* new_uninitialised_string(std::size_t length) {
+  auto* s = static_cast<char*>(allocate(length + 1));
+  s[length] = '\0';
+  return s;
+}
+
+char* new_string(std::string_view text) {
+  auto* s = new_uninitialised_string(text.size());
+  std::copy(text.begin(), text.end(), s);
+  return s;
+}
+
+char* new_byte_string(std::string_view bytes) {
+  auto* s = new_string(bytes);
+  qorrt_register_binary(s, static_cast<int64_t>(bytes.size()));
+  return s;
+}
+
+char* new_whole_string(std::string_view bytes) {
+  return bytes.find('\0') == std::string_view::npos ? new_string(bytes) : new_byte_string(bytes);
+}
+
+} // namespace qor

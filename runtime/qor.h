@@ -1,0 +1,19 @@
+/* The runtime library, whole: one header per area. */
+#ifndef QOR_QOR_H
+#define QOR_QOR_H
+
+#include "runtime/array.h"
+#include "runtime/bridge.h"
+#include "runtime/clock.h"
+#include "runtime/error.h"
+#include "runtime/files.h"
+#include "runtime/guard.h"
+#include "runtime/map.h"
+#include "runtime/numbers.h"
+#include "runtime/numbers_text.h"
+#include "runtime/print.h"
+#include "runtime/qorrt.h"
+#include "runtime/text.h"
+#include "runtime/value.h"
+
+#endif

@@ -1,0 +1,14 @@
+// Ending a string: apart from the other string functions, so that whoever frees arrays alone links
+// nothing else.
+#include "runtime/qorrt.h"
+#include "runtime/text.h"
+
+#include <cstdlib>
+
+void qor_str_free(char* s) {
+  if (s == nullptr)
+    return;
+  if (qorrt_strlen(s) >= 0)
+    qorrt_register_binary(s, -1);
+  std::free(s);
+}

@@ -1,0 +1,107 @@
+// Strings taken apart and put together: replace, split, join, characters.
+#include "runtime/internal/array_slots.h"
+#include "runtime/internal/numbers_to_text.h"
+#include "runtime/internal/string_list.h"
+#include "runtime/internal/strings.h"
+#include "runtime/text.h"
+
+#include <algorithm>
+#include <cstring>
+#include <string>
+#include <string_view>
+
+namespace {
+
+// Where `needle` next occurs, or the end of `text`. memmem is linear in both.
+const char* find_next(std::string_view text, std::string_view needle) {
+  const auto* found = needle.size() == 1
+                          ? std::memchr(text.data(), needle.front(), text.size())
+                          : memmem(text.data(), text.size(), needle.data(), needle.size());
+  return found == nullptr ? text.data() + text.size() : static_cast<const char*>(found);
+}
+
+// Calls `take` with each piece between the occurrences of a non-empty separator.
+template<typename Take>
+void for_each_piece(std::string_view text, std::string_view separator, Take take) {
+  const auto* end = text.data() + text.size();
+  for (const auto* piece = text.data();;) {
+    const auto* stop = find_next({piece, static_cast<std::size_t>(end - piece)}, separator);
+    take(std::string_view(piece, static_cast<std::size_t>(stop - piece)));
+    if (stop == end)
+      return;
+    piece = stop + separator.size();
+  }
+}
+
+std::size_t utf8_length_by_lead(char lead) {
+  const auto byte = static_cast<unsigned char>(lead);
+  if (byte < 0xC0)
+    return 1;
+  if (byte < 0xE0)
+    return 2;
+  return byte < 0xF0 ? 3 : 4;
+}
+
+void append_joined(std::string& out, const QorArray* array, std::string_view separator) {
+  qor::NumberBuffer buffer;
+  const auto slots = qor::slots_of(array);
+  for (std::size_t i = 0; i < slots.size(); ++i) {
+    if (i > 0)
+      out += separator;
+    switch (qor::reference_kind(array, static_cast<int64_t>(i))) {
+    case QOR_TAG_STRING:
+      out += qor::text_of(qor::reference_in<const char>(slots[i]));
+      break;
+    case QOR_TAG_ARRAY:
+      append_joined(out, qor::reference_in<const QorArray>(slots[i]), separator);
+      break;
+    default:
+      out += qor::write_general(buffer, slots[i]);
+    }
+  }
+}
+
+} // namespace
+
+char* qor_replace(const char* s, const char* find, const char* with) {
+  const auto text = qor::text_of(s);
+  const auto separator = qor::text_of(find);
+  if (separator.empty())
+    return qor::new_string(text);
+  std::string result;
+  result.reserve(text.size());
+  bool is_first = true;
+  for_each_piece(text, separator, [&](std::string_view piece) {
+    if (!is_first)
+      result += qor::text_of(with);
+    result += piece;
+    is_first = false;
+  });
+  return qor::new_string(result);
+}
+
+QorArray* qor_split(const char* s, const char* separator) {
+  const auto text = qor::text_of(s);
+  qor::StringList pieces;
+  if (qor::text_of(separator).empty())
+    pieces.add(text);
+  else
+    for_each_piece(text, separator, [&pieces](std::string_view piece) { pieces.add(piece); });
+  return pieces.release();
+}
+
+QorArray* qor_str_to_chars(const char* s) {
+  qor::StringList characters;
+  for (auto rest = qor::text_of(s); !rest.empty();) {
+    const auto length = std::min(utf8_length_by_lead(rest.front()), rest.size());
+    characters.add(rest.substr(0, length));
+    rest.remove_prefix(length);
+  }
+  return characters.release();
+}
+
+char* qor_join_arr(const QorArray* array, const char* separator) {
+  std::string joined;
+  append_joined(joined, array, qor::text_of(separator));
+  return qor::new_string(joined);
+}

@@ -1,0 +1,17 @@
+// The least that is a host: it keeps the lengths of byte strings, reads its own values, and carries
+// out no command.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+namespace fakes {
+
+// How many byte strings are registered now; 0 once their owners have freed them all.
+std::size_t registered_strings();
+
+// A new host value with a number and a text, valid until the process ends.
+int64_t make_host_value(double number, std::string text);
+
+} // namespace fakes
