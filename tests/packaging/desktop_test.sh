@@ -1,0 +1,94 @@
+#!/usr/bin/env bash
+# What the desktop reads of us: entry, metainfo, icons, manual pages and completions, as they are
+# installed below $tree.
+# shellcheck source=tests/packaging/support.sh
+. "$(dirname "${BASH_SOURCE[0]}")/support.sh"
+
+share=${tree:?}/share
+scenes="kavo pop pu storm qbomb title opts enter"
+
+EntryIsValid() {
+  desktop-file-validate --no-warn-deprecated "$share/applications/kavo.desktop"
+}
+
+MetainfoIsValid() {
+  appstreamcli validate --no-net --pedantic "$share"/metainfo/*.metainfo.xml
+}
+
+EntryNamesTheInstalledProgramAndIcon() {
+  local entry=$share/applications/kavo.desktop
+  expect_equal "Exec" "$(basename "$(find "$tree/bin" "$tree/games" -type f 2>/dev/null)")" \
+    "$(sed -n 's/^Exec=//p' "$entry")"
+  [ -f "$share/icons/hicolor/scalable/apps/$(sed -n 's/^Icon=//p' "$entry").svg" ] || fail "no such icon"
+}
+
+MetainfoLeadsToTheEntry() {
+  local id
+  id=$(sed -n 's|.*<launchable type="desktop-id">\(.*\)</launchable>.*|\1|p' "$share"/metainfo/*.xml)
+  [ -f "$share/applications/$id" ] || fail "there is no entry $id"
+}
+
+IconsHaveTheSizeOfTheirFolder() {
+  local icon size count=0
+  for icon in "$share"/icons/hicolor/*x*/apps/kavo.png; do
+    size=$(basename "$(dirname "$(dirname "$icon")")")
+    expect_contains "$icon" "PNG image data, ${size%x*} x ${size#*x}," "$(file -b "$icon")"
+    count=$((count + 1))
+  done
+  expect_equal "number of sizes" 8 $count
+}
+
+# man has warnings of its own formatter: a page that renders without one has sound markup.
+expect_sound_page() {
+  local warnings
+  warnings=$(MANROFFSEQ='' MANWIDTH=80 man --warnings=w -E UTF-8 -l -Tutf8 -Z "$1" 2>&1 >/dev/null)
+  expect_equal "warnings of $1" "" "$warnings"
+}
+
+ManualPagesAreSound() {
+  expect_sound_page "$share/man/man6/kavo.6.gz"
+  expect_sound_page "$share/man/de/man6/kavo.6.gz"
+}
+
+ManualPagesAndCompletionsKnowEveryScene() {
+  local scene file
+  for file in "$share/man/man6/kavo.6.gz" "$share/man/de/man6/kavo.6.gz" \
+    "$share/bash-completion/completions/kavo" "$share/zsh/vendor-completions/_kavo" \
+    "$share/fish/vendor_completions.d/kavo.fish"; do
+    for scene in $scenes; do
+      zcat -f "$file" | grep -qw -- "$scene" || fail "$file does not know $scene"
+    done
+  done
+}
+
+# The words that bash offers after: kavo <word…>
+offered() {
+  # shellcheck disable=SC1091 # the completion is the installed one
+  . "$share/bash-completion/completions/kavo"
+  # shellcheck disable=SC2034 # bash's own names: what was typed, and which word is completed
+  COMP_WORDS=(kavo "$@") COMP_CWORD=$#
+  _kavo
+  echo "${COMPREPLY[*]}"
+}
+
+BashCompletesTheScenesAfterShot() {
+  expect_equal "after shot" "$scenes" "$(offered shot '')"
+  expect_equal "after shot p" "pop pu" "$(offered shot p)"
+  expect_equal "first word" "shot --help --version" "$(offered '')"
+  expect_equal "after another word" "" "$(offered play '')"
+}
+
+TheGameKnowsEachSceneByItsWord() {
+  local scene
+  for scene in $scenes; do
+    [ "$(HOME=$work "$tree/bin/kavo" shot "$scene")" != "shot saved" ] || fail "it does not know $scene"
+  done
+  expect_equal "kavo shot anything" "shot saved" "$(HOME=$work "$tree/bin/kavo" shot anything)"
+}
+
+EveryLicenceIsShipped() {
+  expect_contains "copyright" "Permission is hereby granted, free of charge" "$(cat "$share/doc/kavo/copyright")"
+  expect_contains "copyright" "SIL OPEN FONT LICENSE" "$(cat "$share/doc/kavo/copyright")"
+}
+
+run_case "$@"
