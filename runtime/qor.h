@@ -7,6 +7,7 @@
 #include "runtime/clock.h"
 #include "runtime/error.h"
 #include "runtime/files.h"
+#include "runtime/format.h"
 #include "runtime/guard.h"
 #include "runtime/map.h"
 #include "runtime/numbers.h"

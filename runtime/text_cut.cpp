@@ -16,7 +16,7 @@ int64_t length_of(std::string_view bytes) {
 }
 
 char* new_cut(std::string_view bytes, int64_t start, int64_t count) {
-  const auto length = count < 0 ? bytes.npos : static_cast<std::size_t>(count);
+  const auto length = count < 0 ? std::string_view::npos : static_cast<std::size_t>(count);
   return qor::new_byte_string(bytes.substr(static_cast<std::size_t>(start), length));
 }
 

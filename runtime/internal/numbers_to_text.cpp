@@ -28,20 +28,20 @@ std::string_view without_trailing_zeros(std::string_view text) {
 } // namespace
 
 std::string_view write_integer(NumberBuffer& buffer, int64_t value) {
-  const auto end = std::to_chars(buffer.begin(), buffer.end(), value).ptr;
+  const auto* end = std::to_chars(buffer.begin(), buffer.end(), value).ptr;
   return {buffer.data(), static_cast<std::size_t>(end - buffer.begin())};
 }
 
 std::string_view write_general(NumberBuffer& buffer, double value) {
-  const auto end = std::to_chars(buffer.begin(), buffer.end(), value, std::chars_format::general,
-                                 significant_digits)
-                       .ptr;
+  const auto* end = std::to_chars(buffer.begin(), buffer.end(), value, std::chars_format::general,
+                                  significant_digits)
+                        .ptr;
   return {buffer.data(), static_cast<std::size_t>(end - buffer.begin())};
 }
 
 std::string_view write_trimmed(NumberBuffer& buffer, double value) {
   std::array<char, longest_fixed> fixed{};
-  const auto end =
+  const auto* end =
       std::to_chars(fixed.begin(), fixed.end(), value, std::chars_format::fixed, decimals).ptr;
   const std::string_view text(fixed.data(), static_cast<std::size_t>(end - fixed.begin()));
   return cut(buffer, text.size() < buffer.size() ? without_trailing_zeros(text) : text);

@@ -1,0 +1,27 @@
+// What stands between the braces of a placeholder, and numbers written by it.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace qor {
+
+inline constexpr std::size_t longest_placeholder = 255;
+
+struct Placeholder {
+  char fill = ' ';
+  char align = '>';
+  std::size_t width = 0;
+  int precision = -1; // none given
+  bool has_prefix = false;
+  char type = '\0';
+};
+
+Placeholder read_placeholder(std::string_view specification);
+
+// Both results are at most `longest_placeholder` bytes.
+std::string number_text(const Placeholder& placeholder, double value);
+std::string padded(const Placeholder& placeholder, std::string_view text);
+
+} // namespace qor
