@@ -1,13 +1,14 @@
+// Text files, read and written in one piece.
 #include "runtime/files.h"
 
+#include "runtime/encoding.h"
 #include "runtime/internal/strings.h"
 
 #include <array>
 #include <cstdio>
 #include <memory>
 #include <string>
-
-#include <sys/stat.h>
+#include <string_view>
 
 namespace {
 
@@ -31,13 +32,50 @@ std::string read_whole(const char* path) {
   return contents;
 }
 
+void write_whole(const char* path, std::string_view bytes, int64_t append) {
+  const auto file = open_file(path, append != 0 ? "ab" : "wb");
+  if (file != nullptr && !bytes.empty())
+    std::fwrite(bytes.data(), 1, bytes.size(), file.get());
+}
+
+std::string encoded(const char* text, const char* encoding, bool is_behind_text) {
+  constexpr std::string_view mark = "\xFF\xFE";
+  const auto utf8 = qor::bytes_of(text);
+  bool is_encoded = false;
+  auto bytes = qor_enc::encode_from_utf8(utf8, qor::text_of(encoding), &is_encoded);
+  if (!is_encoded)
+    return std::string(utf8);
+  if (is_behind_text && bytes.starts_with(mark))
+    bytes.erase(0, mark.size());
+  return bytes;
+}
+
 } // namespace
 
 char* qor_txtreader(const char* path) {
-  return qor::new_string(read_whole(path));
+  return qor_txtreader_enc(path, "");
 }
 
-int qor_mkdir_native(const char* path) {
-  constexpr mode_t permissions = 0755;
-  return path == nullptr ? -1 : mkdir(path, permissions);
+char* qor_txtreader_enc(const char* path, const char* encoding) {
+  const auto bytes = read_whole(path);
+  bool is_decoded = false;
+  const auto text = qor_enc::decode_to_utf8(bytes, qor::text_of(encoding), &is_decoded);
+  return qor::new_whole_string(is_decoded ? text : bytes);
+}
+
+void qor_txtwriter(const char* path, const char* text) {
+  qor_txtwriter3(path, text, 0);
+}
+
+void qor_txtwriter_append(const char* path, const char* text) {
+  qor_txtwriter3(path, text, 1);
+}
+
+void qor_txtwriter3(const char* path, const char* text, int64_t append) {
+  write_whole(path, qor::bytes_of(text), append);
+}
+
+void qor_txtwriter_enc(const char* path, const char* text, int64_t append, const char* encoding) {
+  const bool is_behind_text = append != 0 && qor_file_size(path) > 0;
+  write_whole(path, encoded(text, encoding, is_behind_text), append);
 }

@@ -5,6 +5,8 @@
 #include "runtime/array.h"
 #include "runtime/bridge.h"
 #include "runtime/clock.h"
+#include "runtime/digest.h"
+#include "runtime/encoding.h"
 #include "runtime/error.h"
 #include "runtime/files.h"
 #include "runtime/format.h"
@@ -14,6 +16,8 @@
 #include "runtime/numbers_text.h"
 #include "runtime/print.h"
 #include "runtime/qorrt.h"
+#include "runtime/regex.h"
+#include "runtime/system.h"
 #include "runtime/text.h"
 #include "runtime/value.h"
 
