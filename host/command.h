@@ -1,0 +1,72 @@
+// What every command shares: how it is described, how it reads its arguments and how it refuses
+// them. Arguments are numbered from 1 in messages, from 0 in code.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+#include "runtime/value.h"
+
+namespace kavo::host {
+
+class Host;
+
+// Thrown by a command that cannot do what was asked; the bridge puts "NAME: " in front.
+class CommandError : public std::runtime_error {
+public:
+  using std::runtime_error::runtime_error;
+};
+
+enum class Kind : uint8_t { number, text, array };
+
+// The arguments of one call, already checked against the command's kinds.
+class Arguments {
+public:
+  Arguments(const qor_slot* slots, const uint32_t* tags) : slots_(slots), tags_(tags) {}
+
+  double number(int index) const {
+    return tags_[index] == QOR_TAG_INT64 ? static_cast<double>(slots_[index].i64)
+                                         : slots_[index].f64;
+  }
+
+  // The bytes of a text: as many as were registered for it, else those before the first NUL. A
+  // null pointer is an empty text.
+  std::string_view text(int index) const;
+
+  // May be null, which is an empty array.
+  const QorArray* array(int index) const { return slots_[index].arr; }
+
+  // A number that must lie within the bounds, truncated toward zero (whole_number) or as it is.
+  // `meaning` tells the reader of the error what the argument is.
+  int64_t whole_number(int index, std::string_view meaning, int64_t least, int64_t most) const;
+  double number_within(int index, std::string_view meaning, double least, double most) const;
+
+private:
+  const qor_slot* slots_;
+  const uint32_t* tags_;
+};
+
+struct Command {
+  static constexpr int most_arguments = 6;
+
+  std::string_view name;
+  int argument_count;
+  std::array<Kind, most_arguments> kinds;
+  // One of the two is set: it says which call the command goes through.
+  double (*run_number)(Host&, const Arguments&);
+  QorArray* (*run_array)(Host&, const Arguments&);
+};
+
+// Throws "argument N (meaning) must be <expectation>, got <value>".
+[[noreturn]] void reject_argument(int index, std::string_view meaning, std::string_view expectation,
+                                  std::string_view value);
+
+// For messages: the shortest text that reads back as the number; a text in quotes, control
+// characters escaped, cut when it is long.
+std::string shown(double number);
+std::string shown(std::string_view text);
+
+} // namespace kavo::host

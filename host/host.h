@@ -1,0 +1,55 @@
+// One running host: what the commands work on, and what happens around them.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "host/events.h"
+#include "host/frames.h"
+#include "host/key_names.h"
+#include "host/keyboard.h"
+#include "host/random.h"
+#include "host/screen/screen.h"
+#include "host/signals.h"
+#include "host/sound_commands.h"
+
+namespace kavo::host {
+
+class Host {
+public:
+  Host();
+  ~Host();
+  Host(const Host&) = delete;
+  Host& operator=(const Host&) = delete;
+
+  // Presents the picture, takes the events, and ends the program when that was asked for outside
+  // of any frame.
+  void show_picture();
+
+  // Takes the events first when the frame has not done so yet.
+  bool is_key_held(std::string_view key_name);
+
+  int64_t begin_frame() { return frames_.begin(); }
+
+  // Ends the program in order, with status 0, when that was asked for and no frame is open.
+  void end_frame(int64_t token);
+
+  Screen screen;
+  Keyboard keyboard;
+  Events events{keyboard};
+  std::unique_ptr<Sound> sound = make_sound();
+  std::optional<Random> random; // unset until the first use, which seeds it
+
+private:
+  void take_events();
+  void end_program_if_asked();
+
+  Frames frames_;
+  KeyNames key_names_;
+  QuitSignals signals_;
+  bool has_taken_events_ = false; // in this frame
+};
+
+} // namespace kavo::host

@@ -1,0 +1,157 @@
+#include "host/screen/canvas.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <utility>
+
+#include "host/screen/font.h"
+
+namespace kavo::host {
+
+namespace {
+
+// Beyond this a coordinate is far outside any picture; nearer, products of two differences of
+// coordinates still fit 64 bits.
+constexpr int farthest = 1'000'000'000;
+
+struct Range {
+  int64_t begin;
+  int64_t end;
+  bool is_empty() const { return begin >= end; }
+};
+
+Range clipped(int64_t start, int64_t size, int64_t limit) {
+  return {std::max<int64_t>(start, 0), std::min(start + size, limit)};
+}
+
+// The coordinate of a line on its slower axis at each step along its faster one, nearest pixel
+// first. Works in 64-bit integers: exact, also when the line starts far outside.
+class Slope {
+public:
+  // `run` is positive, `rise` at most as large as `run` in either direction.
+  Slope(int64_t start, int64_t run, int64_t rise, int64_t first_step)
+      : twice_run_(2 * run), twice_rise_(2 * rise) {
+    const int64_t scaled = first_step * twice_rise_ + run;
+    int64_t whole = scaled / twice_run_;
+    remainder_ = scaled % twice_run_;
+    if (remainder_ < 0) {
+      remainder_ += twice_run_;
+      --whole;
+    }
+    position_ = start + whole;
+  }
+
+  int64_t position() const { return position_; }
+
+  void step() {
+    remainder_ += twice_rise_;
+    if (remainder_ >= twice_run_) {
+      remainder_ -= twice_run_;
+      ++position_;
+    } else if (remainder_ < 0) {
+      remainder_ += twice_run_;
+      --position_;
+    }
+  }
+
+private:
+  int64_t twice_run_;
+  int64_t twice_rise_;
+  int64_t position_;
+  int64_t remainder_;
+};
+
+} // namespace
+
+Canvas::Canvas(int width, int height)
+    : width_(width), height_(height),
+      pixels_(static_cast<size_t>(width) * static_cast<size_t>(height)) {}
+
+void Canvas::clear() {
+  std::fill(pixels_.begin(), pixels_.end(), 0U);
+}
+
+void Canvas::fill_rectangle(int x, int y, int width, int height) {
+  const Range columns = clipped(x, width, width_);
+  const Range rows = clipped(y, height, height_);
+  if (columns.is_empty() || rows.is_empty())
+    return;
+  uint32_t* row = &pixels_[static_cast<size_t>(rows.begin * width_ + columns.begin)];
+  for (int64_t i = rows.begin; i < rows.end; ++i, row += width_)
+    std::fill_n(row, columns.end - columns.begin, colour_);
+}
+
+void Canvas::outline_rectangle(int x, int y, int width, int height) {
+  if (width <= 0 || height <= 0)
+    return;
+  // Saturated so that a rectangle that reaches out of all bounds keeps its far edges there.
+  const auto right = static_cast<int>(std::min<int64_t>(int64_t{x} + width - 1, INT32_MAX));
+  const auto bottom = static_cast<int>(std::min<int64_t>(int64_t{y} + height - 1, INT32_MAX));
+  fill_rectangle(x, y, width, 1);
+  fill_rectangle(x, bottom, width, 1);
+  fill_rectangle(x, y, 1, height);
+  fill_rectangle(right, y, 1, height);
+}
+
+void Canvas::line(int x1, int y1, int x2, int y2) {
+  x1 = std::clamp(x1, -farthest, farthest);
+  y1 = std::clamp(y1, -farthest, farthest);
+  x2 = std::clamp(x2, -farthest, farthest);
+  y2 = std::clamp(y2, -farthest, farthest);
+  if (y1 == y2)
+    return fill_rectangle(std::min(x1, x2), y1, std::abs(x2 - x1) + 1, 1);
+  if (x1 == x2)
+    return fill_rectangle(x1, std::min(y1, y2), 1, std::abs(y2 - y1) + 1);
+  if (std::abs(x2 - x1) >= std::abs(y2 - y1))
+    return shallow_line(x1, y1, x2, y2);
+  steep_line(x1, y1, x2, y2);
+}
+
+void Canvas::shallow_line(int64_t x1, int64_t y1, int64_t x2, int64_t y2) {
+  if (x1 > x2) {
+    std::swap(x1, x2);
+    std::swap(y1, y2);
+  }
+  const Range columns = clipped(x1, x2 - x1 + 1, width_);
+  if (columns.is_empty())
+    return;
+  Slope slope(y1, x2 - x1, y2 - y1, columns.begin - x1);
+  for (int64_t x = columns.begin; x < columns.end; ++x, slope.step())
+    if (slope.position() >= 0 && slope.position() < height_)
+      pixels_[static_cast<size_t>(slope.position() * width_ + x)] = colour_;
+}
+
+void Canvas::steep_line(int64_t x1, int64_t y1, int64_t x2, int64_t y2) {
+  if (y1 > y2) {
+    std::swap(x1, x2);
+    std::swap(y1, y2);
+  }
+  const Range rows = clipped(y1, y2 - y1 + 1, height_);
+  if (rows.is_empty())
+    return;
+  Slope slope(x1, y2 - y1, x2 - x1, rows.begin - y1);
+  for (int64_t y = rows.begin; y < rows.end; ++y, slope.step())
+    if (slope.position() >= 0 && slope.position() < width_)
+      pixels_[static_cast<size_t>(y * width_ + slope.position())] = colour_;
+}
+
+void Canvas::text(int x, int y, std::string_view utf8) {
+  for (int64_t pen = x; !utf8.empty() && pen < width_; pen += cell_width)
+    glyph(pen, y, glyph_rows(next_code_point(utf8)));
+}
+
+void Canvas::glyph(int64_t x, int64_t y, const uint8_t* rows) {
+  const Range columns = clipped(x, cell_width, width_);
+  const Range lines = clipped(y, cell_height, height_);
+  if (columns.is_empty() || lines.is_empty())
+    return;
+  for (int64_t line = lines.begin; line < lines.end; ++line) {
+    const unsigned bits = rows[line - y];
+    uint32_t* row = &pixels_[static_cast<size_t>(line * width_)];
+    for (int64_t column = columns.begin; column < columns.end; ++column)
+      if ((bits << (column - x)) & 0x80U)
+        row[column] = colour_;
+  }
+}
+
+} // namespace kavo::host

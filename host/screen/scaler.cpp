@@ -1,0 +1,146 @@
+#include "host/screen/scaler.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace kavo::host {
+
+namespace {
+
+constexpr uint32_t whole = 256;
+constexpr uint32_t red_and_blue = 0x00FF00FF;
+constexpr uint32_t green = 0x0000FF00;
+
+// Sums of weighted pixels; red and blue share a word, 16 bits each.
+struct Sum {
+  uint32_t red_blue = 0x00800080; // rounds to the nearest
+  uint32_t green_only = 0x00000080;
+
+  void add(uint32_t pixel, uint32_t weight) {
+    red_blue += (pixel & red_and_blue) * weight;
+    green_only += ((pixel & green) >> 8U) * weight;
+  }
+  uint32_t pixel() const { return ((red_blue >> 8U) & red_and_blue) | (green_only & green); }
+};
+
+void fill(const PixelBuffer& target, const Area& area) {
+  for (int y = area.y; y < area.y + area.height; ++y)
+    std::fill_n(target.pixels + y * target.pitch + area.x, area.width, 0U);
+}
+
+void draw_bars(const Area& picture, const PixelBuffer& target) {
+  const int right = picture.x + picture.width;
+  const int bottom = picture.y + picture.height;
+  fill(target, {0, 0, target.size.width, picture.y});
+  fill(target, {0, bottom, target.size.width, target.size.height - bottom});
+  fill(target, {0, picture.y, picture.x, picture.height});
+  fill(target, {right, picture.y, target.size.width - right, picture.height});
+}
+
+void draw_multiplied(const Canvas& canvas, const Area& area, const PixelBuffer& target) {
+  const int factor = area.width / canvas.width();
+  for (int y = 0; y < canvas.height(); ++y) {
+    uint32_t* first = target.pixels + (area.y + y * factor) * target.pitch + area.x;
+    const uint32_t* source = canvas.row(y);
+    if (factor == 1)
+      std::copy_n(source, area.width, first);
+    else
+      for (int x = 0; x < canvas.width(); ++x)
+        std::fill_n(first + static_cast<ptrdiff_t>(x) * factor, factor, source[x]);
+    for (int copy = 1; copy < factor; ++copy)
+      std::copy_n(first, area.width, first + copy * target.pitch);
+  }
+}
+
+} // namespace
+
+Size largest_within(Size picture, Size bounds) {
+  const double scale = std::min(static_cast<double>(bounds.width) / picture.width,
+                                static_cast<double>(bounds.height) / picture.height);
+  const auto side = [scale](int length) {
+    return std::max(1, static_cast<int>(std::lround(length * scale)));
+  };
+  return {side(picture.width), side(picture.height)};
+}
+
+Area letterbox(Size picture, Size window) {
+  const Size fitted = largest_within(picture, window);
+  const int width = std::min(fitted.width, window.width);
+  const int height = std::min(fitted.height, window.height);
+  return {(window.width - width) / 2, (window.height - height) / 2, width, height};
+}
+
+void Scaler::draw(const Canvas& canvas, const PixelBuffer& target) {
+  const Area area = letterbox({canvas.width(), canvas.height()}, target.size);
+  draw_bars(area, target);
+  const int factor = area.width / canvas.width();
+  const bool is_whole_multiple =
+      area.width == factor * canvas.width() && area.height == factor * canvas.height();
+  if (is_whole_multiple)
+    draw_multiplied(canvas, area, target);
+  else
+    draw_resampled(canvas, area, target);
+}
+
+void Scaler::Axis::prepare(int original_size, int result_size) {
+  if (original_size == from && result_size == to)
+    return;
+  from = original_size;
+  to = result_size;
+  covers.clear();
+  weights.clear();
+  for (int64_t i = 0; i < to; ++i) {
+    // One pixel of the result is `from` units wide, one of the original `to`.
+    const int64_t begin = i * from;
+    const int64_t end = begin + from;
+    const Cover cover = {static_cast<int>(begin / to),
+                         static_cast<int>((end - 1) / to - begin / to + 1), weights.size()};
+    // Rounded running sums, so that the weights add up exactly.
+    int64_t sum = 0;
+    for (int64_t pixel = cover.first; pixel < cover.first + cover.count; ++pixel) {
+      const int64_t covered = std::min(end, (pixel + 1) * to) - begin;
+      const int64_t next_sum = (covered * whole + from / 2) / from;
+      weights.push_back(static_cast<uint32_t>(next_sum - sum));
+      sum = next_sum;
+    }
+    covers.push_back(cover);
+  }
+}
+
+void Scaler::draw_resampled(const Canvas& canvas, const Area& area, const PixelBuffer& target) {
+  columns_.prepare(canvas.width(), area.width);
+  rows_.prepare(canvas.height(), area.height);
+  narrowed_.resize(static_cast<size_t>(area.width) * static_cast<size_t>(canvas.height()));
+  for (int y = 0; y < canvas.height(); ++y)
+    scale_row(canvas.row(y), &narrowed_[static_cast<size_t>(y) * columns_.covers.size()]);
+  for (int y = 0; y < area.height; ++y)
+    mix_rows(rows_.covers[static_cast<size_t>(y)],
+             target.pixels + (area.y + y) * target.pitch + area.x);
+}
+
+void Scaler::scale_row(const uint32_t* source, uint32_t* result) const {
+  for (const Axis::Cover& cover : columns_.covers) {
+    Sum sum;
+    for (int i = 0; i < cover.count; ++i)
+      sum.add(source[cover.first + i], columns_.weights[cover.weights + static_cast<size_t>(i)]);
+    *result++ = sum.pixel();
+  }
+}
+
+void Scaler::mix_rows(const Axis::Cover& cover, uint32_t* result) const {
+  const size_t width = columns_.covers.size();
+  const uint32_t* first = &narrowed_[static_cast<size_t>(cover.first) * width];
+  const uint32_t* weights = &rows_.weights[cover.weights];
+  if (cover.count == 1) {
+    std::copy_n(first, width, result);
+    return;
+  }
+  for (size_t x = 0; x < width; ++x) {
+    Sum sum;
+    for (int i = 0; i < cover.count; ++i)
+      sum.add(first[static_cast<size_t>(i) * width + x], weights[i]);
+    result[x] = sum.pixel();
+  }
+}
+
+} // namespace kavo::host

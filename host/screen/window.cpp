@@ -1,0 +1,193 @@
+#include "host/screen/window.h"
+
+#include <cmath>
+#include <cstdlib>
+#include <string_view>
+
+#include "host/command.h"
+
+namespace kavo::host {
+
+namespace {
+
+constexpr int title_bar_height = 40; // what desktops put above a window, generously
+constexpr int border_width = 8;
+constexpr uint64_t pointer_idle_ms = 1000;
+
+[[noreturn]] void fail() {
+  throw CommandError(SDL_GetError());
+}
+
+bool is_set(const char* name) {
+  const char* value = std::getenv(name);
+  return value != nullptr && *value != '\0';
+}
+
+// The desktops that the environment names. Left to itself SDL goes on to drivers without a
+// screen, where a game would play invisibly.
+std::string desktop_drivers() {
+  if (!is_set("DISPLAY"))
+    return "wayland";
+  return is_set("WAYLAND_DISPLAY") ? "x11,wayland" : "x11";
+}
+
+bool is_full_screen_key(const SDL_Keysym& key) {
+  return key.sym == SDLK_F11 || (key.sym == SDLK_RETURN && (key.mod & KMOD_ALT) != 0);
+}
+
+bool is_full_screen(SDL_Window* window) {
+  return (SDL_GetWindowFlags(window) & SDL_WINDOW_FULLSCREEN_DESKTOP) != 0;
+}
+
+Size room_on_display() {
+  SDL_Rect bounds = {};
+  if (SDL_GetDisplayUsableBounds(0, &bounds) != 0)
+    fail();
+  return {bounds.w, bounds.h};
+}
+
+} // namespace
+
+Size start_size(Size picture, double scale, Size room) {
+  const Size wanted = {static_cast<int>(std::lround(picture.width * scale)),
+                       static_cast<int>(std::lround(picture.height * scale))};
+  const Size bounds = {room.width - border_width, room.height - title_bar_height};
+  if (wanted.width <= bounds.width && wanted.height <= bounds.height)
+    return wanted;
+  return largest_within(picture, bounds);
+}
+
+Window::Video::Video() {
+  if (!is_set("SDL_VIDEODRIVER"))
+    SDL_SetHint(SDL_HINT_VIDEODRIVER, desktop_drivers().c_str());
+  SDL_SetHint(SDL_HINT_VIDEO_ALLOW_SCREENSAVER, "1"); // SDL would switch it off
+  SDL_SetHint(SDL_HINT_VIDEO_X11_NET_WM_BYPASS_COMPOSITOR, "0");
+  if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0)
+    fail();
+  // X11 takes pixels directly, which spares the graphics driver; Wayland needs SDL's renderer.
+  if (std::string_view(SDL_GetCurrentVideoDriver()) == "x11")
+    SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
+}
+
+Window::Window(const ScreenRequest& request) : picture_{request.width, request.height} {
+  const Size size = start_size(picture_, request.scale, room_on_display());
+  window_.reset(SDL_CreateWindow(request.title.c_str(), SDL_WINDOWPOS_UNDEFINED,
+                                 SDL_WINDOWPOS_UNDEFINED, size.width, size.height,
+                                 SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI));
+  if (!window_)
+    fail();
+  // Keys are keys here; an input method would keep some of them for itself.
+  SDL_StopTextInput();
+  note_pointer_motion();
+}
+
+void Window::present(const Canvas& canvas) {
+  SDL_Surface* surface = SDL_GetWindowSurface(window_.get());
+  if (surface == nullptr)
+    fail();
+  if (surface->format->format == SDL_PIXELFORMAT_RGB888)
+    scaler_.draw(canvas, {static_cast<uint32_t*>(surface->pixels),
+                          {surface->w, surface->h},
+                          surface->pitch / static_cast<int>(sizeof(uint32_t))});
+  else
+    draw_converted(canvas, surface);
+  if (SDL_UpdateWindowSurface(window_.get()) != 0)
+    fail();
+}
+
+void Window::draw_converted(const Canvas& canvas, SDL_Surface* surface) {
+  converted_.resize(static_cast<size_t>(surface->w) * static_cast<size_t>(surface->h));
+  scaler_.draw(canvas, {converted_.data(), {surface->w, surface->h}, surface->w});
+  SDL_ConvertPixels(surface->w, surface->h, SDL_PIXELFORMAT_RGB888, converted_.data(),
+                    surface->w * static_cast<int>(sizeof(uint32_t)), surface->format->format,
+                    surface->pixels, surface->pitch);
+}
+
+void Window::deliver_events(EventSink& sink) {
+  SDL_Event event = {};
+  while (SDL_PollEvent(&event) != 0)
+    deliver(event, sink);
+  hide_idle_pointer();
+}
+
+void Window::deliver(const SDL_Event& event, EventSink& sink) {
+  switch (event.type) {
+  case SDL_KEYDOWN:
+  case SDL_KEYUP:
+    return deliver_key(event.key, sink);
+  case SDL_WINDOWEVENT:
+    return deliver_window_event(event.window, sink);
+  case SDL_MOUSEMOTION: {
+    note_pointer_motion();
+    const SDL_Point point = picture_point(event.motion.x, event.motion.y);
+    return sink.pointer_moved(point.x, point.y);
+  }
+  case SDL_MOUSEBUTTONDOWN: {
+    const SDL_Point point = picture_point(event.button.x, event.button.y);
+    return sink.button_went_down(event.button.button, point.x, point.y);
+  }
+  case SDL_MOUSEBUTTONUP: {
+    const SDL_Point point = picture_point(event.button.x, event.button.y);
+    return sink.button_went_up(event.button.button, point.x, point.y);
+  }
+  case SDL_QUIT:
+    return sink.close_was_asked();
+  default:
+    return;
+  }
+}
+
+void Window::deliver_key(const SDL_KeyboardEvent& event, EventSink& sink) {
+  const bool is_down = event.type == SDL_KEYDOWN;
+  if (is_down && is_full_screen_key(event.keysym)) {
+    if (event.repeat == 0)
+      toggle_full_screen();
+    return;
+  }
+  const Key key = {event.keysym.scancode, event.keysym.sym, SDL_GetKeyName(event.keysym.sym)};
+  if (is_down)
+    sink.key_went_down(key, event.repeat != 0);
+  else
+    sink.key_went_up(key);
+}
+
+void Window::deliver_window_event(const SDL_WindowEvent& event, EventSink& sink) {
+  switch (event.event) {
+  case SDL_WINDOWEVENT_CLOSE:
+    return sink.close_was_asked();
+  case SDL_WINDOWEVENT_FOCUS_LOST:
+    return sink.keyboard_was_taken();
+  case SDL_WINDOWEVENT_EXPOSED:
+    // What the window's memory holds is still the last picture; a resized window has none until
+    // the next one.
+    SDL_UpdateWindowSurface(window_.get());
+    return;
+  default:
+    return;
+  }
+}
+
+void Window::toggle_full_screen() {
+  const uint32_t mode =
+      is_full_screen(window_.get()) ? 0U : uint32_t{SDL_WINDOW_FULLSCREEN_DESKTOP};
+  SDL_SetWindowFullscreen(window_.get(), mode);
+}
+
+void Window::note_pointer_motion() {
+  last_motion_ms_ = SDL_GetTicks64();
+  SDL_ShowCursor(SDL_ENABLE);
+}
+
+void Window::hide_idle_pointer() {
+  if (SDL_GetTicks64() - last_motion_ms_ >= pointer_idle_ms)
+    SDL_ShowCursor(SDL_DISABLE);
+}
+
+SDL_Point Window::picture_point(int x, int y) const {
+  Size window = {};
+  SDL_GetWindowSize(window_.get(), &window.width, &window.height);
+  const Area area = letterbox(picture_, window);
+  return {(x - area.x) * picture_.width / area.width, (y - area.y) * picture_.height / area.height};
+}
+
+} // namespace kavo::host

@@ -1,0 +1,58 @@
+// The window on the desktop, through SDL and without OpenGL: the picture is scaled here and put
+// into the window's own memory.
+#pragma once
+
+#include <SDL.h>
+
+#include <memory>
+#include <vector>
+
+#include "host/screen/presenter.h"
+#include "host/screen/scaler.h"
+
+namespace kavo::host {
+
+// The window's size at the start: the picture times `scale`, or as large as fits on a display
+// with so much room beside panels, with its title bar.
+Size start_size(Size picture, double scale, Size room);
+
+class Window final : public Presenter {
+public:
+  // Throws CommandError with SDL's reason when there is no display to open it on.
+  explicit Window(const ScreenRequest& request);
+
+  void present(const Canvas& canvas) override;
+  void deliver_events(EventSink& sink) override;
+  const std::string& unplayable_reason() const override { return unplayable_reason_; }
+
+private:
+  // SDL's video part, for as long as it lives.
+  struct Video {
+    Video();
+    ~Video() { SDL_QuitSubSystem(SDL_INIT_VIDEO); }
+    Video(const Video&) = delete;
+    Video& operator=(const Video&) = delete;
+  };
+  struct DestroyWindow {
+    void operator()(SDL_Window* window) const { SDL_DestroyWindow(window); }
+  };
+
+  void deliver(const SDL_Event& event, EventSink& sink);
+  void deliver_key(const SDL_KeyboardEvent& event, EventSink& sink);
+  void deliver_window_event(const SDL_WindowEvent& event, EventSink& sink);
+  void toggle_full_screen();
+  void hide_idle_pointer();
+  void note_pointer_motion();
+  SDL_Point picture_point(int x, int y) const;
+  void draw_converted(const Canvas& canvas, SDL_Surface* surface);
+
+  Video video_;
+  std::unique_ptr<SDL_Window, DestroyWindow> window_;
+  Size picture_;
+  Scaler scaler_;
+  std::vector<uint32_t> converted_; // for displays of another pixel format
+  uint64_t last_motion_ms_ = 0;
+  std::string unplayable_reason_; // stays empty: a window can be played in
+};
+
+} // namespace kavo::host

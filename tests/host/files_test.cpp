@@ -1,0 +1,321 @@
+// Files that are whole or untouched, and what a folder lists, with every way to fail that a test
+// can bring about.
+#include "host/command.h"
+#include "host/files.h"
+#include "tests/host/temporary_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <csignal>
+#include <cstdio>
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace {
+
+namespace fs = std::filesystem;
+using kavo::host::CommandError;
+using kavo::host::names_at;
+using kavo::host::write_whole_file;
+using test::content_of;
+using test::TemporaryFolder;
+using test::write_file;
+using Names = std::vector<std::string>;
+
+std::string error_of_writing(const std::string& path, const std::string& content = "new") {
+  try {
+    write_whole_file(path, content);
+  } catch (const CommandError& error) {
+    return error.what();
+  }
+  return "(no error)";
+}
+
+std::string cannot_write(const std::string& path, const std::string& reason) {
+  return "cannot write \"" + path.substr(0, 80) + (path.size() > 80 ? "…" : "") + "\": " + reason;
+}
+
+// Runs `check` in a process of its own, as an ordinary user when the test runs as root, and tells
+// whether it returned true.
+bool holds_for_a_user(const std::function<bool()>& check) {
+  const pid_t child = fork();
+  if (child == 0) {
+    constexpr uid_t nobody = 65534;
+    if (geteuid() == 0 && (setegid(nobody) != 0 || seteuid(nobody) != 0))
+      _exit(2);
+    _exit(check() ? 0 : 1);
+  }
+  int status = 0;
+  waitpid(child, &status, 0);
+  return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+mode_t permissions_of(const std::string& path) {
+  struct stat status = {};
+  return stat(path.c_str(), &status) == 0 ? status.st_mode & 07777 : 0;
+}
+
+TEST(WritingAFile, MakesANewOne) {
+  const TemporaryFolder folder;
+  write_whole_file(folder / "a.txt", "hello");
+  EXPECT_EQ(content_of(folder / "a.txt"), "hello");
+}
+
+TEST(WritingAFile, ReplacesAnOldOneWhole) {
+  const TemporaryFolder folder;
+  write_file(folder / "a.txt", std::string(100'000, 'x'));
+  write_whole_file(folder / "a.txt", "short");
+  EXPECT_EQ(content_of(folder / "a.txt"), "short");
+}
+
+TEST(WritingAFile, LeavesNothingElseBehind) {
+  const TemporaryFolder folder;
+  write_whole_file(folder / "a.txt", "1");
+  write_whole_file(folder / "a.txt", "2");
+  EXPECT_EQ(folder.entry_count(), 1U);
+}
+
+TEST(WritingAFile, KeepsEveryByte) {
+  const TemporaryFolder folder;
+  std::string bytes;
+  for (int i = 0; i < 256; ++i)
+    bytes += static_cast<char>(i);
+  write_whole_file(folder / "a.bin", bytes);
+  EXPECT_EQ(content_of(folder / "a.bin"), bytes);
+}
+
+TEST(WritingAFile, CanBeEmpty) {
+  const TemporaryFolder folder;
+  write_file(folder / "a.txt", "old");
+  write_whole_file(folder / "a.txt", "");
+  EXPECT_EQ(content_of(folder / "a.txt"), "");
+  EXPECT_EQ(folder.entry_count(), 1U);
+}
+
+TEST(WritingAFile, GivesANewOneTheUsersPermissions) {
+  const TemporaryFolder folder;
+  const mode_t before = umask(027);
+  write_whole_file(folder / "a.txt", "x");
+  umask(before);
+  EXPECT_EQ(permissions_of(folder / "a.txt"), mode_t{0640});
+}
+
+TEST(WritingAFile, KeepsTheOldOnesPermissions) {
+  const TemporaryFolder folder;
+  write_file(folder / "a.txt", "old");
+  chmod((folder / "a.txt").c_str(), 0604);
+  write_whole_file(folder / "a.txt", "new");
+  EXPECT_EQ(permissions_of(folder / "a.txt"), mode_t{0604});
+}
+
+TEST(WritingAFile, TakesANameWithoutAFolder) {
+  const TemporaryFolder folder;
+  const fs::path before = fs::current_path();
+  fs::current_path(folder.path());
+  write_whole_file("a.txt", "here");
+  fs::current_path(before);
+  EXPECT_EQ(content_of(folder / "a.txt"), "here");
+}
+
+TEST(WritingAFile, FollowsASymbolicLink) {
+  const TemporaryFolder folder;
+  fs::create_directory(folder / "elsewhere");
+  write_file(folder / "elsewhere/a.txt", "old");
+  fs::create_symlink("elsewhere/a.txt", folder / "link");
+  write_whole_file(folder / "link", "new");
+  EXPECT_TRUE(fs::is_symlink(folder / "link"));
+  EXPECT_EQ(content_of(folder / "elsewhere/a.txt"), "new");
+}
+
+TEST(WritingAFile, FollowsALinkToNothingYet) {
+  const TemporaryFolder folder;
+  fs::create_symlink("second", folder / "first");
+  fs::create_symlink(folder / "a.txt", folder / "second");
+  write_whole_file(folder / "first", "new");
+  EXPECT_EQ(content_of(folder / "a.txt"), "new");
+  EXPECT_TRUE(fs::is_symlink(folder / "first"));
+}
+
+TEST(WritingAFile, FailsOnLinksThatGoRound) {
+  const TemporaryFolder folder;
+  fs::create_symlink("b", folder / "a");
+  fs::create_symlink("a", folder / "b");
+  EXPECT_EQ(error_of_writing(folder / "a"),
+            cannot_write(folder / "a", "Too many levels of symbolic links"));
+}
+
+TEST(WritingAFile, FailsWithoutTheFolder) {
+  const TemporaryFolder folder;
+  EXPECT_EQ(error_of_writing(folder / "missing/a.txt"),
+            cannot_write(folder / "missing/a.txt", "No such file or directory"));
+}
+
+TEST(WritingAFile, FailsWhereAFileIsTakenForAFolder) {
+  const TemporaryFolder folder;
+  write_file(folder / "a.txt", "old");
+  EXPECT_EQ(error_of_writing(folder / "a.txt/b"),
+            cannot_write(folder / "a.txt/b", "Not a directory"));
+}
+
+TEST(WritingAFile, FailsOnAFolderInTheWay) {
+  const TemporaryFolder folder;
+  fs::create_directory(folder / "a.txt");
+  EXPECT_EQ(error_of_writing(folder / "a.txt"), cannot_write(folder / "a.txt", "Is a directory"));
+  EXPECT_EQ(folder.entry_count(), 1U);
+}
+
+TEST(WritingAFile, FailsOnATooLongName) {
+  const TemporaryFolder folder;
+  const std::string path = folder / std::string(300, 'x');
+  EXPECT_EQ(error_of_writing(path), cannot_write(path, "File name too long"));
+}
+
+TEST(WritingAFile, FailsOnNamesThatAreNone) {
+  EXPECT_EQ(error_of_writing(""), "argument 1 (path) must be the name of a file, got \"\"");
+  EXPECT_EQ(error_of_writing(std::string("a\0b", 3)),
+            "argument 1 (path) must be without NUL bytes, got \"a\\x00b\"");
+}
+
+TEST(WritingAFile, InAFolderThatMayNotBeWrittenLeavesTheOldFile) {
+  const TemporaryFolder folder;
+  write_file(folder / "a.txt", "old");
+  chmod((folder / "a.txt").c_str(), 0666);
+  chmod(folder.path().c_str(), 0555);
+  EXPECT_TRUE(holds_for_a_user([&] {
+    return error_of_writing(folder / "a.txt") ==
+           cannot_write(folder / "a.txt", "Permission denied");
+  }));
+  chmod(folder.path().c_str(), 0755);
+  EXPECT_EQ(content_of(folder / "a.txt"), "old");
+  EXPECT_EQ(folder.entry_count(), 1U);
+}
+
+TEST(WritingAFile, ThatMayNotBeWrittenLeavesIt) {
+  const TemporaryFolder folder;
+  write_file(folder / "a.txt", "old");
+  chmod((folder / "a.txt").c_str(), 0444);
+  chmod(folder.path().c_str(), 0777);
+  EXPECT_TRUE(holds_for_a_user([&] {
+    return error_of_writing(folder / "a.txt") ==
+           cannot_write(folder / "a.txt", "Permission denied");
+  }));
+  EXPECT_EQ(content_of(folder / "a.txt"), "old");
+}
+
+TEST(WritingAFile, ThatRunsOutOfSpaceLeavesTheOldFileAndNoOther) {
+  const TemporaryFolder folder;
+  chmod(folder.path().c_str(), 0777);
+  write_file(folder / "a.txt", "old");
+  chmod((folder / "a.txt").c_str(), 0666);
+  EXPECT_TRUE(holds_for_a_user([&] {
+    std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit = {1000, 1000};
+    setrlimit(RLIMIT_FSIZE, &limit);
+    return error_of_writing(folder / "a.txt", std::string(5000, 'x')) ==
+           cannot_write(folder / "a.txt", "File too large");
+  }));
+  EXPECT_EQ(content_of(folder / "a.txt"), "old");
+  EXPECT_EQ(folder.entry_count(), 1U);
+}
+
+TEST(WritingAFile, PassesAFullDeviceOnAsAnError) {
+  EXPECT_EQ(error_of_writing("/dev/full"), cannot_write("/dev/full", "No space left on device"));
+  EXPECT_TRUE(fs::is_character_file("/dev/full"));
+}
+
+TEST(WritingAFile, WritesIntoAPipeInsteadOfReplacingIt) {
+  const TemporaryFolder folder;
+  ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+  std::string received;
+  std::thread reader([&] { received = content_of(folder / "pipe"); });
+  write_whole_file(folder / "pipe", "through");
+  reader.join();
+  EXPECT_EQ(received, "through");
+  EXPECT_TRUE(fs::is_fifo(folder / "pipe"));
+}
+
+TEST(WritingAFile, PassesOverATemporaryFileThatAnotherRunLeft) {
+  const TemporaryFolder folder;
+  const std::string left = folder / (".qorrt-" + std::to_string(getpid()) + "-0.tmp");
+  write_file(left, "half");
+  write_whole_file(folder / "a.txt", "whole");
+  EXPECT_EQ(content_of(folder / "a.txt"), "whole");
+  EXPECT_EQ(content_of(left), "half");
+}
+
+TEST(Listing, AFileGivesItsName) {
+  const TemporaryFolder folder;
+  write_file(folder / "a.txt", "");
+  EXPECT_EQ(names_at(folder / "a.txt"), Names{"a.txt"});
+}
+
+TEST(Listing, NothingThereGivesNothing) {
+  const TemporaryFolder folder;
+  EXPECT_EQ(names_at(folder / "missing"), Names{});
+  EXPECT_EQ(names_at(folder / "missing/deeper"), Names{});
+  EXPECT_EQ(names_at(folder / "*.none"), Names{});
+}
+
+TEST(Listing, AFolderGivesWhatItHoldsSorted) {
+  const TemporaryFolder folder;
+  for (const char* name : {"b", "a", ".hidden", "Z"})
+    write_file(folder / name, "");
+  EXPECT_EQ(names_at(folder.path().string()), (Names{".hidden", "Z", "a", "b"}));
+  EXPECT_EQ(names_at(folder.path().string() + "/"), (Names{".hidden", "Z", "a", "b"}));
+}
+
+TEST(Listing, AnEmptyFolderGivesNothing) {
+  const TemporaryFolder folder;
+  EXPECT_EQ(names_at(folder.path().string()), Names{});
+}
+
+TEST(Listing, APatternGivesTheNamesThatMatch) {
+  const TemporaryFolder folder;
+  for (const char* name : {"b.txt", "a.txt", "a.png"})
+    write_file(folder / name, "");
+  EXPECT_EQ(names_at(folder / "*.txt"), (Names{"a.txt", "b.txt"}));
+  EXPECT_EQ(names_at(folder / "a.???"), (Names{"a.png", "a.txt"}));
+  EXPECT_EQ(names_at(folder / "[b]*"), Names{"b.txt"});
+}
+
+TEST(Listing, ANameThatLooksLikeAPatternIsFoundAsItIs) {
+  const TemporaryFolder folder;
+  write_file(folder / "a[1].txt", "");
+  EXPECT_EQ(names_at(folder / "a[1].txt"), Names{"a[1].txt"});
+}
+
+TEST(Listing, AFolderThatMayNotBeReadIsAnError) {
+  const TemporaryFolder folder;
+  fs::create_directory(folder / "closed");
+  write_file(folder / "closed/a.txt", "");
+  chmod(folder.path().c_str(), 0755);
+  chmod((folder / "closed").c_str(), 0700);
+  if (geteuid() != 0)
+    chmod((folder / "closed").c_str(), 0);
+  EXPECT_TRUE(holds_for_a_user([&] {
+    try {
+      names_at(folder / "closed/a.txt");
+    } catch (const CommandError& error) {
+      return std::string(error.what()) ==
+             "cannot list \"" + (folder / "closed/a.txt") + "\": Permission denied";
+    }
+    return false;
+  }));
+  chmod((folder / "closed").c_str(), 0700);
+}
+
+TEST(Listing, TheRootAndDotsWork) {
+  EXPECT_FALSE(names_at("/").empty());
+  EXPECT_FALSE(names_at("/dev/null").empty());
+}
+
+} // namespace

@@ -1,0 +1,114 @@
+// SIGINT and SIGTERM end the program in order, at the end of the frame in which they arrive.
+#include "tests/host/bridge.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+using test::Bridge;
+using test::InvisibleBridge;
+
+void say_quit(const char* name, const int64_t*, const uint32_t*, int64_t) {
+  std::fprintf(stderr, "%s;", name);
+}
+
+// A loop that gets a signal inside of its third frame and goes on within that frame.
+[[noreturn]] void play_until(int signal) {
+  InvisibleBridge host;
+  qorrt_set_event_dispatcher(host.bridge.handle(), say_quit);
+  host.bridge.send("SCREEN", 8, 4, "x", 1);
+  for (int frame = 1; frame <= 5; ++frame) {
+    const int64_t token = qorrt_frame_begin(host.bridge.handle());
+    if (frame == 3)
+      std::raise(signal);
+    host.bridge.send("SCREENFLIP");
+    std::fprintf(stderr, "%d;", frame);
+    qorrt_frame_end(host.bridge.handle(), token);
+  }
+  std::_Exit(99);
+}
+
+TEST(Signals, EndTheProgramInOrderAtTheEndOfTheFrame) {
+  EXPECT_EXIT(play_until(SIGINT), testing::ExitedWithCode(0), "1;2;QUIT;3;$");
+  EXPECT_EXIT(play_until(SIGTERM), testing::ExitedWithCode(0), "1;2;QUIT;3;$");
+}
+
+TEST(Signals, EndTheProgramAtAFlipOutsideOfAnyFrame) {
+  EXPECT_EXIT(
+      {
+        InvisibleBridge host;
+        host.bridge.send("SCREEN", 8, 4, "x", 1);
+        std::raise(SIGINT);
+        std::fputs("before;", stderr);
+        host.bridge.send("SCREENFLIP");
+        std::_Exit(99);
+      },
+      testing::ExitedWithCode(0), "before;$");
+}
+
+TEST(Signals, WaitForTheOutermostFrame) {
+  EXPECT_EXIT(
+      {
+        InvisibleBridge host;
+        const int64_t outer = qorrt_frame_begin(host.bridge.handle());
+        const int64_t inner = qorrt_frame_begin(host.bridge.handle());
+        std::raise(SIGTERM);
+        qorrt_frame_end(host.bridge.handle(), inner);
+        std::fputs("inner;", stderr);
+        qorrt_frame_end(host.bridge.handle(), outer);
+        std::_Exit(99);
+      },
+      testing::ExitedWithCode(0), "inner;$");
+}
+
+TEST(Signals, TheSecondOneStopsAProgramThatHangs) {
+  EXPECT_EXIT(
+      {
+        const Bridge bridge;
+        std::raise(SIGINT);
+        std::fputs("first;", stderr);
+        std::raise(SIGINT);
+      },
+      testing::KilledBySignal(SIGINT), "first;$");
+}
+
+TEST(Signals, OneThatTheParentIgnoresStaysIgnored) {
+  EXPECT_EXIT(
+      {
+        std::signal(SIGINT, SIG_IGN);
+        const Bridge bridge;
+        std::raise(SIGINT);
+        qorrt_frame_end(bridge.handle(), qorrt_frame_begin(bridge.handle()));
+        std::_Exit(7);
+      },
+      testing::ExitedWithCode(7), "");
+}
+
+TEST(Signals, HaveTheirUsualEffectAfterShutdown) {
+  EXPECT_EXIT(
+      {
+        { const Bridge bridge; }
+        std::raise(SIGTERM);
+      },
+      testing::KilledBySignal(SIGTERM), "");
+}
+
+TEST(Signals, WhatIsBufferedForOutputIsNotLost) {
+  EXPECT_EXIT(
+      {
+        std::setvbuf(stderr, nullptr, _IOFBF, 4096);
+        InvisibleBridge host;
+        host.bridge.send("SCREEN", 8, 4, "x", 1);
+        std::fputs("kept", stderr);
+        std::raise(SIGINT);
+        host.bridge.send("SCREENFLIP");
+        std::_Exit(99);
+      },
+      testing::ExitedWithCode(0), "kept");
+}
+
+} // namespace
