@@ -1,0 +1,5 @@
+#include "game/program.h"
+
+int main(int argc, char** argv) {
+  return kavo::run_to_exit(argc, argv);
+}

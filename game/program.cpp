@@ -1,0 +1,93 @@
+#include "game/program.h"
+
+#include "game/audio/sounds.h"
+#include "game/commands.h"
+#include "game/highscores/table.h"
+#include "game/playfield/pieces.h"
+#include "game/shell/loop.h"
+#include "game/shell/scenes.h"
+#include "game/state.h"
+
+namespace kavo {
+
+namespace {
+
+void start_host(int argc, char** argv) {
+  qor_set_args(argc, argv);
+  const int64_t handle = qorrt_init(argc, argv);
+  qor_runtime_set_handle(handle);
+  qorrt_set_event_dispatcher(handle, qorrt_dispatch_event);
+}
+
+// The stars stay where they are for the whole run.
+Out<> place_background_stars() {
+  for (BI = 0; BI < NBG; ++BI) {
+    const int64_t x = qor_int(TRY(host::rnd(1)) * static_cast<double>(SCRW));
+    DO(qor_array_set(BGSTAR_X.get(), BI, static_cast<double>(x)));
+    const int64_t y = qor_int(TRY(host::rnd(1)) * 110);
+    DO(qor_array_set(BGSTAR_Y.get(), BI, static_cast<double>(y)));
+  }
+  return {};
+}
+
+Out<> create_state() {
+  DO(set_initial_values());
+  DO(host::rnd(-1.0));
+  DO(place_background_stars());
+  // A falling piece and a preview exist before the first game: the scenes draw with them.
+  DO(ROLLNEXT());
+  DO(SPAWNPIECE());
+  DO(LOADHIGH());
+  return {};
+}
+
+void read_arguments() {
+  ARGS.reset(qor_os_args());
+  const int64_t count = qor_array_len(ARGS.get());
+  TESTMODE = count >= 2 && qor_str_eq(qor_array_get_str(ARGS.get(), 1), "shot") != 0;
+  TESTTAB$ = copy(count > 2 ? qor_array_get_str(ARGS.get(), 2) : "");
+}
+
+Out<> start_up(int argc, char** argv) {
+  DO(start_host(argc, argv));
+  DO(qor_mkdir_native("tmp"));
+  DO(set_geometry());
+  DO(host::screen(SCRW, SCRH, "KAVO - Schlagseite", 1));
+  DO(set_up_sound());
+  DO(create_state());
+  DO(read_arguments());
+  return {};
+}
+
+Out<> shut_down() {
+  DO(host::sound_shutdown());
+  DO(host::gfx_close());
+  qor_print_str("done");
+  qor_print_nl();
+  DO(qorrt_shutdown(qor_runtime_handle()));
+  return {};
+}
+
+} // namespace
+
+Out<> run_program(int argc, char** argv) {
+  ENTER();
+  DO(start_up(argc, argv));
+  if (TESTMODE) {
+    DO(run_scene());
+    return {};
+  }
+  DO(main_loop());
+  DO(shut_down());
+  return {};
+}
+
+int run_to_exit(int argc, char** argv) {
+  static_cast<void>(run_program(argc, argv));
+  if (qor_err_code() != 0)
+    qor_throw_uncaught();
+  release_state();
+  return 0;
+}
+
+} // namespace kavo

@@ -1,0 +1,56 @@
+#include "game/shell/options.h"
+
+#include "game/audio/sounds.h"
+#include "game/commands.h"
+#include "game/presentation/sky.h"
+#include "game/state.h"
+
+namespace kavo {
+
+namespace {
+
+Out<> toggle_selected() {
+  if (OPTSEL == 0)
+    DO(toggle_music());
+  else
+    DO(SFXON = SFXON == 0 ? 1 : 0);
+  return {};
+}
+
+Out<> draw_switch(int64_t row, int64_t y, const char* name, int64_t is_on) {
+  if (OPTSEL == row)
+    DO(host::draw_color(250, 230, 120));
+  else
+    DO(host::draw_color(200, 210, 220));
+  const Text line = concat(name, is_on != 0 ? "an" : "aus");
+  DO(host::text(AX + 70, y, chars(line)));
+  return {};
+}
+
+} // namespace
+
+Out<> UPDATEOPTIONS(double up, double down, double enter, double escape) {
+  ENTER();
+  if (is_set(up) || is_set(down))
+    DO(OPTSEL = 1 - OPTSEL);
+  if (is_set(enter))
+    DO(toggle_selected());
+  if (is_set(escape))
+    DO(enter_state("title"));
+  return {};
+}
+
+Out<> DRAWOPTIONS() {
+  ENTER();
+  DO(draw_menu_background());
+  DO(host::draw_color(245, 245, 255));
+  DO(host::text(AX + 90, 150, "OPTIONEN"));
+  DO(draw_switch(0, 250, "Musik:  ", MUSICON));
+  DO(draw_switch(1, 290, "Sound:  ", SFXON));
+  DO(host::draw_color(160, 175, 190));
+  DO(host::text(AX + 30, 380, "Hoch/Runter waehlen, Enter umschalten"));
+  DO(host::text(AX + 30, 410, "ESC = zurueck"));
+  return {};
+}
+
+} // namespace kavo
