@@ -1,6 +1,6 @@
 #include "game/commands.h"
 
-namespace kavo::host {
+namespace kavo::command {
 
 namespace {
 
@@ -143,4 +143,4 @@ Out<Array> dir(const char* path) {
   return ask("DIR$", path);
 }
 
-} // namespace kavo::host
+} // namespace kavo::command

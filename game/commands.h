@@ -9,7 +9,7 @@
 #include "game/routine.h"
 #include "game/values.h"
 
-namespace kavo::host {
+namespace kavo::command {
 
 // One number of an argument list, whole or not.
 class Number {
@@ -64,4 +64,4 @@ Out<Array> mvins(const QorArray* rows, int64_t position, int64_t second, const Q
 Out<Array> split(const char* text, const char* separator);
 Out<Array> dir(const char* path);
 
-} // namespace kavo::host
+} // namespace kavo::command

@@ -22,9 +22,9 @@ void start_host(int argc, char** argv) {
 // The stars stay where they are for the whole run.
 Out<> place_background_stars() {
   for (BI = 0; BI < NBG; ++BI) {
-    const int64_t x = qor_int(TRY(host::rnd(1)) * static_cast<double>(SCRW));
+    const int64_t x = qor_int(TRY(command::rnd(1)) * static_cast<double>(SCRW));
     DO(qor_array_set(BGSTAR_X.get(), BI, static_cast<double>(x)));
-    const int64_t y = qor_int(TRY(host::rnd(1)) * 110);
+    const int64_t y = qor_int(TRY(command::rnd(1)) * 110);
     DO(qor_array_set(BGSTAR_Y.get(), BI, static_cast<double>(y)));
   }
   return {};
@@ -32,7 +32,7 @@ Out<> place_background_stars() {
 
 Out<> create_state() {
   DO(set_initial_values());
-  DO(host::rnd(-1.0));
+  DO(command::rnd(-1.0));
   DO(place_background_stars());
   // A falling piece and a preview exist before the first game: the scenes draw with them.
   DO(ROLLNEXT());
@@ -52,7 +52,7 @@ Out<> start_up(int argc, char** argv) {
   DO(start_host(argc, argv));
   DO(qor_mkdir_native("tmp"));
   DO(set_geometry());
-  DO(host::screen(SCRW, SCRH, "KAVO - Schlagseite", 1));
+  DO(command::screen(SCRW, SCRH, "KAVO - Schlagseite", 1));
   DO(set_up_sound());
   DO(create_state());
   DO(read_arguments());
@@ -60,8 +60,8 @@ Out<> start_up(int argc, char** argv) {
 }
 
 Out<> shut_down() {
-  DO(host::sound_shutdown());
-  DO(host::gfx_close());
+  DO(command::sound_shutdown());
+  DO(command::gfx_close());
   qor_print_str("done");
   qor_print_nl();
   DO(qorrt_shutdown(qor_runtime_handle()));

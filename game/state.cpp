@@ -151,7 +151,7 @@ Out<> RESETGAME() {
   DO(COLS = 10);
   const Array zero = numbers({0});
   const Array shape = numbers({15, 10});
-  DO(BOARD = TRY(host::reshape(zero.get(), shape.get())));
+  DO(BOARD = TRY(command::reshape(zero.get(), shape.get())));
   SCORE = LINESCLEARED = 0;
   LEVEL = 1;
   GAMEOVER = false;

@@ -25,39 +25,39 @@ constexpr const char* bass =
     "[[g1 g2]*2 [g1 b1]*2] [[c2 c3]*4]";
 
 Out<> set_up_music_voices() {
-  DO(host::sound_voice(melody_voice, "SQUARE", 0.01, 0.15, 0.3, 0.25));
-  DO(host::sound_filter(melody_voice, 2000));
-  DO(host::sound_gain(melody_voice, melody_gain));
-  DO(host::sound_voice(bass_voice, "SAW", 0.005, 0.08, 0.5, 0.08));
-  DO(host::sound_filter(bass_voice, 500));
-  DO(host::sound_gain(bass_voice, bass_gain));
-  DO(host::sound_reverb(0.7, 0.3, 0.8, 0.25));
-  DO(host::sound_reverb_send(melody_voice, 0.4));
+  DO(command::sound_voice(melody_voice, "SQUARE", 0.01, 0.15, 0.3, 0.25));
+  DO(command::sound_filter(melody_voice, 2000));
+  DO(command::sound_gain(melody_voice, melody_gain));
+  DO(command::sound_voice(bass_voice, "SAW", 0.005, 0.08, 0.5, 0.08));
+  DO(command::sound_filter(bass_voice, 500));
+  DO(command::sound_gain(bass_voice, bass_gain));
+  DO(command::sound_reverb(0.7, 0.3, 0.8, 0.25));
+  DO(command::sound_reverb_send(melody_voice, 0.4));
   return {};
 }
 
 // Sustain 0: every effect is a short pluck.
 Out<> set_up_effect_voices() {
-  DO(host::sound_voice(lock_voice, "TRIANGLE", 0.004, 0.1, 0, 0.08));
-  DO(host::sound_gain(lock_voice, 0.5));
-  DO(host::sound_voice(clear_voice, "SQUARE", 0.004, 0.09, 0, 0.07));
-  DO(host::sound_gain(clear_voice, 0.45));
-  DO(host::sound_voice(low_voice, "SAW", 0.02, 0.28, 0, 0.3));
-  DO(host::sound_gain(low_voice, 0.5));
+  DO(command::sound_voice(lock_voice, "TRIANGLE", 0.004, 0.1, 0, 0.08));
+  DO(command::sound_gain(lock_voice, 0.5));
+  DO(command::sound_voice(clear_voice, "SQUARE", 0.004, 0.09, 0, 0.07));
+  DO(command::sound_gain(clear_voice, 0.45));
+  DO(command::sound_voice(low_voice, "SAW", 0.02, 0.28, 0, 0.3));
+  DO(command::sound_gain(low_voice, 0.5));
   return {};
 }
 
 Out<> play_effect(int64_t voice, const char* note) {
   if (SFXON != 0)
-    DO(host::sound_play(voice, note));
+    DO(command::sound_play(voice, note));
   return {};
 }
 
 } // namespace
 
 Out<> set_up_sound() {
-  DO(host::sound_init());
-  DO(host::sound_bpm(125));
+  DO(command::sound_init());
+  DO(command::sound_bpm(125));
   DO(set_up_music_voices());
   DO(set_up_effect_voices());
   DO(STARTMUSIC());
@@ -70,13 +70,13 @@ Out<> STARTMUSIC() {
   const Text separated = concat(chars(opened), " , ");
   const Text layered = concat(chars(separated), bass);
   const Text pattern = concat(chars(layered), " >");
-  DO(host::sound_note(chars(pattern), 1));
+  DO(command::sound_note(chars(pattern), 1));
   return {};
 }
 
 Out<> apply_music_switch() {
-  DO(host::sound_gain(melody_voice, MUSICON != 0 ? melody_gain : 0.0));
-  DO(host::sound_gain(bass_voice, MUSICON != 0 ? bass_gain : 0.0));
+  DO(command::sound_gain(melody_voice, MUSICON != 0 ? melody_gain : 0.0));
+  DO(command::sound_gain(bass_voice, MUSICON != 0 ? bass_gain : 0.0));
   return {};
 }
 

@@ -36,13 +36,13 @@ Out<> confirm() {
 
 Out<> draw_letter(int64_t position) {
   if (position == ENTERPOS)
-    DO(host::draw_color(250, 230, 120));
+    DO(command::draw_color(250, 230, 120));
   else
-    DO(host::draw_color(200, 210, 220));
+    DO(command::draw_color(200, 210, 220));
   const Text letter = TRY(letter_at(position));
   const bool is_blank = qor_str_eq(chars(letter), " ") != 0;
-  DO(host::text(AX + 120 + static_cast<double>(60 * position), 290,
-                is_blank ? "_" : chars(letter)));
+  DO(command::text(AX + 120 + static_cast<double>(60 * position), 290,
+                   is_blank ? "_" : chars(letter)));
   return {};
 }
 
@@ -73,16 +73,16 @@ Out<> UPDATEENTER(double up, double down, double left, double right, double ente
 Out<> DRAWENTER() {
   ENTER();
   DO(draw_menu_background());
-  DO(host::draw_color(250, 230, 120));
-  DO(host::text(AX + 40, 150, "NEUER HIGHSCORE!"));
-  DO(host::draw_color(220, 225, 235));
+  DO(command::draw_color(250, 230, 120));
+  DO(command::text(AX + 40, 150, "NEUER HIGHSCORE!"));
+  DO(command::draw_color(220, 225, 235));
   const Text points = label("Punkte: ", SCORE);
-  DO(host::text(AX + 90, 200, chars(points)));
+  DO(command::text(AX + 90, 200, chars(points)));
   for (int64_t position = 0; position < positions; ++position)
     DO(draw_letter(position));
-  DO(host::draw_color(160, 175, 190));
-  DO(host::text(AX + 30, 380, "Hoch/Runter = Buchstabe (inkl. Leer)"));
-  DO(host::text(AX + 30, 410, "Links/Rechts = Stelle, Enter = OK"));
+  DO(command::draw_color(160, 175, 190));
+  DO(command::text(AX + 30, 380, "Hoch/Runter = Buchstabe (inkl. Leer)"));
+  DO(command::text(AX + 30, 410, "Links/Rechts = Stelle, Enter = OK"));
   return {};
 }
 

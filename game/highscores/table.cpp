@@ -24,7 +24,7 @@ double score_at(int64_t slot) {
 }
 
 Out<> read_entry(int64_t slot, const char* line) {
-  const Array fields = TRY(host::split(line, ";"));
+  const Array fields = TRY(command::split(line, ";"));
   if (qor_array_len(fields.get()) > 1)
     DO(set_entry(slot, qor_array_get_str(fields.get(), 0),
                  qor_val(qor_array_get_str(fields.get(), 1))));
@@ -41,12 +41,12 @@ Text line_at(int64_t slot) {
 
 Out<> LOADHIGH() {
   ENTER();
-  const Array listing = TRY(host::dir(path));
+  const Array listing = TRY(command::dir(path));
   if (qor_array_len(listing.get()) == 0)
     return {};
   const Text content(qor_txtreader(path));
   const Text separator(qor_chr(line_feed));
-  const Array lines = TRY(host::split(chars(content), chars(separator)));
+  const Array lines = TRY(command::split(chars(content), chars(separator)));
   for (int64_t slot = 0; slot < entries; ++slot)
     if (slot < qor_array_len(lines.get()))
       DO(read_entry(slot, qor_array_get_str(lines.get(), slot)));
@@ -62,7 +62,7 @@ Out<> SAVEHIGH() {
   }
   const Text separator(qor_chr(line_feed));
   const Text content(qor_join_arr(lines.get(), chars(separator)));
-  DO(host::binwriter(path, chars(content)));
+  DO(command::binwriter(path, chars(content)));
   return {};
 }
 

@@ -33,7 +33,7 @@ double offset_from_centre(int64_t cell, int64_t cells) {
 
 Out<> draw_turned_cell(const Turn& turn, int64_t row, int64_t column) {
   const Color color = TRY(COLOR_FOR(cell_at(BOARD.get(), row, column)));
-  DO(host::draw_color(color[0], color[1], color[2]));
+  DO(command::draw_color(color[0], color[1], color[2]));
   const double dx = turn.scale * offset_from_centre(column, COLS);
   const double dy = turn.scale * offset_from_centre(row, ROWS);
   const double size = turn.scale * CELL;
@@ -43,7 +43,7 @@ Out<> draw_turned_cell(const Turn& turn, int64_t row, int64_t column) {
       AY + AREA / 2.0 + static_cast<double>(qor_cint(turn.sine * dx + turn.cosine * dy));
   const int64_t half = qor_cint(size / 2.0);
   const int64_t edge = qor_cint(size) - 2;
-  DO(host::rect(x - static_cast<double>(half), y - static_cast<double>(half), edge, edge, 1));
+  DO(command::rect(x - static_cast<double>(half), y - static_cast<double>(half), edge, edge, 1));
   return {};
 }
 
@@ -53,7 +53,7 @@ Out<> draw_turned_board(const Turn& turn) {
     for (int64_t column = 0; column < COLS; ++column)
       if (is_occupied(BOARD.get(), row, column))
         DO(draw_turned_cell(turn, row, column));
-  DO(host::screen_flip());
+  DO(command::screen_flip());
   DO(qor_sleep(16));
   return {};
 }
@@ -62,14 +62,14 @@ Out<> tip_right() {
   DO(SFXKAVO());
   DO(ANIMATEKAVO(1.0));
   const SharedRows upside_down = reversed_rows(BOARD);
-  DO(BOARD = TRY(host::transpose(upside_down.get())));
+  DO(BOARD = TRY(command::transpose(upside_down.get())));
   return {};
 }
 
 Out<> tip_left() {
   DO(SFXKAVO());
   DO(ANIMATEKAVO(-1.0));
-  DO(BOARD = reverse_rows(TRY(host::transpose(BOARD.get()))));
+  DO(BOARD = reverse_rows(TRY(command::transpose(BOARD.get()))));
   return {};
 }
 
@@ -80,7 +80,7 @@ Out<> come_to_rest() {
   DO(SETTLEDOWN());
   DO(CLEARLINES());
   DO(KAVOARMED = false);
-  DO(REARMIN = qor_int(TRY(host::rnd(1)) * 4) + 2);
+  DO(REARMIN = qor_int(TRY(command::rnd(1)) * 4) + 2);
   DO(SHAKE = 16);
   DO(FLASH = 18);
   return {};

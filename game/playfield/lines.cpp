@@ -31,11 +31,11 @@ std::vector<int64_t> full_rows() {
 // frame on its height is negative and the host draws nothing, so the row is dark again.
 Out<> flash_frame(const std::vector<int64_t>& rows, int64_t frame) {
   for (const int64_t row : rows) {
-    DO(host::draw_color(255, 255, 255));
-    DO(host::rect(BX, BY + static_cast<double>(row * CELL + 17 * frame), COLS * CELL,
-                  CELL - 34 * frame, 1));
+    DO(command::draw_color(255, 255, 255));
+    DO(command::rect(BX, BY + static_cast<double>(row * CELL + 17 * frame), COLS * CELL,
+                     CELL - 34 * frame, 1));
   }
-  DO(host::screen_flip());
+  DO(command::screen_flip());
   DO(qor_sleep(16));
   return {};
 }
@@ -58,10 +58,10 @@ Out<> throw_sparks(const std::vector<int64_t>& rows) {
 Out<Array> refill(const SharedRows& kept, int64_t missing) {
   const Array zero = numbers({0});
   const Array width = numbers({static_cast<double>(COLS)});
-  const Array empty_row = TRY(host::reshape(zero.get(), width.get()));
-  Array board = TRY(host::mvins(kept.get(), 0, 0, empty_row.get()));
+  const Array empty_row = TRY(command::reshape(zero.get(), width.get()));
+  Array board = TRY(command::mvins(kept.get(), 0, 0, empty_row.get()));
   for (int64_t inserted = 1; inserted < missing; ++inserted)
-    DO(board = TRY(host::mvins(board.get(), 0, 0, empty_row.get())));
+    DO(board = TRY(command::mvins(board.get(), 0, 0, empty_row.get())));
   return board;
 }
 

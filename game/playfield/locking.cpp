@@ -70,7 +70,7 @@ Out<> pay_combo_bonus() {
 }
 
 Out<> maybe_spawn_star() {
-  if (TRY(host::rnd(1)) < star_chance)
+  if (TRY(command::rnd(1)) < star_chance)
     DO(SPAWNSTAR());
   return {};
 }

@@ -49,7 +49,7 @@ Out<double> CHECKCOLLISION(const Array& shape, double x, double y) {
 
 Out<Array> ROTATEMATRIX(const Array& matrix) {
   ENTER();
-  return reverse_rows(TRY(host::transpose(matrix.get())));
+  return reverse_rows(TRY(command::transpose(matrix.get())));
 }
 
 Out<> TRYROTATE() {

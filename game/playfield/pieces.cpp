@@ -47,12 +47,12 @@ int64_t special_kind(double draw) {
 
 Out<> roll_special() {
   DO(NEXTPIECE = matrix_of(single_cell));
-  DO(NEXTCOLOR = special_kind(TRY(host::rnd(1))));
+  DO(NEXTCOLOR = special_kind(TRY(command::rnd(1))));
   return {};
 }
 
 Out<> roll_standard() {
-  const int64_t shape = qor_int(TRY(host::rnd(1)) * 7);
+  const int64_t shape = qor_int(TRY(command::rnd(1)) * 7);
   if (shape < 0 || shape >= static_cast<int64_t>(standard_shapes.size()))
     return {};
   DO(NEXTPIECE = matrix_of(standard_shapes[shape]));
@@ -64,7 +64,7 @@ Out<> roll_standard() {
 
 Out<> ROLLNEXT() {
   ENTER();
-  if (TRY(host::rnd(1)) < special_chance)
+  if (TRY(command::rnd(1)) < special_chance)
     DO(roll_special());
   else
     DO(roll_standard());

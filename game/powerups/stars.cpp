@@ -44,8 +44,8 @@ Out<> collect_at(int64_t row, int64_t column) {
 
 Out<> SPAWNSTAR() {
   ENTER();
-  const int64_t row = qor_int(TRY(host::rnd(1)) * static_cast<double>(ROWS) * 0.5) + 2;
-  const int64_t column = qor_int(TRY(host::rnd(1)) * static_cast<double>(COLS));
+  const int64_t row = qor_int(TRY(command::rnd(1)) * static_cast<double>(ROWS) * 0.5) + 2;
+  const int64_t column = qor_int(TRY(command::rnd(1)) * static_cast<double>(COLS));
   if (is_occupied(BOARD.get(), row, column))
     return {};
   const int64_t slot = first_free_slot();

@@ -30,32 +30,32 @@ constexpr std::array<Color, 13> colors = {{
 
 // Components may leave 0..255; the host clamps what it is sent.
 Out<> set_color(const Color& color, double brighter) {
-  DO(host::draw_color(color[0] + brighter, color[1] + brighter, color[2] + brighter));
+  DO(command::draw_color(color[0] + brighter, color[1] + brighter, color[2] + brighter));
   return {};
 }
 
 Out<> draw_label(double value, double x, double y) {
-  DO(host::draw_color(25, 25, 30));
+  DO(command::draw_color(25, 25, 30));
   const Text letter = TRY(PU_LABEL$(value));
-  DO(host::text(x, y, chars(letter)));
+  DO(command::text(x, y, chars(letter)));
   return {};
 }
 
 Out<> draw_bevelled(double x, double y, const Color& color) {
   DO(set_color(color, 0.0));
-  DO(host::rect(x + 1, y + 1, 34, 34, 1));
+  DO(command::rect(x + 1, y + 1, 34, 34, 1));
   DO(set_color(color, light));
-  DO(host::rect(x + 1, y + 1, 34, 3, 1));
-  DO(host::rect(x + 1, y + 1, 3, 34, 1));
+  DO(command::rect(x + 1, y + 1, 34, 3, 1));
+  DO(command::rect(x + 1, y + 1, 3, 34, 1));
   DO(set_color(color, shade));
-  DO(host::rect(x + 1, y + 32, 34, 3, 1));
-  DO(host::rect(x + 32, y + 1, 3, 34, 1));
+  DO(command::rect(x + 1, y + 32, 34, 3, 1));
+  DO(command::rect(x + 32, y + 1, 3, 34, 1));
   return {};
 }
 
 Out<> draw_mini_cell(double value, double x, double y, int64_t size) {
   DO(set_color(TRY(COLOR_FOR(value)), 0.0));
-  DO(host::rect(x, y, size - 2, size - 2, 1));
+  DO(command::rect(x, y, size - 2, size - 2, 1));
   if (value >= kind::first_special)
     DO(draw_label(value, x + 2, y - 2));
   return {};
@@ -79,8 +79,8 @@ Out<> DRAWCELL(double row, double column, double value) {
   const double x = BX + CELL * column;
   const double y = BY + CELL * row;
   if (value == 0.0) {
-    DO(host::draw_color(28, 40, 56));
-    DO(host::rect(x + 1, y + 1, 34, 34, 1));
+    DO(command::draw_color(28, 40, 56));
+    DO(command::rect(x + 1, y + 1, 34, 34, 1));
     return {};
   }
   DO(draw_bevelled(x, y, TRY(COLOR_FOR(value))));

@@ -20,11 +20,11 @@ int64_t free_slot(const Array& lives, int64_t count) {
 }
 
 Out<> throw_particle(double x, double y, double speed, double red, double green, double blue) {
-  const double angle = TRY(host::rnd(1)) * full_circle;
-  const double launch = (TRY(host::rnd(1)) + 0.4) * speed;
+  const double angle = TRY(command::rnd(1)) * full_circle;
+  const double launch = (TRY(command::rnd(1)) + 0.4) * speed;
   const double vx = launch * qor_cos(angle);
   const double vy = launch * qor_sin(angle) - upward_kick;
-  const int64_t life = qor_int(TRY(host::rnd(1)) * 14) + 22;
+  const int64_t life = qor_int(TRY(command::rnd(1)) * 14) + 22;
   DO(ADDPART(x, y, vx, vy, static_cast<double>(life), red, green, blue));
   return {};
 }

@@ -41,9 +41,9 @@ Stack measure_stack() {
 }
 
 Out<> draw_background(double danger) {
-  DO(host::draw_color(qor_cint(60 * danger + 12), qor_cint(26 - 14 * danger),
-                      qor_cint(44 - 22 * danger)));
-  DO(host::rect(0, 0, SCRW, SCRH, 1));
+  DO(command::draw_color(qor_cint(60 * danger + 12), qor_cint(26 - 14 * danger),
+                         qor_cint(44 - 22 * danger)));
+  DO(command::rect(0, 0, SCRW, SCRH, 1));
   return {};
 }
 
@@ -52,15 +52,15 @@ Out<> draw_background(double danger) {
 Out<> draw_horizon(double danger) {
   const double lean = std::clamp(TRY(TORQUE()) * 0.7, -70.0, 70.0);
   const double tick = qor_tick();
-  DO(host::draw_color(qor_cint(26 * danger + 18), qor_cint(36 - 8 * danger),
-                      qor_cint(58 - 18 * danger)));
+  DO(command::draw_color(qor_cint(26 * danger + 18), qor_cint(36 - 8 * danger),
+                         qor_cint(58 - 18 * danger)));
   for (int64_t k = 0; k < 4; ++k) {
     for (int64_t step = 0; step < SCRW; step += 24) {
       const auto x = static_cast<double>(step);
       const int64_t wobble = qor_cint(qor_sin(tick / 260 + x / 70 + static_cast<double>(k)) * 5);
       const int64_t slope = qor_cint(lean * (x - 330) / 330);
       const auto y = static_cast<double>(130 + 175 * k + wobble + slope);
-      DO(host::line(x, y, x + 24, y));
+      DO(command::line(x, y, x + 24, y));
     }
   }
   return {};
@@ -84,12 +84,12 @@ Out<> place_board() {
 Out<> draw_well(bool is_dangerous) {
   if (is_dangerous) {
     const double pulse = (qor_sin(qor_tick() / 110) + 1) * 0.5;
-    DO(host::draw_color(qor_cint(170 * pulse + 70), qor_cint(52 - 20 * pulse),
-                        qor_cint(34 - 10 * pulse)));
+    DO(command::draw_color(qor_cint(170 * pulse + 70), qor_cint(52 - 20 * pulse),
+                           qor_cint(34 - 10 * pulse)));
   } else {
-    DO(host::draw_color(70, 52, 34));
+    DO(command::draw_color(70, 52, 34));
   }
-  DO(host::rect(BX - 8, BY - 8, CELL * COLS + 16, CELL * ROWS + 16, 1));
+  DO(command::rect(BX - 8, BY - 8, CELL * COLS + 16, CELL * ROWS + 16, 1));
   for (int64_t row = 0; row < ROWS; ++row)
     for (int64_t column = 0; column < COLS; ++column)
       DO(DRAWCELL(static_cast<double>(row), static_cast<double>(column),
@@ -100,11 +100,11 @@ Out<> draw_well(bool is_dangerous) {
 Out<> draw_star(int64_t slot) {
   const double x = BX + CELL * qor_array_get(STAR_C.get(), slot) + CELL / 2.0;
   const double y = BY + CELL * qor_array_get(STAR_R.get(), slot) + CELL / 2.0;
-  DO(host::draw_color(250, 225, 90));
-  DO(host::line(x, y - 9, x + 9, y));
-  DO(host::line(x + 9, y, x, y + 9));
-  DO(host::line(x, y + 9, x - 9, y));
-  DO(host::line(x - 9, y, x, y - 9));
+  DO(command::draw_color(250, 225, 90));
+  DO(command::line(x, y - 9, x + 9, y));
+  DO(command::line(x + 9, y, x, y + 9));
+  DO(command::line(x, y + 9, x - 9, y));
+  DO(command::line(x - 9, y, x, y - 9));
   return {};
 }
 
@@ -116,9 +116,9 @@ Out<> draw_stars() {
 }
 
 Out<> draw_ghost_cell(int64_t row, int64_t column) {
-  DO(host::draw_color(70, 84, 100));
-  DO(host::rect(BX + static_cast<double>(CELL * column) + 4,
-                BY + static_cast<double>(CELL * row) + 4, 28, 28, 0));
+  DO(command::draw_color(70, 84, 100));
+  DO(command::rect(BX + static_cast<double>(CELL * column) + 4,
+                   BY + static_cast<double>(CELL * row) + 4, 28, 28, 0));
   return {};
 }
 
@@ -159,7 +159,7 @@ Out<> draw_effects(bool is_dangerous) {
 
 Out<> DRAW() {
   ENTER();
-  DO(host::cls());
+  DO(command::cls());
   const Stack stack = measure_stack();
   DO(draw_background(stack.danger));
   DO(DRAWSKY());
@@ -175,7 +175,7 @@ Out<> DRAW() {
   DO(draw_banners());
   DO(draw_effects(stack.is_dangerous()));
   DO(draw_overlays());
-  DO(host::screen_flip());
+  DO(command::screen_flip());
   return {};
 }
 

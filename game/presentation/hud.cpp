@@ -15,25 +15,25 @@ constexpr double meter_scale = 2.0; // pixels per unit of pull
 constexpr double meter_half = 130.0;
 
 Out<> draw_top_lines() {
-  DO(host::draw_color(235, 235, 245));
-  DO(host::text(AX, 28, "KAVO - Schlagseite"));
-  DO(host::draw_color(200, 210, 160));
+  DO(command::draw_color(235, 235, 245));
+  DO(command::text(AX, 28, "KAVO - Schlagseite"));
+  DO(command::draw_color(200, 210, 160));
   const Text points(qor_double_to_str(number_at(HS_SCORE.get(), 0)));
   const Text best = concat("Best: ", chars(points));
-  DO(host::text(AX + AREA - 150, 28, chars(best)));
-  DO(host::draw_color(150, 165, 180));
-  DO(host::text(AX, 52, "Pfeile/WASD  Space=Drop  M=Musik  ESC=Ende"));
+  DO(command::text(AX + AREA - 150, 28, chars(best)));
+  DO(command::draw_color(150, 165, 180));
+  DO(command::text(AX, 52, "Pfeile/WASD  Space=Drop  M=Musik  ESC=Ende"));
   return {};
 }
 
 Out<> draw_counter(double y, const char* name, int64_t value) {
   const Text counter = label(name, value);
-  DO(host::text(AX, y, chars(counter)));
+  DO(command::text(AX, y, chars(counter)));
   return {};
 }
 
 Out<> draw_counters() {
-  DO(host::draw_color(180, 195, 210));
+  DO(command::draw_color(180, 195, 210));
   DO(draw_counter(AY + AREA + 22, "Score:  ", SCORE));
   DO(draw_counter(AY + AREA + 44, "Reihen: ", LINESCLEARED));
   DO(draw_counter(AY + AREA + 66, "Level:  ", LEVEL));
@@ -41,29 +41,29 @@ Out<> draw_counters() {
 }
 
 Out<> draw_preview() {
-  DO(host::draw_color(150, 165, 180));
-  DO(host::text(AX + 474, AY + AREA + 6, "Naechste"));
+  DO(command::draw_color(150, 165, 180));
+  DO(command::text(AX + 474, AY + AREA + 6, "Naechste"));
   DO(DRAWMINI(static_cast<double>(NEXTCOLOR), AX + 478, AY + AREA + 24, 13, NEXTPIECE));
   return {};
 }
 
 Out<> draw_meter_scale(double x, double y) {
-  DO(host::draw_color(50, 62, 78));
-  DO(host::rect(x - meter_half, y, 260, 12, 1));
-  DO(host::draw_color(150, 70, 70));
+  DO(command::draw_color(50, 62, 78));
+  DO(command::rect(x - meter_half, y, 260, 12, 1));
+  DO(command::draw_color(150, 70, 70));
   const auto mark = static_cast<double>(qor_cint(meter_scale * KAVO_HIGH));
-  DO(host::rect(x - mark, y - 4, 3, 20, 1));
-  DO(host::rect(x + mark, y - 4, 3, 20, 1));
+  DO(command::rect(x - mark, y - 4, 3, 20, 1));
+  DO(command::rect(x + mark, y - 4, 3, 20, 1));
   return {};
 }
 
 Out<> draw_meter_needle(double x, double y) {
   const double pull = std::clamp(meter_scale * TRY(TORQUE()), -meter_half, meter_half);
   if (KAVOARMED)
-    DO(host::draw_color(240, 225, 120));
+    DO(command::draw_color(240, 225, 120));
   else
-    DO(host::draw_color(120, 130, 145));
-  DO(host::rect(x + static_cast<double>(qor_cint(pull)) - 3, y - 6, 6, 24, 1));
+    DO(command::draw_color(120, 130, 145));
+  DO(command::rect(x + static_cast<double>(qor_cint(pull)) - 3, y - 6, 6, 24, 1));
   return {};
 }
 
@@ -72,21 +72,21 @@ Out<> draw_meter() {
   const double y = AY + AREA + 96;
   DO(draw_meter_scale(x, y));
   DO(draw_meter_needle(x, y));
-  DO(host::draw_color(150, 165, 180));
-  DO(host::text(x - 40, y - 26, "Schlagseite"));
+  DO(command::draw_color(150, 165, 180));
+  DO(command::text(x - 40, y - 26, "Schlagseite"));
   if (KAVOARMED)
     return {};
-  DO(host::draw_color(130, 145, 160));
+  DO(command::draw_color(130, 145, 160));
   const Text rest = label("wieder scharf in ", REARMIN);
-  DO(host::text(x - 56, y + 22, chars(rest)));
+  DO(command::text(x - 56, y + 22, chars(rest)));
   return {};
 }
 
 Out<> draw_tip_over_banner() {
   if (FLASH <= 0)
     return {};
-  DO(host::draw_color(250, 230, 90));
-  DO(host::text(AX + 175, AY + 210, "* SCHLAGSEITE! *"));
+  DO(command::draw_color(250, 230, 90));
+  DO(command::text(AX + 175, AY + 210, "* SCHLAGSEITE! *"));
   DO(FLASH -= 1);
   return {};
 }
@@ -94,20 +94,20 @@ Out<> draw_tip_over_banner() {
 Out<> draw_combo_banner() {
   if (COMBOFLASH <= 0)
     return {};
-  DO(host::draw_color(255, 180, 80));
+  DO(command::draw_color(255, 180, 80));
   const Text banner = label("COMBO x", COMBOSHOW);
-  DO(host::text(AX + 210, AY + 300, chars(banner)));
+  DO(command::text(AX + 210, AY + 300, chars(banner)));
   DO(COMBOFLASH -= 1);
   return {};
 }
 
 Out<> draw_pause_box() {
-  DO(host::draw_color(20, 24, 34));
-  DO(host::rect(AX + 160, AY + 230, 220, 80, 1));
-  DO(host::draw_color(250, 230, 120));
-  DO(host::text(AX + 222, AY + 258, "PAUSE"));
-  DO(host::draw_color(180, 195, 210));
-  DO(host::text(AX + 178, AY + 284, "P = weiter   ESC = Titel"));
+  DO(command::draw_color(20, 24, 34));
+  DO(command::rect(AX + 160, AY + 230, 220, 80, 1));
+  DO(command::draw_color(250, 230, 120));
+  DO(command::text(AX + 222, AY + 258, "PAUSE"));
+  DO(command::draw_color(180, 195, 210));
+  DO(command::text(AX + 178, AY + 284, "P = weiter   ESC = Titel"));
   return {};
 }
 
@@ -129,8 +129,8 @@ Out<> draw_banners() {
 
 Out<> draw_overlays() {
   if (GAMEOVER) {
-    DO(host::draw_color(240, 90, 90));
-    DO(host::text(AX + 190, AY + 270, "GAME OVER"));
+    DO(command::draw_color(240, 90, 90));
+    DO(command::text(AX + 190, AY + 270, "GAME OVER"));
   }
   if (state_is("pause"))
     DO(draw_pause_box());

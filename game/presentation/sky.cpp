@@ -10,13 +10,13 @@ namespace {
 constexpr int64_t sun_radius = 26;
 
 Out<> draw_sun() {
-  DO(host::draw_color(232, 230, 200));
+  DO(command::draw_color(232, 230, 200));
   const double centre = static_cast<double>(SCRW) - 92;
   for (int64_t i = -sun_radius; i <= sun_radius; ++i) {
     const auto half = static_cast<double>(
         qor_cint(qor_sqr(static_cast<double>(sun_radius * sun_radius - i * i))));
     const double y = 66.0 + static_cast<double>(i);
-    DO(host::line(centre - half, y, centre + half, y));
+    DO(command::line(centre - half, y, centre + half, y));
   }
   return {};
 }
@@ -31,8 +31,9 @@ double cloud_left(double interval_ms, int64_t period, int64_t start) {
 Out<> draw_background_star(int64_t star) {
   const double wave = qor_sin(qor_tick() / 280 + static_cast<double>(star));
   const int64_t bright = qor_cint((wave + 1) * 0.5 * 140 + 90);
-  DO(host::draw_color(bright, bright, qor_cint(0.8 * static_cast<double>(bright))));
-  DO(host::rect(qor_array_get(BGSTAR_X.get(), star), qor_array_get(BGSTAR_Y.get(), star), 2, 2, 1));
+  DO(command::draw_color(bright, bright, qor_cint(0.8 * static_cast<double>(bright))));
+  DO(command::rect(qor_array_get(BGSTAR_X.get(), star), qor_array_get(BGSTAR_Y.get(), star), 2, 2,
+                   1));
   return {};
 }
 
@@ -49,9 +50,9 @@ Out<> DRAWSKY() {
 }
 
 Out<> draw_night() {
-  DO(host::cls());
-  DO(host::draw_color(12, 26, 44));
-  DO(host::rect(0, 0, SCRW, SCRH, 1));
+  DO(command::cls());
+  DO(command::draw_color(12, 26, 44));
+  DO(command::rect(0, 0, SCRW, SCRH, 1));
   return {};
 }
 
@@ -63,10 +64,10 @@ Out<> draw_menu_background() {
 
 Out<> DRAWCLOUD(double x, double y) {
   ENTER();
-  DO(host::draw_color(38, 48, 70));
-  DO(host::rect(x, y, 64, 16, 1));
-  DO(host::rect(x + 22, y - 10, 52, 18, 1));
-  DO(host::rect(x + 48, y + 2, 52, 14, 1));
+  DO(command::draw_color(38, 48, 70));
+  DO(command::rect(x, y, 64, 16, 1));
+  DO(command::rect(x + 22, y - 10, 52, 18, 1));
+  DO(command::rect(x + 48, y + 2, 52, 14, 1));
   return {};
 }
 

@@ -9,9 +9,9 @@ namespace {
 
 // The second name is asked for only when the first reads zero.
 Out<bool> either_is_held(const char* first, const char* second) {
-  if (is_set(TRY(host::key_state(first))))
+  if (is_set(TRY(command::key_state(first))))
     return true;
-  return is_set(TRY(host::key_state(second)));
+  return is_set(TRY(command::key_state(second)));
 }
 
 Out<> read_directions() {
@@ -23,12 +23,12 @@ Out<> read_directions() {
 }
 
 Out<> read_other_keys() {
-  DO(KSPACE = TRY(host::key_state("Space")));
-  DO(KENTER = TRY(host::key_state("Return")));
-  DO(KP = TRY(host::key_state("P")));
-  DO(KO = TRY(host::key_state("O")));
-  DO(KMK = TRY(host::key_state("M")));
-  DO(KESC = TRY(host::key_state("Escape")));
+  DO(KSPACE = TRY(command::key_state("Space")));
+  DO(KENTER = TRY(command::key_state("Return")));
+  DO(KP = TRY(command::key_state("P")));
+  DO(KO = TRY(command::key_state("O")));
+  DO(KMK = TRY(command::key_state("M")));
+  DO(KESC = TRY(command::key_state("Escape")));
   return {};
 }
 

@@ -41,21 +41,21 @@ Out<> run_title() {
     DO(QUITFLAG = true);
   }
   DO(DRAWTITLE());
-  DO(host::screen_flip());
+  DO(command::screen_flip());
   return {};
 }
 
 Out<> run_options() {
   DO(UPDATEOPTIONS(EU, EDN, EENTER, EESC));
   DO(DRAWOPTIONS());
-  DO(host::screen_flip());
+  DO(command::screen_flip());
   return {};
 }
 
 Out<> run_entry() {
   DO(UPDATEENTER(EU, EDN, EL, ER, EENTER));
   DO(DRAWENTER());
-  DO(host::screen_flip());
+  DO(command::screen_flip());
   return {};
 }
 
@@ -157,9 +157,9 @@ Out<> run_frame() {
 }
 
 Out<> main_loop() {
-  do
+  do {
     DO(run_frame());
-  while (!QUITFLAG);
+  } while (!QUITFLAG);
   return {};
 }
 

@@ -19,11 +19,11 @@ Out<> toggle_selected() {
 
 Out<> draw_switch(int64_t row, int64_t y, const char* name, int64_t is_on) {
   if (OPTSEL == row)
-    DO(host::draw_color(250, 230, 120));
+    DO(command::draw_color(250, 230, 120));
   else
-    DO(host::draw_color(200, 210, 220));
+    DO(command::draw_color(200, 210, 220));
   const Text line = concat(name, is_on != 0 ? "an" : "aus");
-  DO(host::text(AX + 70, y, chars(line)));
+  DO(command::text(AX + 70, y, chars(line)));
   return {};
 }
 
@@ -43,13 +43,13 @@ Out<> UPDATEOPTIONS(double up, double down, double enter, double escape) {
 Out<> DRAWOPTIONS() {
   ENTER();
   DO(draw_menu_background());
-  DO(host::draw_color(245, 245, 255));
-  DO(host::text(AX + 90, 150, "OPTIONEN"));
+  DO(command::draw_color(245, 245, 255));
+  DO(command::text(AX + 90, 150, "OPTIONEN"));
   DO(draw_switch(0, 250, "Musik:  ", MUSICON));
   DO(draw_switch(1, 290, "Sound:  ", SFXON));
-  DO(host::draw_color(160, 175, 190));
-  DO(host::text(AX + 30, 380, "Hoch/Runter waehlen, Enter umschalten"));
-  DO(host::text(AX + 30, 410, "ESC = zurueck"));
+  DO(command::draw_color(160, 175, 190));
+  DO(command::text(AX + 30, 380, "Hoch/Runter waehlen, Enter umschalten"));
+  DO(command::text(AX + 30, 410, "ESC = zurueck"));
   return {};
 }
 

@@ -38,10 +38,10 @@ Out<> draw_twice() {
 
 Out<> present_twice(Out<> (*draw_screen)()) {
   DO(draw_screen());
-  DO(host::screen_flip());
+  DO(command::screen_flip());
   DO(qor_sleep(settle_ms));
   DO(draw_screen());
-  DO(host::screen_flip());
+  DO(command::screen_flip());
   return {};
 }
 
@@ -63,10 +63,10 @@ Out<> scene_kavo() {
   DO(set_cell(13, 8, 0));
   DO(set_cell(11, 9, 0));
   DO(draw_twice());
-  DO(host::save_screenshot("tmp/kavo_before.png"));
+  DO(command::save_screenshot("tmp/kavo_before.png"));
   DO(APPLYKAVO());
   DO(draw_twice());
-  DO(host::save_screenshot("tmp/kavo_after.png"));
+  DO(command::save_screenshot("tmp/kavo_after.png"));
   return {};
 }
 
@@ -77,7 +77,7 @@ Out<> scene_pop() {
   DO(ADDPOPUP(BX + 144, BY + 396, 25));
   DO(ADDPOPUP(BX + 216, BY + 288, 400));
   DO(draw_frames(PF2, 10, 20));
-  DO(host::save_screenshot("tmp/kavo_pop.png"));
+  DO(command::save_screenshot("tmp/kavo_pop.png"));
   return {};
 }
 
@@ -89,10 +89,10 @@ void set_star(int64_t slot, double row, double column) {
 
 Out<> drop_before_and_after(const char* before, const char* after) {
   DO(draw_twice());
-  DO(host::save_screenshot(before));
+  DO(command::save_screenshot(before));
   DO(HARDDROP());
   DO(draw_twice());
-  DO(host::save_screenshot(after));
+  DO(command::save_screenshot(after));
   return {};
 }
 
@@ -115,8 +115,8 @@ Out<> scene_pu() {
 }
 
 Out<> scatter_block(int64_t row, int64_t column) {
-  if (TRY(host::rnd(1)) < 0.6)
-    DO(set_cell(row, column, static_cast<double>(qor_int(TRY(host::rnd(1)) * 5) + 2)));
+  if (TRY(command::rnd(1)) < 0.6)
+    DO(set_cell(row, column, static_cast<double>(qor_int(TRY(command::rnd(1)) * 5) + 2)));
   return {};
 }
 
@@ -127,7 +127,7 @@ Out<> scene_storm() {
   DO(LIGHTNING = 3);
   DO(BOLTX = 300);
   DO(draw_twice());
-  DO(host::save_screenshot("tmp/kavo_storm.png"));
+  DO(command::save_screenshot("tmp/kavo_storm.png"));
   return {};
 }
 
@@ -137,7 +137,7 @@ Out<> scene_qbomb() {
   DO(COLS = 15);
   const Array zero = numbers({0});
   const Array shape = numbers({10, 15});
-  DO(BOARD = TRY(host::reshape(zero.get(), shape.get())));
+  DO(BOARD = TRY(command::reshape(zero.get(), shape.get())));
   for (CC = 4; CC <= 9; ++CC) {
     DO(set_cell(9, CC, 3));
     DO(set_cell(8, CC, 4));
@@ -159,13 +159,13 @@ Out<> scene_title() {
   DO(set_high_score(3, "QUI", 1200));
   DO(set_high_score(4, "---", 0));
   DO(present_twice(DRAWTITLE));
-  DO(host::save_screenshot("tmp/kavo_title.png"));
+  DO(command::save_screenshot("tmp/kavo_title.png"));
   return {};
 }
 
 Out<> scene_opts() {
   DO(present_twice(DRAWOPTIONS));
-  DO(host::save_screenshot("tmp/kavo_opts.png"));
+  DO(command::save_screenshot("tmp/kavo_opts.png"));
   return {};
 }
 
@@ -174,7 +174,7 @@ Out<> scene_enter() {
   DO(ENTERNAME = numbers({10, 0, 21}));
   DO(ENTERPOS = 1);
   DO(present_twice(DRAWENTER));
-  DO(host::save_screenshot("tmp/kavo_enter.png"));
+  DO(command::save_screenshot("tmp/kavo_enter.png"));
   return {};
 }
 
@@ -196,7 +196,7 @@ Out<> scene_default() {
   DO(PIECEX = 4);
   DO(PIECEY = 1);
   DO(draw_frames(F, 4, settle_ms));
-  DO(host::save_screenshot("tmp/kavo.png"));
+  DO(command::save_screenshot("tmp/kavo.png"));
   return {};
 }
 
@@ -226,8 +226,8 @@ const Scene& chosen_scene() {
 Out<> run_scene() {
   const Scene& scene = chosen_scene();
   DO(scene.run());
-  DO(host::sound_shutdown());
-  DO(host::gfx_close());
+  DO(command::sound_shutdown());
+  DO(command::gfx_close());
   qor_print_str(scene.message);
   qor_print_nl();
   return {};

@@ -1,0 +1,15 @@
+// A clock that stands still until it is told otherwise. It takes the place of the runtime's tick
+// and sleep: sleeping moves it on and takes no time.
+#pragma once
+
+namespace kavo::test {
+
+struct FakeClock {
+  double now_ms = 0.0;
+  double slept_ms = 0.0; // all sleeps together
+  double step_ms = 0.0;  // how far every reading moves it on
+};
+
+FakeClock& fake_clock();
+
+} // namespace kavo::test

@@ -1,0 +1,261 @@
+#include "tests/fakes/recording_host.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstring>
+#include <span>
+
+#include "host/arrays.h"
+#include "host/command.h"
+#include "host/elements.h"
+#include "host/files.h"
+#include "runtime/qorrt.h"
+
+namespace kavo::test {
+
+namespace {
+
+using host::OwnedArray;
+
+// ---- how a command is written down -------------------------------------------------------------
+
+std::string shortest(double number) {
+  char buffer[32];
+  const auto end = std::to_chars(buffer, buffer + sizeof buffer, number).ptr;
+  return {buffer, end};
+}
+
+std::string describe(const QorArray* array);
+
+std::string describe(const host::Element& element) {
+  switch (element.tag) {
+  case QOR_TAG_STRING:
+    return '"' + std::string(element.slot.str) + '"';
+  case QOR_TAG_ARRAY:
+    return describe(element.slot.arr);
+  default:
+    return shortest(host::number_in(element));
+  }
+}
+
+std::string describe(const QorArray* array) {
+  std::string text = "[";
+  for (int64_t index = 0; index < host::length_of(array); ++index)
+    text += (index > 0 ? "," : "") + describe(host::element_at(array, index));
+  return text + "]";
+}
+
+// i for whole numbers, f for the others, texts in quotes, arrays in brackets.
+std::string describe(const qor_slot& slot, uint32_t tag) {
+  switch (tag) {
+  case QOR_TAG_INT64:
+    return "i" + std::to_string(slot.i64);
+  case QOR_TAG_FLOAT64:
+    return "f" + shortest(slot.f64);
+  case QOR_TAG_STRING:
+    return '"' + std::string(slot.str) + '"';
+  case QOR_TAG_ARRAY:
+    return describe(slot.arr);
+  default:
+    return "tag" + std::to_string(tag);
+  }
+}
+
+struct Call {
+  std::string_view name;
+  std::span<const qor_slot> slots;
+  std::span<const uint32_t> tags;
+
+  Call(const char* name, const void* slots, const uint32_t* tags, int64_t n)
+      : name(name), slots(static_cast<const qor_slot*>(slots), n), tags(tags, n) {}
+};
+
+void write_down(const Call& call) {
+  auto& host = recording_host();
+  if (host.is_discarding)
+    return;
+  std::string line(call.name);
+  for (std::size_t index = 0; index < call.slots.size(); ++index)
+    line += " " + describe(call.slots[index], call.tags[index]);
+  host.trace.push_back(std::move(line));
+}
+
+// ---- what a command does ------------------------------------------------------------------------
+
+double number_argument(const Call& call, std::size_t index) {
+  return call.tags[index] == QOR_TAG_INT64 ? static_cast<double>(call.slots[index].i64)
+                                           : call.slots[index].f64;
+}
+
+double perform_number(const Call& call) {
+  auto& host = recording_host();
+  if (call.name == "RND")
+    return number_argument(call, 0) < 0 ? 0.0 : host.next_chance();
+  if (call.name == "GFX.KEYSTATE")
+    return host.keys.contains(call.slots[0].str) ? 1.0 : 0.0;
+  if (call.name == "BINWRITER")
+    host::write_whole_file(call.slots[0].str, call.slots[1].str);
+  if (call.name == "SCREENFLIP" && host.on_flip)
+    host.on_flip();
+  return 0.0;
+}
+
+OwnedArray listing(const char* path) {
+  const auto names = host::names_at(path);
+  OwnedArray array = host::new_texts(static_cast<int64_t>(names.size()));
+  for (std::size_t index = 0; index < names.size(); ++index)
+    host::set_text(array.get(), static_cast<int64_t>(index), names[index]);
+  return array;
+}
+
+OwnedArray perform_array(const Call& call) {
+  if (call.name == "TRANSPOSE")
+    return host::transposed(call.slots[0].arr);
+  if (call.name == "RESHAPE")
+    return host::reshaped(call.slots[0].arr, call.slots[1].arr);
+  if (call.name == "MVINS")
+    return host::with_row_inserted(call.slots[0].arr, number_argument(call, 1),
+                                   number_argument(call, 2), call.slots[3].arr);
+  if (call.name == "SPLIT")
+    return host::split(call.slots[0].str, call.slots[1].str);
+  if (call.name == "DIR$")
+    return listing(call.slots[0].str);
+  recording_host().fail("unknown command " + std::string(call.name));
+  return nullptr;
+}
+
+// Runs one command through `perform`, with everything that the record wants to know of it.
+template<class Perform>
+auto run(const Call& call, Perform perform) -> decltype(perform(call)) {
+  auto& host = recording_host();
+  write_down(call);
+  if (!host.begin_command(call.name.data()))
+    return {};
+  try {
+    return perform(call);
+  } catch (const host::CommandError& error) {
+    host.fail(std::string(call.name) + ": " + error.what());
+    return {};
+  }
+}
+
+} // namespace
+
+RecordingHost& recording_host() {
+  static RecordingHost host;
+  return host;
+}
+
+std::vector<std::string> RecordingHost::sent(std::string_view name) const {
+  std::vector<std::string> lines;
+  std::ranges::copy_if(trace, std::back_inserter(lines), [name](std::string_view line) {
+    return line.substr(0, line.find(' ')) == name;
+  });
+  return lines;
+}
+
+int64_t RecordingHost::count(std::string_view name) const {
+  return static_cast<int64_t>(sent(name).size());
+}
+
+void RecordingHost::forget() {
+  trace.clear();
+  commands = 0;
+  draws = 0;
+  frames = 0;
+}
+
+// False when the command is to fail.
+bool RecordingHost::begin_command(const char* name) {
+  ++commands;
+  if (has_debt_)
+    faults.push_back(std::string(name) + " was sent while " + unpolled_ + " was not polled");
+  if (has_failed_)
+    faults.push_back(std::string(name) + " was sent after a command had failed");
+  has_debt_ = true;
+  unpolled_ = name;
+  if (commands != fail_at && name != fail_name)
+    return true;
+  has_failed_ = true;
+  fail(std::string(name) + ": failed on command");
+  return false;
+}
+
+void RecordingHost::fail(std::string message) {
+  error_ = std::move(message);
+}
+
+double RecordingHost::next_chance() {
+  ++draws;
+  if (!chance.empty()) {
+    const double next = chance.front();
+    chance.pop_front();
+    return next;
+  }
+  // SplitMix64 (Steele, Lea, Flood 2014), 53 bits of it.
+  uint64_t z = random_seed += 0x9E3779B97F4A7C15;
+  z = (z ^ (z >> 30)) * 0xBF58476D1CE4E5B9;
+  z = (z ^ (z >> 27)) * 0x94D049BB133111EB;
+  return static_cast<double>((z ^ (z >> 31)) >> 11) * 0x1p-53;
+}
+
+} // namespace kavo::test
+
+using kavo::test::recording_host;
+
+extern "C" {
+
+int64_t qorrt_init(int, char**) {
+  return 1;
+}
+
+void qorrt_shutdown(int64_t) {
+  recording_host().is_shut_down = true;
+}
+
+void qorrt_set_event_dispatcher(int64_t, qorrt_dispatch_fn) {}
+
+double qorrt_call_typed_f64(int64_t, const char* name, const void* slots, const uint32_t* tags,
+                            int64_t n) {
+  return kavo::test::run({name, slots, tags, n}, kavo::test::perform_number);
+}
+
+QorArray* qorrt_call_typed_arr(int64_t, const char* name, const void* slots, const uint32_t* tags,
+                               int64_t n) {
+  return kavo::test::run({name, slots, tags, n}, kavo::test::perform_array).release();
+}
+
+const char* qorrt_last_error(int64_t) {
+  recording_host().polled();
+  return recording_host().error();
+}
+
+void qorrt_clear_last_error(int64_t) {
+  recording_host().clear_error();
+}
+
+int64_t qorrt_frame_begin(int64_t) {
+  ++recording_host().frames;
+  return ++recording_host().open_frames;
+}
+
+void qorrt_frame_end(int64_t, int64_t token) {
+  if (token != recording_host().open_frames)
+    recording_host().faults.push_back("a frame scope was closed out of order");
+  --recording_host().open_frames;
+}
+
+double qorrt_val_to_f64(int64_t, int64_t value) {
+  return static_cast<double>(value);
+}
+
+char* qorrt_val_to_str(int64_t, int64_t value) {
+  return strdup(std::to_string(value).c_str());
+}
+
+void qorrt_register_binary(const char*, int64_t) {}
+
+int64_t qorrt_strlen(const char*) {
+  return -1;
+}
+}

@@ -1,0 +1,65 @@
+// A host without a world: it answers the thirteen operations, writes down every command, follows a
+// script for chance and keys, can fail on command, and does the array and file commands for real.
+//
+// It is strict about the call convention: a command that is sent while the one before it has not
+// been polled is a failure, and so is any command after one that failed.
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kavo::test {
+
+class RecordingHost {
+public:
+  // ---- script ----
+  std::deque<double> chance;     // what RND answers next; after these, `random` decides
+  uint64_t random_seed = 1;      // seed of the numbers that follow the script
+  std::set<std::string> keys;    // names of the keys that are held
+  std::function<void()> on_flip; // called after every SCREENFLIP
+  int64_t fail_at = 0;           // the command with this number (from 1) fails; 0 for none
+  std::string fail_name;         // commands of this name fail; "" for none
+  bool is_discarding = false;    // count commands, but write nothing down
+
+  // ---- record ----
+  std::vector<std::string> trace;  // one line a command, see describe()
+  std::vector<std::string> faults; // breaches of the convention
+  int64_t commands = 0;
+  int64_t draws = 0;       // RND results that were handed out
+  int64_t open_frames = 0; // frame scopes that are open now
+  int64_t frames = 0;      // frame scopes opened so far
+  bool is_shut_down = false;
+
+  // The lines whose command has this name.
+  [[nodiscard]] std::vector<std::string> sent(std::string_view name) const;
+  [[nodiscard]] int64_t count(std::string_view name) const;
+
+  // Forgets the record, keeps the script.
+  void forget();
+
+  // Back to the first moment.
+  void reset() { *this = RecordingHost(); }
+
+  // ---- used by the operations ----
+  bool begin_command(const char* name);
+  void polled() { has_debt_ = false; }
+  void fail(std::string message);
+  void clear_error() { error_.clear(); }
+  [[nodiscard]] const char* error() const { return error_.empty() ? nullptr : error_.c_str(); }
+  double next_chance();
+
+private:
+  std::string error_;
+  std::string unpolled_;
+  bool has_debt_ = false;
+  bool has_failed_ = false;
+};
+
+RecordingHost& recording_host();
+
+} // namespace kavo::test

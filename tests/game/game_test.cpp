@@ -1,0 +1,139 @@
+#include "tests/game/game_test.h"
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <stdexcept>
+
+namespace kavo::test {
+
+const std::initializer_list<const char*> i_piece = {"....", "####"};
+const std::initializer_list<const char*> o_piece = {".##.", ".##."};
+const std::initializer_list<const char*> t_piece = {".#..", "###."};
+const std::initializer_list<const char*> single_cell = {"....", ".#.."};
+
+void GameTest::SetUp() {
+  host().reset();
+  clock() = FakeClock();
+  qor_runtime_set_handle(qorrt_init(0, nullptr));
+  qor_err_clear();
+  qor_recursion_reset_to(0);
+  set_geometry();
+  set_initial_values();
+}
+
+void GameTest::TearDown() {
+  EXPECT_TRUE(host().faults.empty()) << host().faults.front();
+  EXPECT_EQ(qor_recursion_depth(), 0);
+  EXPECT_EQ(qor_err_code(), 0) << "an error is still pending";
+  EXPECT_EQ(host().open_frames, 0);
+  release_state();
+}
+
+std::vector<std::string> GameTest::new_trace() {
+  return std::exchange(host().trace, {});
+}
+
+std::string GameTest::take_error() {
+  const Text message(qor_err_code() != 0 ? qor_err_msg() : nullptr);
+  qor_err_clear();
+  return chars(message);
+}
+
+void set_board_size(int64_t rows, int64_t columns) {
+  ROWS = rows;
+  COLS = columns;
+  BOARD = zero_matrix(rows, columns);
+}
+
+void put(int64_t row, int64_t column, double kind) {
+  put_cell(BOARD.get(), row, column, kind);
+}
+
+void fill_row(int64_t row, double kind) {
+  for (int64_t column = 0; column < COLS; ++column)
+    put(row, column, kind);
+}
+
+double at(int64_t row, int64_t column) {
+  return cell_at(BOARD.get(), row, column);
+}
+
+std::string board_text() {
+  constexpr const char* digits = ".123456789abc";
+  std::string text;
+  for (int64_t row = 0; row < ROWS; ++row) {
+    for (int64_t column = 0; column < COLS; ++column)
+      text += digits[static_cast<int>(at(row, column))];
+    text += '\n';
+  }
+  return text;
+}
+
+int64_t blocks_on_board() {
+  int64_t blocks = 0;
+  for (int64_t row = 0; row < ROWS; ++row)
+    for (int64_t column = 0; column < COLS; ++column)
+      blocks += is_occupied(BOARD.get(), row, column);
+  return blocks;
+}
+
+Array shape(std::initializer_list<const char*> rows) {
+  Array matrix = zero_matrix(4, 4);
+  int64_t row = 0;
+  for (const char* line : rows) {
+    for (int64_t column = 0; column < 4; ++column)
+      put_cell(matrix.get(), row, column, line[column] == '#' ? 1.0 : 0.0);
+    ++row;
+  }
+  return matrix;
+}
+
+std::string shape_text(const Array& matrix) {
+  std::string text;
+  for (int64_t row = 0; row < 4; ++row) {
+    for (int64_t column = 0; column < 4; ++column)
+      text += is_occupied(matrix.get(), row, column) ? '#' : '.';
+    text += '\n';
+  }
+  return text;
+}
+
+void hold(Array piece, int64_t kind, int64_t x, int64_t y) {
+  CURRENTPIECE = std::move(piece);
+  PIECECOLOR = kind;
+  PIECEX = x;
+  PIECEY = y;
+}
+
+std::string name_at(int64_t slot) {
+  return qor_array_get_str(HS_NAME.get(), slot);
+}
+double score_at(int64_t slot) {
+  return qor_array_get(HS_SCORE.get(), slot);
+}
+
+TemporaryFolder::TemporaryFolder() : old_(std::filesystem::current_path()) {
+  std::string pattern = std::filesystem::temp_directory_path() / "kavo-test-XXXXXX";
+  if (mkdtemp(pattern.data()) == nullptr)
+    throw std::runtime_error("no temporary folder");
+  path_ = pattern;
+  std::filesystem::current_path(path_);
+}
+
+TemporaryFolder::~TemporaryFolder() {
+  std::filesystem::current_path(old_);
+  std::filesystem::remove_all(path_);
+}
+
+void write_file(const std::string& path, const std::string& content) {
+  std::ofstream(path, std::ios::binary) << content;
+}
+
+std::string read_file(const std::string& path) {
+  std::ostringstream content;
+  content << std::ifstream(path, std::ios::binary).rdbuf();
+  return content.str();
+}
+
+} // namespace kavo::test

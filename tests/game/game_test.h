@@ -1,0 +1,91 @@
+// What every test of a game routine starts from: a fresh game state, a recording host, a clock
+// that stands still.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <initializer_list>
+#include <string>
+#include <vector>
+
+#include "game/commands.h"
+#include "game/state.h"
+#include "tests/fakes/fake_clock.h"
+#include "tests/fakes/recording_host.h"
+
+namespace kavo::test {
+
+// Opens what a routine gives back, after the poll that every caller owes.
+template<class T>
+T run(Out<T> out) {
+  error_is_pending();
+  return Opener::open(out);
+}
+inline void run(Out<>) {
+  error_is_pending();
+}
+
+class GameTest : public ::testing::Test {
+protected:
+  void SetUp() override;
+  void TearDown() override;
+
+  static RecordingHost& host() { return recording_host(); }
+  static FakeClock& clock() { return fake_clock(); }
+
+  // The commands since the last call or the start of the test.
+  static std::vector<std::string> new_trace();
+
+  // For tests in which a command fails: the message, after which no error is pending.
+  static std::string take_error();
+};
+
+// ---- boards -------------------------------------------------------------------------------------
+
+// Makes an empty board of this shape the board of the game.
+void set_board_size(int64_t rows, int64_t columns);
+
+// Writes `kind` into the cells row, column.
+void put(int64_t row, int64_t column, double kind = 1);
+void fill_row(int64_t row, double kind = 1);
+double at(int64_t row, int64_t column);
+
+// The board as text, a line a row: '.' for empty, else the kind in base 36.
+std::string board_text();
+
+// The number of occupied cells.
+int64_t blocks_on_board();
+
+// ---- pieces -------------------------------------------------------------------------------------
+
+// A 4 x 4 shape from rows of '.' and '#'; missing rows are empty.
+Array shape(std::initializer_list<const char*> rows);
+std::string shape_text(const Array& matrix);
+
+// Makes this the falling piece.
+void hold(Array piece, int64_t kind, int64_t x, int64_t y);
+
+extern const std::initializer_list<const char*> i_piece, o_piece, t_piece, single_cell;
+
+// ---- high scores --------------------------------------------------------------------------------
+
+std::string name_at(int64_t slot);
+double score_at(int64_t slot);
+
+// A new empty folder that is the current one for as long as this lives.
+class TemporaryFolder {
+public:
+  TemporaryFolder();
+  ~TemporaryFolder();
+  TemporaryFolder(const TemporaryFolder&) = delete;
+  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+private:
+  std::string old_;
+  std::string path_;
+};
+
+void write_file(const std::string& path, const std::string& content);
+std::string read_file(const std::string& path);
+
+} // namespace kavo::test
