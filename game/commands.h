@@ -15,13 +15,13 @@ namespace kavo::command {
 class Number {
 public:
   template<std::integral T>
-  Number(T value) : tag(QOR_TAG_INT64) {
+  Number(T value) {
     slot.i64 = static_cast<int64_t>(value);
   }
   Number(double value) : tag(QOR_TAG_FLOAT64) { slot.f64 = value; }
 
   qor_slot slot{};
-  uint32_t tag;
+  uint32_t tag = QOR_TAG_INT64;
 };
 
 // Screen. Positions and sizes in pixels, colour components 0..255, `fill` 1 for a filled shape and

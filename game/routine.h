@@ -9,7 +9,6 @@
 // && and || excepted: leaving the function from within a larger one skips destructors in GCC 12.
 #pragma once
 
-#include <type_traits>
 #include <utility>
 
 #include "runtime/qor.h"
@@ -21,9 +20,7 @@ template<class T = void>
 class [[nodiscard]] Out {
 public:
   Out() = default;
-  template<class U>
-  requires std::is_convertible_v<U, T> Out(U&& value)
-      : value_(std::forward<U>(value)) {} // NOLINT(bugprone-forwarding-reference-overload)
+  Out(T value) : value_(std::move(value)) {}
 
 private:
   friend struct Opener;

@@ -73,16 +73,16 @@ Out<> fill_row(const Cell& at) {
 
 } // namespace
 
-Out<> TRIGGERPOWERUP(double power_up, double row, double column) {
+Out<> TRIGGERPOWERUP(double kind, double row, double column) {
   ENTER();
   const Cell at{qor_int(row), qor_int(column)};
-  if (power_up == kind::bomb)
+  if (kind == kind::bomb)
     DO(explode(at));
-  else if (power_up == kind::cross_line)
+  else if (kind == kind::cross_line)
     DO(blast_row_and_column(at));
-  else if (power_up == kind::coin)
+  else if (kind == kind::coin)
     DO(cash_in(at));
-  else if (power_up == kind::row_filler)
+  else if (kind == kind::row_filler)
     DO(fill_row(at));
   // Settling first is what lets a filled row fall apart before it could be cleared.
   DO(SETTLEDOWN());
@@ -90,17 +90,17 @@ Out<> TRIGGERPOWERUP(double power_up, double row, double column) {
   return {};
 }
 
-Out<Text> PU_LABEL$(double value) {
+Out<Text> PU_LABEL$(double kind) {
   ENTER();
-  if (value == kind::bomb)
+  if (kind == kind::bomb)
     return copy("B");
-  if (value == kind::cross_line)
+  if (kind == kind::cross_line)
     return copy("L");
-  if (value == kind::coin)
+  if (kind == kind::coin)
     return copy("$");
-  if (value == kind::heavy)
+  if (kind == kind::heavy)
     return copy("A");
-  if (value == kind::row_filler)
+  if (kind == kind::row_filler)
     return copy("*");
   return copy("");
 }

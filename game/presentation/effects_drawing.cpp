@@ -118,7 +118,7 @@ Out<> draw_lightning() {
   if (LIGHTNING <= 0)
     return {};
   DO(command::draw_color(235, 240, 255));
-  double x = static_cast<double>(BOLTX);
+  auto x = static_cast<double>(BOLTX);
   for (int64_t y = 0; y < 330; y += 55) {
     const double next = x + static_cast<double>(qor_int(TRY(command::rnd(1)) * 44) - 22);
     DO(command::line(x, static_cast<double>(y), next, static_cast<double>(y + 55)));
