@@ -76,6 +76,23 @@ TEST(Regex, TakesLongTexts) {
   EXPECT_EQ(take(qor_regex_replace("(?:a|b)+", text.c_str(), "x")), "x");
 }
 
+TEST(Regex, TakesDeepPatterns) {
+  const auto pattern = std::string(2000, '(') + "a" + std::string(2000, ')') + "*";
+  EXPECT_EQ(qor_regex_match(pattern.c_str(), "aaa"), 1);
+  EXPECT_EQ(qor_regex_match(std::string(100000, '(').c_str(), "a"), 0);
+}
+
+TEST(Regex, TakesCountedRepetitions) {
+  const auto text = std::string(5000, 'a');
+  EXPECT_EQ(qor_regex_match("((a?){20}b?)*", text.c_str()), 1);
+  EXPECT_EQ(qor_regex_match("a{2,3}{4}", "aaaaaaaaa"), 1);
+}
+
+TEST(Regex, RefusesWhatWouldNeedATerabyteOfStack) {
+  const auto text = std::string(10000000, 'a');
+  EXPECT_EQ(qor_regex_match("(((a{1,9}){1,9}){1,9})*", text.c_str()), 0);
+}
+
 TEST(RegexProperty, GivesWhatTheStandardLibraryGives) {
   std::mt19937 random(1); // NOLINT(cert-msc51-cpp): the same texts every time
   const std::array patterns{"a+", "(a|b)c?", "[^a]*",  "b(a)?",  "^a",
