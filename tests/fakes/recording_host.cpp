@@ -6,6 +6,7 @@
 #include <span>
 
 #include "host/arrays.h"
+#include "host/binary_strings.h"
 #include "host/command.h"
 #include "host/elements.h"
 #include "host/files.h"
@@ -66,9 +67,13 @@ struct Call {
   std::span<const qor_slot> slots;
   std::span<const uint32_t> tags;
 
-  Call(const char* name, const void* slots, const uint32_t* tags, int64_t n)
-      : name(name), slots(static_cast<const qor_slot*>(slots), n), tags(tags, n) {}
+  [[nodiscard]] host::Arguments arguments() const { return {slots.data(), tags.data()}; }
 };
+
+Call call_of(const char* name, const void* slots, const uint32_t* tags, int64_t n) {
+  const auto count = static_cast<std::size_t>(n);
+  return {name, {static_cast<const qor_slot*>(slots), count}, {tags, count}};
+}
 
 void write_down(const Call& call) {
   auto& host = recording_host();
@@ -82,25 +87,21 @@ void write_down(const Call& call) {
 
 // ---- what a command does ------------------------------------------------------------------------
 
-double number_argument(const Call& call, std::size_t index) {
-  return call.tags[index] == QOR_TAG_INT64 ? static_cast<double>(call.slots[index].i64)
-                                           : call.slots[index].f64;
-}
-
 double perform_number(const Call& call) {
   auto& host = recording_host();
+  const auto arguments = call.arguments();
   if (call.name == "RND")
-    return number_argument(call, 0) < 0 ? 0.0 : host.next_chance();
+    return arguments.number(0) < 0 ? 0.0 : host.next_chance();
   if (call.name == "GFX.KEYSTATE")
-    return host.keys.contains(call.slots[0].str) ? 1.0 : 0.0;
+    return host.reading_of(std::string(arguments.text(0)));
   if (call.name == "BINWRITER")
-    host::write_whole_file(call.slots[0].str, call.slots[1].str);
+    host::write_whole_file(arguments.text(0), arguments.text(1));
   if (call.name == "SCREENFLIP" && host.on_flip)
     host.on_flip();
   return 0.0;
 }
 
-OwnedArray listing(const char* path) {
+OwnedArray listing(std::string_view path) {
   const auto names = host::names_at(path);
   OwnedArray array = host::new_texts(static_cast<int64_t>(names.size()));
   for (std::size_t index = 0; index < names.size(); ++index)
@@ -109,17 +110,18 @@ OwnedArray listing(const char* path) {
 }
 
 OwnedArray perform_array(const Call& call) {
+  const auto arguments = call.arguments();
   if (call.name == "TRANSPOSE")
-    return host::transposed(call.slots[0].arr);
+    return host::transposed(arguments.array(0));
   if (call.name == "RESHAPE")
-    return host::reshaped(call.slots[0].arr, call.slots[1].arr);
+    return host::reshaped(arguments.array(0), arguments.array(1));
   if (call.name == "MVINS")
-    return host::with_row_inserted(call.slots[0].arr, number_argument(call, 1),
-                                   number_argument(call, 2), call.slots[3].arr);
+    return host::with_row_inserted(arguments.array(0), arguments.number(1), arguments.number(2),
+                                   arguments.array(3));
   if (call.name == "SPLIT")
-    return host::split(call.slots[0].str, call.slots[1].str);
+    return host::split(arguments.text(0), arguments.text(1));
   if (call.name == "DIR$")
-    return listing(call.slots[0].str);
+    return listing(arguments.text(0));
   recording_host().fail("unknown command " + std::string(call.name));
   return nullptr;
 }
@@ -185,6 +187,13 @@ void RecordingHost::fail(std::string message) {
   error_ = std::move(message);
 }
 
+double RecordingHost::reading_of(const std::string& key) const {
+  const auto found = readings.find(key);
+  if (found != readings.end())
+    return found->second;
+  return keys.contains(key) ? 1.0 : 0.0;
+}
+
 double RecordingHost::next_chance() {
   ++draws;
   if (!chance.empty()) {
@@ -217,12 +226,13 @@ void qorrt_set_event_dispatcher(int64_t, qorrt_dispatch_fn) {}
 
 double qorrt_call_typed_f64(int64_t, const char* name, const void* slots, const uint32_t* tags,
                             int64_t n) {
-  return kavo::test::run({name, slots, tags, n}, kavo::test::perform_number);
+  return kavo::test::run(kavo::test::call_of(name, slots, tags, n), kavo::test::perform_number);
 }
 
 QorArray* qorrt_call_typed_arr(int64_t, const char* name, const void* slots, const uint32_t* tags,
                                int64_t n) {
-  return kavo::test::run({name, slots, tags, n}, kavo::test::perform_array).release();
+  return kavo::test::run(kavo::test::call_of(name, slots, tags, n), kavo::test::perform_array)
+      .release();
 }
 
 const char* qorrt_last_error(int64_t) {
@@ -253,9 +263,11 @@ char* qorrt_val_to_str(int64_t, int64_t value) {
   return strdup(std::to_string(value).c_str());
 }
 
-void qorrt_register_binary(const char*, int64_t) {}
+void qorrt_register_binary(const char* s, int64_t length) {
+  kavo::host::register_binary_string(s, length);
+}
 
-int64_t qorrt_strlen(const char*) {
-  return -1;
+int64_t qorrt_strlen(const char* s) {
+  return kavo::host::binary_string_length(s);
 }
 }

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
+#include <map>
 #include <set>
 #include <string>
 #include <string_view>
@@ -18,13 +19,14 @@ namespace kavo::test {
 class RecordingHost {
 public:
   // ---- script ----
-  std::deque<double> chance;     // what RND answers next; after these, `random` decides
-  uint64_t random_seed = 1;      // seed of the numbers that follow the script
-  std::set<std::string> keys;    // names of the keys that are held
-  std::function<void()> on_flip; // called after every SCREENFLIP
-  int64_t fail_at = 0;           // the command with this number (from 1) fails; 0 for none
-  std::string fail_name;         // commands of this name fail; "" for none
-  bool is_discarding = false;    // count commands, but write nothing down
+  std::deque<double> chance;              // what RND answers next; after these, `random` decides
+  uint64_t random_seed = 1;               // seed of the numbers that follow the script
+  std::set<std::string> keys;             // names of the keys that are held, which read 1
+  std::map<std::string, double> readings; // keys that read this instead
+  std::function<void()> on_flip;          // called after every SCREENFLIP
+  int64_t fail_at = 0;                    // the command with this number (from 1) fails; 0 for none
+  std::string fail_name;                  // commands of this name fail; "" for none
+  bool is_discarding = false;             // count commands, but write nothing down
 
   // ---- record ----
   std::vector<std::string> trace;  // one line a command, see describe()
@@ -52,6 +54,7 @@ public:
   void clear_error() { error_.clear(); }
   [[nodiscard]] const char* error() const { return error_.empty() ? nullptr : error_.c_str(); }
   double next_chance();
+  [[nodiscard]] double reading_of(const std::string& key) const;
 
 private:
   std::string error_;

@@ -13,6 +13,10 @@ const std::initializer_list<const char*> t_piece = {".#..", "###."};
 const std::initializer_list<const char*> single_cell = {"....", ".#.."};
 
 void GameTest::SetUp() {
+  start_afresh();
+}
+
+void GameTest::start_afresh() {
   host().reset();
   clock() = FakeClock();
   qor_runtime_set_handle(qorrt_init(0, nullptr));
@@ -30,8 +34,28 @@ void GameTest::TearDown() {
   release_state();
 }
 
-std::vector<std::string> GameTest::new_trace() {
+Trace GameTest::new_trace() {
   return std::exchange(host().trace, {});
+}
+
+int64_t GameTest::fail_each_command(const std::function<void()>& arrange,
+                                    const std::function<void()>& routine) {
+  for (int64_t nth = 1; !HasFailure(); ++nth) {
+    start_afresh();
+    arrange();
+    host().forget();
+    host().is_discarding = true;
+    host().fail_at = nth;
+    routine();
+    if (host().commands < nth)
+      return host().commands;
+    SCOPED_TRACE("command " + std::to_string(nth));
+    EXPECT_EQ(host().commands, nth) << "it went on after the failure";
+    EXPECT_TRUE(host().faults.empty()) << host().faults.front();
+    EXPECT_EQ(qor_recursion_depth(), 0);
+    EXPECT_TRUE(take_error().ends_with(": failed on command"));
+  }
+  return 0;
 }
 
 std::string GameTest::take_error() {

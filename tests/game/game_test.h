@@ -4,14 +4,15 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <initializer_list>
 #include <string>
-#include <vector>
 
 #include "game/commands.h"
 #include "game/state.h"
 #include "tests/fakes/fake_clock.h"
 #include "tests/fakes/recording_host.h"
+#include "tests/game/trace.h"
 
 namespace kavo::test {
 
@@ -33,8 +34,18 @@ protected:
   static RecordingHost& host() { return recording_host(); }
   static FakeClock& clock() { return fake_clock(); }
 
-  // The commands since the last call or the start of the test.
-  static std::vector<std::string> new_trace();
+  // A fresh host, clock and game state, as at the start of every test.
+  static void start_afresh();
+
+  // The commands since the last call or the start of the test; drawn() without the kinds of their
+  // numbers, as most tests want them.
+  static Trace new_trace();
+  static Trace drawn() { return plain(new_trace()); }
+
+  // Fails every command of `routine` in turn, each time on a fresh state that `arrange` prepared.
+  // It must stop at that command with the error pending. Gives the number of commands it sends.
+  static int64_t fail_each_command(const std::function<void()>& arrange,
+                                   const std::function<void()>& routine);
 
   // For tests in which a command fails: the message, after which no error is pending.
   static std::string take_error();
