@@ -77,9 +77,10 @@ Out<double> HS_RANK(double score) {
 Out<> HS_INSERT(const char* name, double rank, double score) {
   ENTER();
   const int64_t slot = qor_int(rank);
+  const Text inserted = copy(name); // the name may stand in the table itself
   for (int64_t worse = entries - 1; worse > slot; --worse)
     DO(set_entry(worse, name_at(worse - 1), score_at(worse - 1)));
-  DO(set_entry(slot, name, score));
+  DO(set_entry(slot, chars(inserted), score));
   DO(SAVEHIGH());
   return {};
 }
