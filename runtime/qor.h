@@ -3,6 +3,11 @@
 #define QOR_QOR_H
 
 #include "runtime/array.h"
+#include "runtime/array_functions.h"
+#include "runtime/array_math.h"
+#include "runtime/array_order.h"
+#include "runtime/array_select.h"
+#include "runtime/array_statistics.h"
 #include "runtime/bridge.h"
 #include "runtime/clock.h"
 #include "runtime/dates.h"

@@ -1,0 +1,111 @@
+// Walking arrays element by element, row by row.
+#pragma once
+
+#include "runtime/internal/array_slots.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <span>
+#include <vector>
+
+namespace qor {
+
+// The elements of an array as numbers; strings and rows count as 0.0.
+class Numbers {
+public:
+  explicit Numbers(const QorArray* array) {
+    values_ = slots_of(array);
+    if (array == nullptr || (array->flags & string_flags) == 0)
+      return;
+    zeros_.assign(values_.size(), 0.0);
+    values_ = zeros_;
+  }
+  Numbers(const Numbers&) = delete;
+  Numbers& operator=(const Numbers&) = delete;
+
+  const double* data() const { return values_.data(); }
+  std::size_t size() const { return values_.size(); }
+  double operator[](std::size_t i) const { return values_[i]; }
+
+private:
+  std::vector<double> zeros_;
+  std::span<const double> values_;
+};
+
+inline const QorArray* row_of(const QorArray* array, int64_t index) {
+  return reference_in<const QorArray>(array->data[index]);
+}
+
+// A nested array of `length` rows, each made by `make_row(index)`.
+template<typename MakeRow>
+QorArray* new_rows(int64_t length, MakeRow make_row) {
+  auto* result = new_uninitialised_array(length, QOR_FLAG_NESTED);
+  for (int64_t i = 0; i < result->length; ++i)
+    set_reference(result, i, make_row(i));
+  return result;
+}
+
+// The function applied to every number.
+template<typename Function>
+QorArray* mapped(const QorArray* array, Function function) {
+  if (has_rows(array))
+    return new_rows(array->length, [=](int64_t i) { return mapped(row_of(array, i), function); });
+  const Numbers values(array);
+  auto* result = new_uninitialised_array(static_cast<int64_t>(values.size()), 0);
+  std::transform(values.data(), values.data() + values.size(), result->data, function);
+  return result;
+}
+
+// `with_operation` calls what it is given with the binary operation that is meant, which lets the
+// compiler see the operation inside the loop.
+template<typename WithOperation>
+QorArray* combined_with_scalar(const QorArray* array, double s, bool is_scalar_first,
+                               const WithOperation& with_operation) {
+  if (has_rows(array))
+    return new_rows(array->length, [&](int64_t i) {
+      return combined_with_scalar(row_of(array, i), s, is_scalar_first, with_operation);
+    });
+  const Numbers values(array);
+  auto* result = new_uninitialised_array(static_cast<int64_t>(values.size()), 0);
+  with_operation([&](auto operation) {
+    const auto* in = values.data();
+    auto* out = result->data;
+    if (is_scalar_first)
+      std::transform(in, in + values.size(), out, [=](double x) { return operation(s, x); });
+    else
+      std::transform(in, in + values.size(), out, [=](double x) { return operation(x, s); });
+  });
+  return result;
+}
+
+template<typename WithOperation>
+QorArray* combined(const QorArray* a, const QorArray* b, const WithOperation& with_operation) {
+  const Numbers left(a);
+  const Numbers right(b);
+  const auto length = std::min(left.size(), right.size());
+  if (has_rows(a) || has_rows(b))
+    return new_rows(static_cast<int64_t>(length), [&](int64_t i) {
+      const auto at = static_cast<std::size_t>(i);
+      if (!has_rows(a))
+        return combined_with_scalar(row_of(b, i), left[at], true, with_operation);
+      if (!has_rows(b))
+        return combined_with_scalar(row_of(a, i), right[at], false, with_operation);
+      return combined(row_of(a, i), row_of(b, i), with_operation);
+    });
+  auto* result = new_uninitialised_array(static_cast<int64_t>(length), 0);
+  with_operation([&](auto operation) {
+    std::transform(left.data(), left.data() + length, right.data(), result->data, operation);
+  });
+  return result;
+}
+
+// Calls `take` with the numbers of the array or, one after the other, of all its rows.
+template<typename Take>
+void for_each_run(const QorArray* array, const Take& take) {
+  if (!has_rows(array) && !has_strings(array))
+    take(slots_of(array));
+  for (int64_t i = 0; has_rows(array) && i < array->length; ++i)
+    for_each_run(row_of(array, i), take);
+}
+
+} // namespace qor
