@@ -1,10 +1,5 @@
 #include "tests/game/game_test.h"
 
-#include <filesystem>
-#include <fstream>
-#include <sstream>
-#include <stdexcept>
-
 namespace kavo::test {
 
 const std::initializer_list<const char*> i_piece = {"....", "####"};
@@ -135,29 +130,6 @@ std::string name_at(int64_t slot) {
 }
 double score_at(int64_t slot) {
   return qor_array_get(HS_SCORE.get(), slot);
-}
-
-TemporaryFolder::TemporaryFolder() : old_(std::filesystem::current_path()) {
-  std::string pattern = std::filesystem::temp_directory_path() / "kavo-test-XXXXXX";
-  if (mkdtemp(pattern.data()) == nullptr)
-    throw std::runtime_error("no temporary folder");
-  path_ = pattern;
-  std::filesystem::current_path(path_);
-}
-
-TemporaryFolder::~TemporaryFolder() {
-  std::filesystem::current_path(old_);
-  std::filesystem::remove_all(path_);
-}
-
-void write_file(const std::string& path, const std::string& content) {
-  std::ofstream(path, std::ios::binary) << content;
-}
-
-std::string read_file(const std::string& path) {
-  std::ostringstream content;
-  content << std::ifstream(path, std::ios::binary).rdbuf();
-  return content.str();
 }
 
 } // namespace kavo::test

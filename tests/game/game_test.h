@@ -13,6 +13,8 @@
 #include "tests/fakes/fake_clock.h"
 #include "tests/fakes/recording_host.h"
 #include "tests/game/trace.h"
+#include "tests/support/files.h"
+#include "tests/support/temporary_folder.h"
 
 namespace kavo::test {
 
@@ -82,21 +84,5 @@ extern const std::initializer_list<const char*> i_piece, o_piece, t_piece, singl
 
 std::string name_at(int64_t slot);
 double score_at(int64_t slot);
-
-// A new empty folder that is the current one for as long as this lives.
-class TemporaryFolder {
-public:
-  TemporaryFolder();
-  ~TemporaryFolder();
-  TemporaryFolder(const TemporaryFolder&) = delete;
-  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-
-private:
-  std::string old_;
-  std::string path_;
-};
-
-void write_file(const std::string& path, const std::string& content);
-std::string read_file(const std::string& path);
 
 } // namespace kavo::test

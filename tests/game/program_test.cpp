@@ -24,6 +24,7 @@ protected:
   static void start(std::initializer_list<const char*> arguments) {
     std::vector<std::string> words(arguments.begin(), arguments.end());
     std::vector<char*> argv;
+    argv.reserve(words.size() + 1);
     for (std::string& word : words)
       argv.push_back(word.data());
     argv.push_back(nullptr);
@@ -40,6 +41,12 @@ protected:
   TemporaryFolder folder;
   static inline std::string printed;
 };
+
+constexpr const char* start_of_music = // as one command
+    R"(SOUND.NOTE "< [c5 e5 g5 e5] [a4 c5 e5 c5] [f4 a4 c5 [d5 c5]] [g4 b4 d5 ~] )"
+    R"([e5 g5 [a5 g5] e5] [d5 f5 [e5 d5] c5] [c5 [b4 c5] d5 e5] [c5 ~ ~ ~] , )"
+    R"([[c2 c3]*4] [[a1 a2]*4] [[f1 f2]*4] [[g1 g2]*4] [[c2 c3]*4] [[d2 d3]*2 [f1 f2]*2] )"
+    R"([[g1 g2]*2 [g1 b1]*2] [[c2 c3]*4] >" i1)";
 
 const Trace screen_and_sound = {
     R"(SCREEN i660 i800 "KAVO - Schlagseite" i1)",
@@ -59,10 +66,7 @@ const Trace screen_and_sound = {
     "SOUND.GAIN i4 f0.45",
     R"(SOUND.VOICE i5 "SAW" f0.02 f0.28 f0 f0.3)",
     "SOUND.GAIN i5 f0.5",
-    R"(SOUND.NOTE "< [c5 e5 g5 e5] [a4 c5 e5 c5] [f4 a4 c5 [d5 c5]] [g4 b4 d5 ~] )"
-    R"([e5 g5 [a5 g5] e5] [d5 f5 [e5 d5] c5] [c5 [b4 c5] d5 e5] [c5 ~ ~ ~] , )"
-    R"([[c2 c3]*4] [[a1 a2]*4] [[f1 f2]*4] [[g1 g2]*4] [[c2 c3]*4] [[d2 d3]*2 [f1 f2]*2] )"
-    R"([[g1 g2]*2 [g1 b1]*2] [[c2 c3]*4] >" i1)",
+    start_of_music,
 };
 
 TEST_F(ProgramTest, StartUpOpensTheScreenAndThenSetsUpTheSound) {
