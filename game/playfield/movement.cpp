@@ -42,7 +42,7 @@ Out<double> CHECKCOLLISION(const Array& shape, double x, double y) {
   const int64_t top = qor_int(y);
   for (int64_t row = 0; row < 4; ++row)
     for (int64_t column = 0; column < 4; ++column)
-      if (is_occupied(shape.get(), row, column) && is_blocked(left + column, top + row))
+      if (TRY(is_occupied(shape.get(), row, column) && is_blocked(left + column, top + row)))
         return 1.0;
   return 0.0;
 }

@@ -245,8 +245,11 @@ void qorrt_clear_last_error(int64_t) {
 }
 
 int64_t qorrt_frame_begin(int64_t) {
-  ++recording_host().frames;
-  return ++recording_host().open_frames;
+  auto& host = recording_host();
+  ++host.frames;
+  if (host.open_frames == 0 && host.on_frame)
+    host.on_frame();
+  return ++host.open_frames;
 }
 
 void qorrt_frame_end(int64_t, int64_t token) {
@@ -255,8 +258,9 @@ void qorrt_frame_end(int64_t, int64_t token) {
   --recording_host().open_frames;
 }
 
+// The half tells a host value that was read through the host from one that was not.
 double qorrt_val_to_f64(int64_t, int64_t value) {
-  return static_cast<double>(value);
+  return static_cast<double>(value) + 0.5;
 }
 
 char* qorrt_val_to_str(int64_t, int64_t value) {

@@ -24,6 +24,7 @@ public:
   std::set<std::string> keys;             // names of the keys that are held, which read 1
   std::map<std::string, double> readings; // keys that read this instead
   std::function<void()> on_flip;          // called after every SCREENFLIP
+  std::function<void()> on_frame;         // called when the main loop begins a frame
   int64_t fail_at = 0;                    // the command with this number (from 1) fails; 0 for none
   std::string fail_name;                  // commands of this name fail; "" for none
   bool is_discarding = false;             // count commands, but write nothing down

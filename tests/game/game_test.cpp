@@ -33,24 +33,31 @@ Trace GameTest::new_trace() {
   return std::exchange(host().trace, {});
 }
 
+bool GameTest::fails_cleanly_at(int64_t nth, const std::function<void()>& arrange,
+                                const std::function<void()>& routine) {
+  start_afresh();
+  arrange();
+  host().forget();
+  host().is_discarding = true;
+  host().fail_at = nth;
+  routine();
+  if (host().commands < nth)
+    return false;
+  SCOPED_TRACE("command " + std::to_string(nth));
+  EXPECT_EQ(host().commands, nth) << "it went on after the failure";
+  EXPECT_TRUE(host().faults.empty()) << host().faults.front();
+  EXPECT_EQ(qor_recursion_depth(), 0);
+  EXPECT_EQ(host().open_frames, 0);
+  EXPECT_TRUE(take_error().ends_with(": failed on command"));
+  return !HasFailure();
+}
+
 int64_t GameTest::fail_each_command(const std::function<void()>& arrange,
                                     const std::function<void()>& routine) {
-  for (int64_t nth = 1; !HasFailure(); ++nth) {
-    start_afresh();
-    arrange();
-    host().forget();
-    host().is_discarding = true;
-    host().fail_at = nth;
-    routine();
-    if (host().commands < nth)
-      return host().commands;
-    SCOPED_TRACE("command " + std::to_string(nth));
-    EXPECT_EQ(host().commands, nth) << "it went on after the failure";
-    EXPECT_TRUE(host().faults.empty()) << host().faults.front();
-    EXPECT_EQ(qor_recursion_depth(), 0);
-    EXPECT_TRUE(take_error().ends_with(": failed on command"));
-  }
-  return 0;
+  int64_t nth = 1;
+  while (fails_cleanly_at(nth, arrange, routine))
+    ++nth;
+  return HasFailure() ? 0 : host().commands;
 }
 
 std::string GameTest::take_error() {
@@ -58,6 +65,8 @@ std::string GameTest::take_error() {
   qor_err_clear();
   return chars(message);
 }
+
+constexpr std::string_view digits = ".123456789abc"; // the kinds as board_text() writes them
 
 void set_board_size(int64_t rows, int64_t columns) {
   ROWS = rows;
@@ -78,8 +87,20 @@ double at(int64_t row, int64_t column) {
   return cell_at(BOARD.get(), row, column);
 }
 
+void set_bottom(std::initializer_list<std::string_view> rows) {
+  int64_t row = ROWS - std::ssize(rows);
+  for (const std::string_view line : rows) {
+    for (int64_t column = 0; column < COLS; ++column)
+      put(row, column, static_cast<double>(digits.find(line[column])));
+    ++row;
+  }
+}
+
+std::string bottom_text(int64_t rows) {
+  return board_text().substr((ROWS - rows) * (COLS + 1));
+}
+
 std::string board_text() {
-  constexpr const char* digits = ".123456789abc";
   std::string text;
   for (int64_t row = 0; row < ROWS; ++row) {
     for (int64_t column = 0; column < COLS; ++column)
@@ -123,6 +144,16 @@ void hold(Array piece, int64_t kind, int64_t x, int64_t y) {
   PIECECOLOR = kind;
   PIECEX = x;
   PIECEY = y;
+}
+
+void arrange_busy_lock() {
+  set_board_size(15, 10);
+  for (int64_t row = 4; row < 14; ++row)
+    for (int64_t column = 1; column < 10; ++column)
+      put(row, column, 3);
+  NEXTPIECE = shape(t_piece);
+  NEXTCOLOR = 6;
+  hold(shape(single_cell), 12, 3, 13);
 }
 
 std::string name_at(int64_t slot) {

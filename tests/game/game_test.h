@@ -7,6 +7,7 @@
 #include <functional>
 #include <initializer_list>
 #include <string>
+#include <string_view>
 
 #include "game/commands.h"
 #include "game/state.h"
@@ -44,8 +45,12 @@ protected:
   static Trace new_trace();
   static Trace drawn() { return plain(new_trace()); }
 
-  // Fails every command of `routine` in turn, each time on a fresh state that `arrange` prepared.
-  // It must stop at that command with the error pending. Gives the number of commands it sends.
+  // Fails command `nth` of `routine` on a fresh state that `arrange` prepared. It must stop at that
+  // command with the error pending. False when the routine sends fewer commands, or misbehaves.
+  static bool fails_cleanly_at(int64_t nth, const std::function<void()>& arrange,
+                               const std::function<void()>& routine);
+
+  // Does so for every command in turn. Gives the number of commands that the routine sends.
   static int64_t fail_each_command(const std::function<void()>& arrange,
                                    const std::function<void()>& routine);
 
@@ -66,6 +71,13 @@ double at(int64_t row, int64_t column);
 // The board as text, a line a row: '.' for empty, else the kind in base 36.
 std::string board_text();
 
+// Writes the bottom rows of the board, the last line into the last row: '.' empties a cell, any
+// other character is a kind in base 36.
+void set_bottom(std::initializer_list<std::string_view> rows);
+
+// The last `rows` lines of board_text().
+std::string bottom_text(int64_t rows);
+
 // The number of occupied cells.
 int64_t blocks_on_board();
 
@@ -77,6 +89,11 @@ std::string shape_text(const Array& matrix);
 
 // Makes this the falling piece.
 void hold(Array piece, int64_t kind, int64_t x, int64_t y);
+
+// A lock in which everything happens: a row filler is about to complete the bottom row; the rows
+// above it, which lack their first cell, tip the board to the right and, on its side, leave the
+// next piece no room.
+void arrange_busy_lock();
 
 extern const std::initializer_list<const char*> i_piece, o_piece, t_piece, single_cell;
 
