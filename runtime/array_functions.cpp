@@ -103,8 +103,10 @@ QorArray* qor_drop_while_fn(double (*predicate)(double), const QorArray* array) 
 }
 
 QorArray* qor_outer_fn(double (*function)(double, double), const QorArray* a, const QorArray* b) {
+  if (function == nullptr)
+    return qor::new_rows(0, [](int64_t) -> QorArray* { return nullptr; });
   const auto left = qor::slots_of(a);
-  return qor::new_rows(function == nullptr ? 0 : std::ssize(left), [&](int64_t i) {
+  return qor::new_rows(std::ssize(left), [&](int64_t i) {
     const double x = left[static_cast<std::size_t>(i)];
     auto* row = qor::new_uninitialised_array(qor_array_len(b), 0);
     std::ranges::transform(qor::slots_of(b), row->data, [=](double y) { return function(x, y); });

@@ -40,9 +40,10 @@ std::vector<qor::Sortable> sorted_strings(const QorArray* array, Payload payload
     texts.emplace_back(qor::bytes_of(qor_array_get_str(array, static_cast<int64_t>(i))),
                        payload(i));
   std::ranges::stable_sort(texts, {}, &std::pair<std::string_view, double>::first);
-  std::vector<qor::Sortable> items;
-  for (const auto& text : texts)
-    items.push_back({.key = 0, .payload = text.second});
+  std::vector<qor::Sortable> items(texts.size());
+  std::ranges::transform(texts, items.begin(), [](const auto& text) {
+    return qor::Sortable{.key = 0, .payload = text.second};
+  });
   return items;
 }
 
@@ -86,8 +87,9 @@ QorArray* qor_range(double start, double stop, double step) {
 QorArray* qor_array_sort(const QorArray* array) {
   if (qor::has_rows(array))
     return new_copy(array);
+  const auto slots = qor::slots_of(array);
   return new_sorted(array, array == nullptr ? 0 : array->flags,
-                    [array](std::size_t i) { return array->data[i]; });
+                    [slots](std::size_t i) { return slots[i]; });
 }
 
 QorArray* qor_grade(const QorArray* array) {

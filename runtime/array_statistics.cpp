@@ -52,14 +52,14 @@ int64_t size_of(const QorArray* array) {
 }
 
 template<typename Operation>
-QorArray* running(const QorArray* array, double start, Operation operation) {
+QorArray* running(const QorArray* array, Operation operation) {
   if (qor::has_rows(array))
-    return qor::new_rows(
-        array->length, [=](int64_t i) { return running(qor::row_of(array, i), start, operation); });
-  return qor::mapped(array, [=, total = start](double x) mutable {
-    total = operation(total, x);
-    return total;
-  });
+    return qor::new_rows(array->length,
+                         [=](int64_t i) { return running(qor::row_of(array, i), operation); });
+  const qor::Numbers values(array);
+  auto* result = qor::new_uninitialised_array(static_cast<int64_t>(values.size()), 0);
+  std::partial_sum(values.data(), values.data() + values.size(), result->data, operation);
+  return result;
 }
 
 } // namespace
@@ -128,30 +128,22 @@ double qor_stdev(const QorArray* array) {
 }
 
 double qor_array_median(const QorArray* array) {
-  auto* all = qor_array_new(0);
-  qor::for_each_run(array, [&all](Run run) {
-    const QorArray part{.data = const_cast<double*>(run.data()),
-                        .length = std::ssize(run),
-                        .flags = 0,
-                        .tags = nullptr};
-    auto* longer = qor_array_append_arr(all, &part);
-    qor_array_free(all);
-    all = longer;
-  });
-  auto* sorted = qor_array_sort(all);
+  std::vector<double> all;
+  qor::for_each_run(array, [&all](Run run) { all.insert(all.end(), run.begin(), run.end()); });
+  const QorArray flat{.data = all.data(), .length = std::ssize(all), .flags = 0, .tags = nullptr};
+  auto* sorted = qor_array_sort(&flat);
   const auto middle = sorted->length / 2;
   const bool is_even = sorted->length % 2 == 0;
   const double upper = qor_array_get(sorted, middle);
   const double median = is_even ? (qor_array_get(sorted, middle - 1) + upper) / 2 : upper;
-  qor_array_free(all);
   qor_array_free(sorted);
   return median;
 }
 
 QorArray* qor_array_cumsum(const QorArray* array) {
-  return running(array, 0.0, std::plus<>());
+  return running(array, std::plus<>());
 }
 
 QorArray* qor_array_cumprod(const QorArray* array) {
-  return running(array, 1.0, std::multiplies<>());
+  return running(array, std::multiplies<>());
 }

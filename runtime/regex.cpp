@@ -1,3 +1,8 @@
+// GCC 12 warns inside its own <regex> when the sanitizers are on (its bug 105562).
+#if defined(__GNUC__) && !defined(__clang__)
+#pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
+#endif
+
 #include "runtime/regex.h"
 
 #include "runtime/internal/deep_stack.h"
@@ -5,8 +10,8 @@
 #include "runtime/internal/strings.h"
 
 #include <algorithm>
-#include <exception>
 #include <iterator>
+#include <optional>
 #include <regex>
 #include <string>
 #include <string_view>
@@ -21,9 +26,40 @@ constexpr double stack_per_step = 1024;
 #else
 constexpr double stack_per_step = 192;
 #endif
-constexpr double stack_per_pattern_byte = 8192; // the parser recurses too, into parentheses
-constexpr double most_states = 100000;          // the library refuses patterns beyond that
+constexpr double most_states = 100000; // the library refuses patterns beyond that
 constexpr double largest_stack = 64.0 * (1 << 30);
+
+// Its parser recurses into parentheses.
+constexpr std::size_t deepest_nesting = 1000;
+constexpr std::size_t stack_per_level = 16384;
+
+std::size_t nesting(std::string_view pattern) {
+  std::size_t depth = 0;
+  std::size_t deepest = 0;
+  for (const char c : pattern) {
+    depth += c == '(' ? 1 : 0;
+    depth -= c == ')' && depth > 0 ? 1 : 0;
+    deepest = std::max(deepest, depth);
+  }
+  return deepest;
+}
+
+// None when the pattern is refused. Exceptions are thrown on stacks of ordinary size only, since
+// the address sanitizer cannot follow them on others.
+std::optional<std::regex> compiled(std::string_view pattern) {
+  std::optional<std::regex> regex;
+  const auto levels = nesting(pattern);
+  if (levels > deepest_nesting)
+    return regex;
+  qor::run_with_stack(levels * stack_per_level, [&] {
+    try {
+      regex.emplace(pattern.begin(), pattern.end());
+    } catch (const std::regex_error&) {
+      regex.reset();
+    }
+  });
+  return regex;
+}
 
 // How many copies of a part of the pattern its counted repetitions may make.
 double repetitions(std::string_view pattern) {
@@ -45,26 +81,16 @@ double repetitions(std::string_view pattern) {
 double stack_needed(std::string_view pattern, std::string_view text) {
   const auto pattern_size = static_cast<double>(pattern.size());
   const double states = std::min(pattern_size * repetitions(pattern), most_states);
-  return (static_cast<double>(text.size()) + 1) * states * stack_per_step +
-         pattern_size * stack_per_pattern_byte;
+  return (static_cast<double>(text.size()) + 1) * states * stack_per_step;
 }
 
 // Compiles the pattern and runs `use` with it; false when either is refused.
 template<typename Use>
-bool with_pattern(const char* pattern, std::string_view text, Use use) {
-  const double stack = stack_needed(qor::text_of(pattern), text);
-  if (stack > largest_stack)
-    return false;
-  bool is_done = false;
-  const auto work = [&] {
-    try {
-      use(std::regex(pattern == nullptr ? "" : pattern));
-      is_done = true;
-    } catch (const std::exception&) {
-      is_done = false;
-    }
-  };
-  return qor::run_with_stack(static_cast<std::size_t>(stack), work) && is_done;
+bool with_pattern(std::string_view pattern, std::string_view text, Use use) {
+  const auto regex = compiled(pattern);
+  const double stack = stack_needed(pattern, text);
+  return regex && stack <= largest_stack &&
+         qor::run_with_stack(static_cast<std::size_t>(stack), [&] { use(*regex); });
 }
 
 } // namespace
@@ -72,7 +98,7 @@ bool with_pattern(const char* pattern, std::string_view text, Use use) {
 int qor_regex_match(const char* pattern, const char* text) {
   const auto subject = qor::text_of(text);
   bool matches = false;
-  with_pattern(pattern, subject, [&](const std::regex& regex) {
+  with_pattern(qor::text_of(pattern), subject, [&](const std::regex& regex) {
     matches = std::regex_match(subject.begin(), subject.end(), regex);
   });
   return matches ? 1 : 0;
@@ -81,7 +107,7 @@ int qor_regex_match(const char* pattern, const char* text) {
 char* qor_regex_replace(const char* pattern, const char* text, const char* replacement) {
   const auto subject = qor::text_of(text);
   std::string result;
-  const bool is_done = with_pattern(pattern, subject, [&](const std::regex& regex) {
+  const bool is_done = with_pattern(qor::text_of(pattern), subject, [&](const std::regex& regex) {
     std::regex_replace(std::back_inserter(result), subject.begin(), subject.end(), regex,
                        std::string(qor::text_of(replacement)));
   });
@@ -91,7 +117,7 @@ char* qor_regex_replace(const char* pattern, const char* text, const char* repla
 QorArray* qor_regex_findall(const char* pattern, const char* text) {
   const auto subject = qor::text_of(text);
   std::vector<std::string_view> matches;
-  const bool is_done = with_pattern(pattern, subject, [&](const std::regex& regex) {
+  const bool is_done = with_pattern(qor::text_of(pattern), subject, [&](const std::regex& regex) {
     using Iterator = std::regex_iterator<std::string_view::const_iterator>;
     for (Iterator match(subject.begin(), subject.end(), regex); match != Iterator(); ++match)
       matches.push_back(subject.substr(static_cast<std::size_t>(match->position()),

@@ -191,7 +191,7 @@ std::optional<DateTime> read_date(std::string_view text) {
 }
 
 std::string full_text(const DateTime& date) {
-  std::array<char, 6 * 21> text{};
+  std::array<char, 128> text{}; // six numbers of up to 20 characters
   std::snprintf(text.data(), text.size(),
                 "%04" PRId64 "-%02" PRId64 "-%02" PRId64 " %02" PRId64 ":%02" PRId64 ":%02" PRId64,
                 date.year, date.month, date.day, date.hour, date.minute, date.second);

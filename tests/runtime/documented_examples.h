@@ -1,0 +1,28 @@
+/* What the examples of docs/runtime.md are run with. */
+#ifndef TESTS_RUNTIME_DOCUMENTED_EXAMPLES_H
+#define TESTS_RUNTIME_DOCUMENTED_EXAMPLES_H
+
+#include "runtime/qor.h"
+
+#include <stdio.h>
+#include <string.h>
+
+static int failed_expectations = 0;
+
+static inline void expect_at(int holds, int line) {
+  if (!holds) {
+    fprintf(stderr, "an example's expectation fails, line %d of the program\n", line);
+    failed_expectations += 1;
+  }
+}
+
+#define expect(condition) expect_at((condition) ? 1 : 0, __LINE__)
+#define expect_text(s, text) expect_at(strcmp(s, text) == 0, __LINE__)
+
+/* The exit status. */
+static inline int finish(int examples) {
+  printf("%d examples, %d failed expectations\n", examples, failed_expectations);
+  return failed_expectations == 0 ? 0 : 1;
+}
+
+#endif
