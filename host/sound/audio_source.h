@@ -1,0 +1,25 @@
+// Whatever can be asked for sound by the thread of an audio device.
+#ifndef KAVO_SOUND_AUDIO_SOURCE_H
+#define KAVO_SOUND_AUDIO_SOURCE_H
+
+#include <cstdint>
+
+namespace kavo::sound {
+
+class AudioSource {
+public:
+  AudioSource() = default;
+  AudioSource(const AudioSource&) = delete;
+  AudioSource& operator=(const AudioSource&) = delete;
+  AudioSource(AudioSource&&) = delete;
+  AudioSource& operator=(AudioSource&&) = delete;
+  virtual ~AudioSource() = default;
+
+  // Writes `frames` frames of left and right samples, from -1 to 1. Takes no lock, allocates
+  // nothing and waits for nobody.
+  virtual void render(float* interleaved, int64_t frames) noexcept = 0;
+};
+
+} // namespace kavo::sound
+
+#endif

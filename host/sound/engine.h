@@ -1,0 +1,84 @@
+// The synthesizer on the audio thread's side: sixteen voices, the sequencer that plays them, the
+// reverb and the limiter. Two threads meet here and nowhere else: one sends commands and collects
+// the scores that are no longer played, the other renders.
+#ifndef KAVO_SOUND_ENGINE_H
+#define KAVO_SOUND_ENGINE_H
+
+#include <array>
+#include <atomic>
+#include <cstdint>
+
+#include "host/sound/audio_source.h"
+#include "host/sound/command.h"
+#include "host/sound/fader.h"
+#include "host/sound/reverb.h"
+#include "host/sound/ring.h"
+#include "host/sound/sequencer.h"
+#include "host/sound/voice.h"
+
+namespace kavo::sound {
+
+inline constexpr std::size_t command_capacity = 1024;
+
+// The level of the mix: the game's music peaks at -7 dBFS and leaves the rest to the effects.
+inline constexpr float master_gain = 0.30f;
+
+class Engine final : public AudioSource {
+public:
+  // All memory that it ever needs is taken here. Nothing is heard until the curtain opens.
+  explicit Engine(int rate);
+
+  // The commanding thread's side.
+
+  // Takes effect at the next block. False, and nothing sent, when the queue is full because
+  // nobody renders. A score that is sent stays the caller's and must live until it comes back
+  // from retired_score, or as long as the engine.
+  bool send(const Command& command) { return commands_.push(command); }
+
+  // A score that is no longer played, null when there is none.
+  const Score* retired_score();
+
+  [[nodiscard]] int rate() const { return rate_; }
+
+  // Frames rendered so far.
+  [[nodiscard]] int64_t frames_rendered() const {
+    return frames_rendered_.load(std::memory_order_acquire);
+  }
+  // True when the curtain has closed and the block after that is silent.
+  [[nodiscard]] bool is_silenced() const { return is_silenced_.load(std::memory_order_acquire); }
+
+  // The rendering thread's side.
+  void render(float* interleaved, int64_t frames) noexcept override;
+
+private:
+  // Blocks of any size are rendered in runs of at most this many frames.
+  static constexpr int64_t longest_run = 512;
+  using Run = std::array<float, longest_run>;
+
+  void obey_commands();
+  void obey(const Command& command);
+  void change_score(const Score* score, bool loops);
+  int64_t play_due_notes(int64_t frames);
+  void render_run(float* interleaved, int64_t frames);
+
+  int rate_;
+  std::array<Voice, voice_count> voices_;
+  Sequencer sequencer_;
+  Reverb reverb_;
+  Fader curtain_;
+
+  Run left_{};
+  Run right_{};
+  Run send_{};
+  std::array<float, 3 * longest_run> scratch_{};
+
+  Ring<Command, command_capacity> commands_;
+  // Never full: at most as many scores can be under way as commands, and the one that plays.
+  Ring<const Score*, 2 * command_capacity> retired_;
+  std::atomic<int64_t> frames_rendered_ = 0;
+  std::atomic<bool> is_silenced_ = false;
+};
+
+} // namespace kavo::sound
+
+#endif

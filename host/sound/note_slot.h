@@ -1,0 +1,21 @@
+// One sounding note of a voice: an oscillator under an envelope.
+#ifndef KAVO_SOUND_NOTE_SLOT_H
+#define KAVO_SOUND_NOTE_SLOT_H
+
+#include <cstdint>
+
+#include "host/sound/envelope.h"
+#include "host/sound/oscillator.h"
+
+namespace kavo::sound {
+
+struct NoteSlot {
+  Oscillator oscillator;
+  Envelope envelope;
+  uint64_t struck = 0;     // counts up within a voice: the smallest is the oldest
+  bool is_leaving = false; // being faded to make room
+};
+
+} // namespace kavo::sound
+
+#endif

@@ -1,0 +1,249 @@
+#include "host/sound/player.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <utility>
+
+#include "host/sound/arguments.h"
+#include "host/sound/pitch.h"
+
+namespace kavo::sound {
+
+namespace {
+
+using Kind = Command::Kind;
+
+constexpr double seconds_between_attempts = 2.0;
+constexpr double longest_time = 60.0; // seconds
+constexpr double loudest_gain = 4.0;  // 12 dB
+
+// How often a closing output is asked whether it has fallen silent: with a wait of a millisecond
+// each, a device that plays no more delays the end of the program by a tenth of a second.
+constexpr int most_waits = 100;
+
+double seconds_of_steady_clock() {
+  const auto now = std::chrono::steady_clock::now().time_since_epoch();
+  return std::chrono::duration<double>(now).count();
+}
+
+void print_to_standard_error(const std::string& line) {
+  (void)std::fprintf(stderr, "%s\n", line.c_str());
+}
+
+int voice_in(std::string_view command, double voice) {
+  return whole_number_in({command, 1, "voice"}, voice, 0, voice_count - 1);
+}
+
+EnvelopeTimes envelope_in(double attack, double decay, double sustain, double release) {
+  constexpr std::string_view command = "SOUND.VOICE";
+  return {.attack = number_in({command, 3, "attack"}, attack, 0.0, longest_time),
+          .decay = number_in({command, 4, "decay"}, decay, 0.0, longest_time),
+          .sustain = number_in({command, 5, "sustain"}, sustain, 0.0, 1.0),
+          .release = number_in({command, 6, "release"}, release, 0.0, longest_time)};
+}
+
+} // namespace
+
+Player::Player(std::unique_ptr<Output> output)
+    : Player(std::move(output), seconds_of_steady_clock, print_to_standard_error) {}
+
+Player::Player(std::unique_ptr<Output> output, Clock clock, Complain complain)
+    : output_(std::move(output)), clock_(std::move(clock)), complain_(std::move(complain)) {}
+
+Player::~Player() {
+  shutdown();
+}
+
+// The output
+
+void Player::init() {
+  if (is_started_)
+    return;
+  is_started_ = true;
+  try {
+    open();
+  } catch (const OutputError& error) {
+    lose(std::string("no sound: ") + error.what());
+  }
+}
+
+void Player::open() {
+  const int rate = output_->open();
+  engine_ = std::make_unique<Engine>(rate);
+  tell_everything();
+  output_->start(*engine_);
+}
+
+void Player::lose(const std::string& why) {
+  complain_(why);
+  next_attempt_ = clock_() + seconds_between_attempts;
+}
+
+void Player::close() {
+  output_->close();
+  engine_.reset();
+  if (scores_.size() > 1)
+    scores_.erase(scores_.begin(), scores_.end() - 1);
+  is_score_sent_ = false;
+}
+
+void Player::tend() {
+  if (engine_ && output_->is_lost()) {
+    close();
+    lose("no sound: the audio device is gone");
+  }
+  if (!is_started_ || engine_ || clock_() < next_attempt_)
+    return;
+  try {
+    open();
+  } catch (const OutputError&) {
+    next_attempt_ = clock_() + seconds_between_attempts;
+  }
+}
+
+void Player::shutdown() {
+  if (!is_started_)
+    return;
+  if (engine_ && !output_->is_lost())
+    wait_for_silence();
+  close();
+  scores_.clear();
+  state_ = State{};
+  is_started_ = false;
+}
+
+void Player::wait_for_silence() {
+  const auto frames = static_cast<int64_t>(output_->fade_out_seconds() * engine_->rate());
+  engine_->send({.kind = Kind::curtain, .whole = frames, .number = 0.0});
+  for (int i = 0; i < most_waits && !engine_->is_silenced(); ++i)
+    output_->wait();
+}
+
+// What the engine is told
+
+bool Player::send(const Command& command) {
+  if (!engine_)
+    return false;
+  if (has_missed_commands_)
+    return tell_everything();
+  has_missed_commands_ = !engine_->send(command);
+  return !has_missed_commands_;
+}
+
+// The order is the game's own: a score comes last, when its voices are set up.
+bool Player::tell_everything() {
+  bool is_told = engine_->send({.kind = Kind::tempo, .whole = state_.millibeats});
+  is_told &= engine_->send({.kind = Kind::reverb, .reverb = state_.reverb});
+  for (int i = 0; i < voice_count; ++i) {
+    const VoiceState& voice = voice_state(i);
+    is_told &= engine_->send({.kind = Kind::patch, .voice = i, .patch = voice.patch});
+    is_told &= engine_->send({.kind = Kind::cutoff, .voice = i, .number = voice.cutoff});
+    is_told &= engine_->send({.kind = Kind::gain, .voice = i, .number = voice.gain});
+    is_told &= engine_->send({.kind = Kind::send, .voice = i, .number = voice.send});
+  }
+  if (state_.score != nullptr) {
+    const bool is_taken =
+        engine_->send({.kind = Kind::score, .whole = state_.loops, .score = state_.score});
+    is_score_sent_ |= is_taken;
+    is_told &= is_taken;
+  }
+  const auto fade = static_cast<int64_t>(output_->fade_in_seconds() * engine_->rate());
+  is_told &= engine_->send({.kind = Kind::curtain, .whole = fade, .number = 1.0});
+  has_missed_commands_ = !is_told;
+  return is_told;
+}
+
+void Player::collect_retired_scores() {
+  if (!engine_)
+    return;
+  while (const Score* retired = engine_->retired_score())
+    std::erase_if(scores_, [retired](const auto& score) { return score.get() == retired; });
+}
+
+// The commands
+
+void Player::bpm(double beats) {
+  tend();
+  number_in({"SOUND.BPM", 1, "tempo"}, beats, 1.0, 1000.0);
+  state_.millibeats = std::llround(beats * 1000.0);
+  send({.kind = Kind::tempo, .whole = state_.millibeats});
+}
+
+void Player::voice(double voice, std::string_view waveform, double attack, double decay,
+                   double sustain, double release) {
+  tend();
+  const int index = voice_in("SOUND.VOICE", voice);
+  const Patch patch = {waveform_in({"SOUND.VOICE", 2, "waveform"}, waveform),
+                       envelope_in(attack, decay, sustain, release)};
+  voice_state(index).patch = patch;
+  send({.kind = Kind::patch, .voice = index, .patch = patch});
+}
+
+void Player::filter(double voice, double cutoff) {
+  tend();
+  const int index = voice_in("SOUND.FILTER", voice);
+  voice_state(index).cutoff = finite_number({"SOUND.FILTER", 2, "cutoff"}, cutoff);
+  send({.kind = Kind::cutoff, .voice = index, .number = cutoff});
+}
+
+void Player::gain(double voice, double gain) {
+  tend();
+  const int index = voice_in("SOUND.GAIN", voice);
+  voice_state(index).gain = number_in({"SOUND.GAIN", 2, "gain"}, gain, 0.0, loudest_gain);
+  send({.kind = Kind::gain, .voice = index, .number = gain});
+}
+
+void Player::reverb(double size, double damping, double width, double wet) {
+  tend();
+  constexpr std::string_view command = "SOUND.REVERB";
+  state_.reverb = {.size = number_in({command, 1, "size"}, size, 0.0, 1.0),
+                   .damping = number_in({command, 2, "damping"}, damping, 0.0, 1.0),
+                   .width = number_in({command, 3, "width"}, width, 0.0, 1.0),
+                   .wet = number_in({command, 4, "wet"}, wet, 0.0, 1.0)};
+  send({.kind = Kind::reverb, .reverb = state_.reverb});
+}
+
+void Player::reverb_send(double voice, double send_level) {
+  tend();
+  const int index = voice_in("SOUND.REVERBSEND", voice);
+  voice_state(index).send = number_in({"SOUND.REVERBSEND", 2, "send"}, send_level, 0.0, 1.0);
+  send({.kind = Kind::send, .voice = index, .number = send_level});
+}
+
+void Player::note(std::string_view pattern, double loop) {
+  tend();
+  const bool loops = whole_number_in({"SOUND.NOTE", 2, "loop"}, loop, 0, 1) == 1;
+  std::unique_ptr<const Score> score;
+  try {
+    score = std::make_unique<const Score>(read_score(pattern));
+  } catch (const PatternError& error) {
+    fail_at_column({"SOUND.NOTE", 1, "pattern"}, error);
+  }
+  adopt(std::move(score));
+  state_.loops = loops;
+  is_score_sent_ = send({.kind = Kind::score, .whole = loops, .score = state_.score});
+}
+
+// A score that the engine never heard of can go at once; the others come back from it.
+void Player::adopt(std::unique_ptr<const Score> score) {
+  collect_retired_scores();
+  if (!scores_.empty() && !is_score_sent_)
+    scores_.pop_back();
+  state_.score = score.get();
+  scores_.push_back(std::move(score));
+  is_score_sent_ = false;
+}
+
+void Player::play(double voice, std::string_view note) {
+  tend();
+  const int index = voice_in("SOUND.PLAY", voice);
+  try {
+    send({.kind = Kind::pluck, .voice = index, .whole = note_named(note)});
+  } catch (const PatternError& error) {
+    fail_at_column({"SOUND.PLAY", 2, "note"}, error);
+  }
+}
+
+} // namespace kavo::sound

@@ -1,0 +1,16 @@
+// Writing sound as a WAV file that any player and measuring tool reads.
+#ifndef KAVO_SOUND_TOOLS_WAV_H
+#define KAVO_SOUND_TOOLS_WAV_H
+
+#include <string>
+#include <vector>
+
+namespace kavo::sound {
+
+// 32-bit floats, left and right in turn. Throws std::system_error when the file cannot be
+// written.
+void write_wav(const std::string& path, const std::vector<float>& interleaved, int rate);
+
+} // namespace kavo::sound
+
+#endif

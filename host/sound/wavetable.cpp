@@ -1,0 +1,121 @@
+#include "host/sound/wavetable.h"
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <complex>
+#include <map>
+#include <numbers>
+
+#include "host/sound/fourier.h"
+
+namespace kavo::sound {
+
+namespace {
+
+constexpr double pi = std::numbers::pi;
+
+// Reading between samples in a straight line mirrors harmonic k of a table of N samples at
+// N - k and N + k, weaker by (k / N)^2. At 128 samples a harmonic all mirrors together stay 95 dB
+// below the wave; the longest tables get by with 32, for their upper harmonics are weak.
+constexpr std::size_t samples_per_harmonic = 128;
+constexpr std::size_t shortest_table = 2048;
+constexpr std::size_t longest_table = 32768;
+constexpr std::size_t longest_triangle = 4096; // its harmonics fall with the square
+
+// The Fourier series of the ideal waves: the amplitude of sin(2 pi k t).
+double harmonic(Waveform waveform, std::size_t k) {
+  const auto order = static_cast<double>(k);
+  const bool is_odd = k % 2 == 1;
+  switch (waveform) {
+  case Waveform::square:
+    return is_odd ? 4.0 / (pi * order) : 0.0;
+  case Waveform::saw:
+    return (is_odd ? 2.0 : -2.0) / (pi * order);
+  case Waveform::triangle:
+    return is_odd ? (k % 4 == 1 ? 8.0 : -8.0) / (pi * pi * order * order) : 0.0;
+  case Waveform::sine:
+    return k == 1 ? 1.0 : 0.0;
+  }
+  return 0.0;
+}
+
+std::size_t table_size(Waveform waveform, std::size_t harmonics) {
+  const std::size_t longest = waveform == Waveform::triangle ? longest_triangle : longest_table;
+  return std::clamp(std::bit_ceil(harmonics * samples_per_harmonic), shortest_table, longest);
+}
+
+// Makes tables; a transform is set up once for all tables of one length.
+class TableMaker {
+public:
+  std::vector<float> single_cycle(Waveform waveform, std::size_t harmonics) {
+    const std::size_t size = table_size(waveform, harmonics);
+    points_.assign(size, 0.0);
+    for (std::size_t k = 1; k <= harmonics; ++k)
+      points_[k] = harmonic(waveform, k);
+    transforms_.try_emplace(size, size).first->second.transform(points_);
+    std::vector<float> samples(size + 1);
+    for (std::size_t i = 0; i < size; ++i)
+      samples[i] = static_cast<float>(-points_[i].imag());
+    samples[size] = samples[0];
+    return samples;
+  }
+
+private:
+  std::map<std::size_t, FourierTransform> transforms_;
+  std::vector<std::complex<double>> points_;
+};
+
+} // namespace
+
+std::optional<Waveform> waveform_named(std::string_view name) {
+  if (name == "SQUARE")
+    return Waveform::square;
+  if (name == "SAW")
+    return Waveform::saw;
+  if (name == "TRIANGLE")
+    return Waveform::triangle;
+  if (name == "SINE")
+    return Waveform::sine;
+  return std::nullopt;
+}
+
+const WavetableBank& WavetableBank::shared() {
+  static const WavetableBank bank;
+  return bank;
+}
+
+WavetableBank::WavetableBank() {
+  TableMaker maker;
+  for (std::size_t band = 0; band < band_count; ++band)
+    for (const auto waveform : {Waveform::square, Waveform::saw, Waveform::triangle})
+      bands_of(waveform)[band] = maker.single_cycle(waveform, harmonics(band));
+  bands_of(Waveform::sine).back() = maker.single_cycle(Waveform::sine, 1);
+}
+
+// As many as stay below half the sample rate at the upper end of the band.
+std::size_t WavetableBank::harmonics(std::size_t band) {
+  const double octaves_below = octaves + 1 - static_cast<double>(band) / bands_per_octave;
+  const double upper_end = std::exp2(-octaves_below);
+  return std::max<std::size_t>(1, static_cast<std::size_t>(std::ceil(0.5 / upper_end)) - 1);
+}
+
+Wavetable WavetableBank::table(Waveform waveform, double frequency) const {
+  const double position = bands_per_octave * (std::log2(frequency) + octaves + 1);
+  const double last = band_count - 1;
+  auto band = static_cast<std::size_t>(std::clamp(std::ceil(position), 0.0, last));
+  if (waveform == Waveform::sine)
+    band = band_count - 1;
+  const auto& samples = tables_[static_cast<std::size_t>(waveform)][band];
+  return {samples.data(), std::countr_zero(samples.size() - 1)};
+}
+
+std::size_t WavetableBank::bytes() const {
+  std::size_t sum = 0;
+  for (const auto& bands : tables_)
+    for (const auto& samples : bands)
+      sum += samples.size() * sizeof(float);
+  return sum;
+}
+
+} // namespace kavo::sound

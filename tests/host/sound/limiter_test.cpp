@@ -1,0 +1,71 @@
+// What stands at the end of a voice and at the end of the mix.
+#include "host/sound/limiter.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <numbers>
+#include <vector>
+
+#include "host/sound/dc_blocker.h"
+#include "tests/host/sound/analysis.h"
+
+namespace kavo::sound {
+namespace {
+
+TEST(Limiter, PassesQuietSamplesUnchanged) {
+  for (const float sample : {0.0f, 0.1f, -0.5f, 0.63f, -0.63f})
+    EXPECT_EQ(limited(sample), sample);
+}
+
+TEST(Limiter, NeverExceedsItsCeiling) {
+  const double ceiling = std::pow(10.0, -1.0 / 20.0);
+  float before = 0.0f;
+  for (float sample = 0.0f; sample < 1e6f; sample = sample * 1.01f + 0.01f) {
+    const float out = limited(sample);
+    EXPECT_LE(out, ceiling + 1e-6);
+    EXPECT_GE(out, before);
+    EXPECT_EQ(limited(-sample), -out);
+    before = out;
+  }
+}
+
+TEST(Limiter, BendsWithoutACorner) {
+  const float step = 1e-4f;
+  const float below = limited(knee_level) - limited(knee_level - step);
+  const float above = limited(knee_level + step) - limited(knee_level);
+  EXPECT_NEAR(above / below, 1.0, 0.01);
+}
+
+TEST(DcBlocker, RemovesDirectCurrent) {
+  DcBlocker blocker;
+  blocker.prepare(48000);
+  std::vector<float> samples(96000, 0.5f);
+  blocker.process(samples.data(), 96000);
+  EXPECT_LE(analysis::decibels(std::abs(samples.back())), -80.0);
+}
+
+TEST(DcBlocker, LeavesTheBassAlone) {
+  DcBlocker blocker;
+  blocker.prepare(48000);
+  std::vector<float> samples(48000);
+  for (std::size_t i = 0; i < samples.size(); ++i)
+    samples[i] = static_cast<float>(
+        std::sin(2.0 * std::numbers::pi * 40.0 * static_cast<double>(i) / 48000.0));
+  blocker.process(samples.data(), 48000);
+  EXPECT_NEAR(analysis::peak(analysis::Samples(samples).subspan(24000)), 1.0, 0.01);
+}
+
+TEST(DcBlocker, ComesToRest) {
+  DcBlocker blocker;
+  blocker.prepare(48000);
+  std::vector<float> samples(96000);
+  samples[0] = 1.0f;
+  blocker.process(samples.data(), 1);
+  EXPECT_FALSE(blocker.is_at_rest());
+  blocker.process(samples.data() + 1, 95999);
+  EXPECT_TRUE(blocker.is_at_rest());
+}
+
+} // namespace
+} // namespace kavo::sound
