@@ -47,12 +47,12 @@ public:
       samples[i] *= to_;
   }
 
-  // Adds `frames` scaled samples to `sum`.
-  void add_scaled(float* sum, const float* samples, int64_t frames) {
+  // Adds `frames` scaled samples to `mix`.
+  void add_scaled(float* mix, const float* in, int64_t frames) {
     for (; frames > 0 && is_moving(); --frames)
-      *sum++ += *samples++ * next();
+      *mix++ += *in++ * next();
     for (int64_t i = 0; i < frames; ++i)
-      sum[i] += samples[i] * to_;
+      mix[i] += in[i] * to_;
   }
 
 private:

@@ -1,0 +1,26 @@
+// Counts what an audio callback must not do: take or give back memory, lock, read or write. The
+// linker puts the counting in front of the calls that this binary and its static libraries make
+// (see the --wrap options in CMakeLists.txt).
+#ifndef KAVO_TESTS_SOUND_FORBIDDEN_CALLS_H
+#define KAVO_TESTS_SOUND_FORBIDDEN_CALLS_H
+
+namespace kavo::sound {
+
+// While it lives, such calls of its thread are counted.
+class ForbiddenCalls {
+public:
+  ForbiddenCalls();
+  ~ForbiddenCalls();
+  ForbiddenCalls(const ForbiddenCalls&) = delete;
+  ForbiddenCalls& operator=(const ForbiddenCalls&) = delete;
+  ForbiddenCalls(ForbiddenCalls&&) = delete;
+  ForbiddenCalls& operator=(ForbiddenCalls&&) = delete;
+
+  [[nodiscard]] int memory() const;
+  [[nodiscard]] int locks() const;
+  [[nodiscard]] int files() const;
+};
+
+} // namespace kavo::sound
+
+#endif
