@@ -1,24 +1,17 @@
-// What every command shares: how it is described, how it reads its arguments and how it refuses
-// them. Arguments are numbered from 1 in messages, from 0 in code.
+// What every command shares: how it is described and how it reads its arguments. Arguments are
+// numbered from 1 in messages, from 0 in code.
 #pragma once
 
 #include <array>
 #include <cstdint>
-#include <stdexcept>
-#include <string>
 #include <string_view>
 
+#include "host/command_error.h"
 #include "runtime/value.h"
 
 namespace kavo::host {
 
 class Host;
-
-// Thrown by a command that cannot do what was asked; the bridge puts "NAME: " in front.
-class CommandError : public std::runtime_error {
-public:
-  using std::runtime_error::runtime_error;
-};
 
 enum class Kind : uint8_t { number, text, array };
 
@@ -59,14 +52,5 @@ struct Command {
   double (*run_number)(Host&, const Arguments&);
   QorArray* (*run_array)(Host&, const Arguments&);
 };
-
-// Throws "argument N (meaning) must be <expectation>, got <value>".
-[[noreturn]] void reject_argument(int index, std::string_view meaning, std::string_view expectation,
-                                  std::string_view value);
-
-// For messages: the shortest text that reads back as the number; a text in quotes, control
-// characters escaped, cut when it is long.
-std::string shown(double number);
-std::string shown(std::string_view text);
 
 } // namespace kavo::host

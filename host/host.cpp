@@ -23,6 +23,7 @@ Host::~Host() {
 void Host::show_picture() {
   screen.presenter().present(screen.canvas());
   take_events();
+  sound->tend();
   keyboard.end_frame();
   has_taken_events_ = false;
   end_program_if_asked();

@@ -39,7 +39,7 @@ public:
   Screen screen;
   Keyboard keyboard;
   Events events{keyboard};
-  std::unique_ptr<Sound> sound = make_sound();
+  std::unique_ptr<sound::Player> sound = make_sound();
   std::optional<Random> random; // unset until the first use, which seeds it
 
 private:

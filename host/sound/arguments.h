@@ -1,19 +1,18 @@
-// Checks of the values that SOUND commands are given. Each throws an ArgumentError that names
-// the command, the argument and the value.
+// Checks of the values that SOUND commands are given. Each throws a CommandError that names the
+// argument and the value.
 #ifndef KAVO_SOUND_ARGUMENTS_H
 #define KAVO_SOUND_ARGUMENTS_H
 
 #include <string_view>
 
 #include "host/sound/pattern_error.h"
-#include "host/sound/voice.h"
+#include "host/sound/wavetable.h"
 
 namespace kavo::sound {
 
 struct Argument {
-  std::string_view command;
-  int position = 1; // from 1
-  std::string_view name;
+  int index; // from 0
+  std::string_view meaning;
 };
 
 // From `least` to `most`, both allowed; NaN and infinities are not.
@@ -22,7 +21,8 @@ double finite_number(const Argument& argument, double value);
 int whole_number_in(const Argument& argument, double value, int least, int most);
 Waveform waveform_in(const Argument& argument, std::string_view name);
 
-[[noreturn]] void fail_at_column(const Argument& argument, const PatternError& error);
+// "argument 1 (pattern), column 4: expected …"
+[[noreturn]] void reject_at_column(const Argument& argument, const PatternError& error);
 
 } // namespace kavo::sound
 

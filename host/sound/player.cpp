@@ -8,6 +8,7 @@
 
 #include "host/sound/arguments.h"
 #include "host/sound/pitch.h"
+#include "host/sound/wavetable.h"
 
 namespace kavo::sound {
 
@@ -32,16 +33,15 @@ void print_to_standard_error(const std::string& line) {
   (void)std::fprintf(stderr, "%s\n", line.c_str());
 }
 
-int voice_in(std::string_view command, double voice) {
-  return whole_number_in({command, 1, "voice"}, voice, 0, voice_count - 1);
+int voice_in(double voice) {
+  return whole_number_in({0, "voice"}, voice, 0, voice_count - 1);
 }
 
 EnvelopeTimes envelope_in(double attack, double decay, double sustain, double release) {
-  constexpr std::string_view command = "SOUND.VOICE";
-  return {.attack = number_in({command, 3, "attack"}, attack, 0.0, longest_time),
-          .decay = number_in({command, 4, "decay"}, decay, 0.0, longest_time),
-          .sustain = number_in({command, 5, "sustain"}, sustain, 0.0, 1.0),
-          .release = number_in({command, 6, "release"}, release, 0.0, longest_time)};
+  return {.attack = number_in({2, "attack"}, attack, 0.0, longest_time),
+          .decay = number_in({3, "decay"}, decay, 0.0, longest_time),
+          .sustain = number_in({4, "sustain"}, sustain, 0.0, 1.0),
+          .release = number_in({5, "release"}, release, 0.0, longest_time)};
 }
 
 } // namespace
@@ -62,6 +62,7 @@ void Player::init() {
   if (is_started_)
     return;
   is_started_ = true;
+  WavetableBank::shared(); // before the device waits for it
   try {
     open();
   } catch (const OutputError& error) {
@@ -166,7 +167,7 @@ void Player::collect_retired_scores() {
 
 void Player::bpm(double beats) {
   tend();
-  number_in({"SOUND.BPM", 1, "tempo"}, beats, 1.0, 1000.0);
+  number_in({0, "tempo"}, beats, 1.0, 1000.0);
   state_.millibeats = std::llround(beats * 1000.0);
   send({.kind = Kind::tempo, .whole = state_.millibeats});
 }
@@ -174,8 +175,8 @@ void Player::bpm(double beats) {
 void Player::voice(double voice, std::string_view waveform, double attack, double decay,
                    double sustain, double release) {
   tend();
-  const int index = voice_in("SOUND.VOICE", voice);
-  const Patch patch = {waveform_in({"SOUND.VOICE", 2, "waveform"}, waveform),
+  const int index = voice_in(voice);
+  const Patch patch = {waveform_in({1, "waveform"}, waveform),
                        envelope_in(attack, decay, sustain, release)};
   voice_state(index).patch = patch;
   send({.kind = Kind::patch, .voice = index, .patch = patch});
@@ -183,43 +184,42 @@ void Player::voice(double voice, std::string_view waveform, double attack, doubl
 
 void Player::filter(double voice, double cutoff) {
   tend();
-  const int index = voice_in("SOUND.FILTER", voice);
-  voice_state(index).cutoff = finite_number({"SOUND.FILTER", 2, "cutoff"}, cutoff);
+  const int index = voice_in(voice);
+  voice_state(index).cutoff = finite_number({1, "cutoff"}, cutoff);
   send({.kind = Kind::cutoff, .voice = index, .number = cutoff});
 }
 
 void Player::gain(double voice, double gain) {
   tend();
-  const int index = voice_in("SOUND.GAIN", voice);
-  voice_state(index).gain = number_in({"SOUND.GAIN", 2, "gain"}, gain, 0.0, loudest_gain);
+  const int index = voice_in(voice);
+  voice_state(index).gain = number_in({1, "gain"}, gain, 0.0, loudest_gain);
   send({.kind = Kind::gain, .voice = index, .number = gain});
 }
 
 void Player::reverb(double size, double damping, double width, double wet) {
   tend();
-  constexpr std::string_view command = "SOUND.REVERB";
-  state_.reverb = {.size = number_in({command, 1, "size"}, size, 0.0, 1.0),
-                   .damping = number_in({command, 2, "damping"}, damping, 0.0, 1.0),
-                   .width = number_in({command, 3, "width"}, width, 0.0, 1.0),
-                   .wet = number_in({command, 4, "wet"}, wet, 0.0, 1.0)};
+  state_.reverb = {.size = number_in({0, "size"}, size, 0.0, 1.0),
+                   .damping = number_in({1, "damping"}, damping, 0.0, 1.0),
+                   .width = number_in({2, "width"}, width, 0.0, 1.0),
+                   .wet = number_in({3, "wet"}, wet, 0.0, 1.0)};
   send({.kind = Kind::reverb, .reverb = state_.reverb});
 }
 
 void Player::reverb_send(double voice, double send_level) {
   tend();
-  const int index = voice_in("SOUND.REVERBSEND", voice);
-  voice_state(index).send = number_in({"SOUND.REVERBSEND", 2, "send"}, send_level, 0.0, 1.0);
+  const int index = voice_in(voice);
+  voice_state(index).send = number_in({1, "send"}, send_level, 0.0, 1.0);
   send({.kind = Kind::send, .voice = index, .number = send_level});
 }
 
 void Player::note(std::string_view pattern, double loop) {
   tend();
-  const bool loops = whole_number_in({"SOUND.NOTE", 2, "loop"}, loop, 0, 1) == 1;
+  const bool loops = whole_number_in({1, "loop"}, loop, 0, 1) == 1;
   std::unique_ptr<const Score> score;
   try {
     score = std::make_unique<const Score>(read_score(pattern));
   } catch (const PatternError& error) {
-    fail_at_column({"SOUND.NOTE", 1, "pattern"}, error);
+    reject_at_column({0, "pattern"}, error);
   }
   adopt(std::move(score));
   state_.loops = loops;
@@ -238,11 +238,11 @@ void Player::adopt(std::unique_ptr<const Score> score) {
 
 void Player::play(double voice, std::string_view note) {
   tend();
-  const int index = voice_in("SOUND.PLAY", voice);
+  const int index = voice_in(voice);
   try {
     send({.kind = Kind::pluck, .voice = index, .whole = note_named(note)});
   } catch (const PatternError& error) {
-    fail_at_column({"SOUND.PLAY", 2, "note"}, error);
+    reject_at_column({1, "note"}, error);
   }
 }
 

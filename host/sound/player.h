@@ -3,8 +3,8 @@
 // an error: everything is then remembered and nothing is heard.
 //
 // Numbers come as doubles, as the game sends them. Every function but init, tend and shutdown
-// throws ArgumentError when an argument is out of its range and has then changed nothing: what
-// was playing plays on.
+// throws host::CommandError ("argument 2 (gain) must be 0 to 4, got -1") when an argument is out of
+// its range and has then changed nothing: what was playing plays on.
 #ifndef KAVO_SOUND_PLAYER_H
 #define KAVO_SOUND_PLAYER_H
 
@@ -12,7 +12,6 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,12 +22,6 @@
 #include "host/sound/score.h"
 
 namespace kavo::sound {
-
-// "SOUND.GAIN: argument 2 (gain) must be a number from 0 to 4, got -1"
-class ArgumentError : public std::invalid_argument {
-public:
-  using std::invalid_argument::invalid_argument;
-};
 
 class Player {
 public:

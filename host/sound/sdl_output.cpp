@@ -4,6 +4,8 @@
 
 #include <string>
 
+#include "host/sound/alsa_messages.h"
+
 namespace kavo::sound {
 
 namespace {
@@ -28,6 +30,7 @@ int SdlOutput::open() {
   if (SDL_InitSubSystem(SDL_INIT_AUDIO) != 0)
     throw OutputError(reason());
   has_subsystem_ = true;
+  silence_alsa();
   SDL_AudioSpec wanted = {};
   wanted.freq = wanted_rate;
   wanted.format = AUDIO_F32SYS;

@@ -44,7 +44,7 @@ TEST_F(SoundCommands, RefuseAVoiceThatDoesNotExist) {
               std::string::npos);
   }
   EXPECT_EQ(bridge.error_of("SOUND.FILTER", 16, 2000),
-            "SOUND.FILTER: argument 1 (voice) must be 0 to 15, got 16");
+            "SOUND.FILTER: argument 1 (voice) must be a whole number from 0 to 15, got 16");
 }
 
 TEST_F(SoundCommands, RefuseAWaveformThatDoesNotExist) {
@@ -63,9 +63,24 @@ TEST_F(SoundCommands, RefuseTimesAndLevelsThatAreNone) {
     }
     EXPECT_NE(bridge.error_of("SOUND.GAIN", 0, odd), "");
     EXPECT_NE(bridge.error_of("SOUND.REVERBSEND", 0, odd), "");
-    EXPECT_NE(bridge.error_of("SOUND.FILTER", 0, odd), "");
     EXPECT_NE(bridge.error_of("SOUND.BPM", odd), "");
   }
+}
+
+// Zero and below, as well as what lies above hearing, switch the filter off.
+TEST_F(SoundCommands, TakeAnyCutoffThatIsANumber) {
+  for (const double cutoff : {-0.1, 0.0, 500.0, 1e9})
+    EXPECT_EQ(bridge.error_of("SOUND.FILTER", 0, cutoff), "");
+  EXPECT_EQ(bridge.error_of("SOUND.FILTER", 0, nan),
+            "SOUND.FILTER: argument 2 (cutoff) must be a finite number, got nan");
+  EXPECT_NE(bridge.error_of("SOUND.FILTER", 0, infinity), "");
+}
+
+TEST_F(SoundCommands, RefuseAPatternThatDoesNotParseWithItsColumn) {
+  EXPECT_EQ(bridge.error_of("SOUND.NOTE", "c4 [e4", 1),
+            "SOUND.NOTE: argument 1 (pattern), column 7: expected a note, ~, [, <, a modifier or "
+            "\"]\", got the end");
+  EXPECT_NE(bridge.error_of("SOUND.NOTE", "c4", 2), "");
 }
 
 TEST_F(SoundCommands, RefuseANoteThatIsNone) {

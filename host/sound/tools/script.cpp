@@ -17,8 +17,7 @@ constexpr double longest_wait = 24 * 3600.0;
 // The words of a line behind its first one, read as what a command takes.
 class Words {
 public:
-  Words(std::string command, std::vector<std::string> words)
-      : command_(std::move(command)), words_(std::move(words)) {}
+  explicit Words(std::vector<std::string> words) : words_(std::move(words)) {}
 
   [[nodiscard]] const std::string& text(std::size_t i) const { return words_[i]; }
 
@@ -27,25 +26,24 @@ public:
     double value = 0.0;
     const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), value);
     if (error != std::errc() || end != word.data() + word.size())
-      throw ScriptError(command_ + ": argument " + std::to_string(i + 1) +
-                        " must be a number, got \"" + word + '"');
+      throw ScriptError("argument " + std::to_string(i + 1) + " must be a number, got \"" + word +
+                        '"');
     return value;
   }
 
   void expect(std::size_t count) const {
     if (words_.size() != count)
-      throw ScriptError(command_ + ": expects " + std::to_string(count) + " arguments, got " +
+      throw ScriptError("expects " + std::to_string(count) + " arguments, got " +
                         std::to_string(words_.size()));
   }
 
 private:
-  std::string command_;
   std::vector<std::string> words_;
 };
 
 void wait(MemoryOutput& output, double seconds) {
   if (!(seconds >= 0.0 && seconds <= longest_wait))
-    throw ScriptError("WAIT: argument 1 must be from 0 to 86400 seconds");
+    throw ScriptError("argument 1 must be 0 to 86400 seconds");
   output.render(std::llround(seconds * output.rate()));
 }
 
@@ -95,9 +93,13 @@ void run_line(const std::string& line, Player& player, MemoryOutput& output) {
   for (const auto& entry : entries) {
     if (entry.name != command)
       continue;
-    const Words arguments(command, words);
-    arguments.expect(entry.arguments);
-    return entry.send(arguments, player, output);
+    const Words arguments(words);
+    try {
+      arguments.expect(entry.arguments);
+      return entry.send(arguments, player, output);
+    } catch (const std::exception& error) {
+      throw ScriptError(command + ": " + error.what());
+    }
   }
   throw ScriptError("unknown command \"" + command + '"');
 }

@@ -27,10 +27,11 @@ public:
 };
 
 // Sends one line to `player`; WAIT renders into `output`, which is the player's own. Throws
-// ScriptError when the line is not of the form above, ArgumentError when a value is wrong.
+// ScriptError, "SOUND.GAIN: argument 1 …", when the line is not of the form above or a value is
+// wrong.
 void run_line(const std::string& line, Player& player, MemoryOutput& output);
 
-// All lines, with "line <n>: " in front of the text of any error, which is then a ScriptError.
+// All lines, with "line <n>: " in front of the text of any error.
 void run_script(std::istream& lines, Player& player, MemoryOutput& output);
 
 } // namespace kavo::sound

@@ -29,6 +29,33 @@ namespace {
 constexpr double rate = 48000.0;
 constexpr int64_t block = 512;
 
+// Counts what the device has asked for: the file also holds what SDL wrote before it first asked.
+class CountingOutput final : public Output, public AudioSource {
+public:
+  explicit CountingOutput(int64_t& asked) : asked_(asked) {}
+
+  int open() override { return device_.open(); }
+  void start(AudioSource& source) override {
+    source_ = &source;
+    device_.start(*this);
+  }
+  [[nodiscard]] bool is_lost() const override { return device_.is_lost(); }
+  void close() override { device_.close(); }
+  [[nodiscard]] double fade_in_seconds() const override { return device_.fade_in_seconds(); }
+  [[nodiscard]] double fade_out_seconds() const override { return device_.fade_out_seconds(); }
+  void wait() override { device_.wait(); }
+
+  void render(float* interleaved, int64_t frames) noexcept override {
+    source_->render(interleaved, frames);
+    asked_ += frames;
+  }
+
+private:
+  int64_t& asked_; // read when the output is closed
+  AudioSource* source_ = nullptr;
+  SdlOutput device_;
+};
+
 class DeviceTest : public testing::Test {
 protected:
   // The driver takes a block every millisecond, ten times as fast as it would sound.
@@ -57,7 +84,7 @@ protected:
       std::this_thread::sleep_for(std::chrono::milliseconds(1));
   }
 
-  // The left channel of all that the device got, once it is closed.
+  // The left channel of all that the device asked for, once it is closed.
   std::vector<float> left() {
     player.shutdown();
     std::ifstream file(path, std::ios::binary);
@@ -67,6 +94,7 @@ protected:
     std::vector<float> samples(bytes.size() / (2 * sizeof(float)));
     for (std::size_t i = 0; i < samples.size(); ++i)
       std::memcpy(&samples[i], bytes.data() + i * 2 * sizeof(float), sizeof(float));
+    samples.erase(samples.begin(), samples.end() - asked);
     return samples;
   }
 
@@ -77,7 +105,8 @@ protected:
   }
 
   std::string path;
-  Player player{std::make_unique<SdlOutput>()};
+  int64_t asked = 0;
+  Player player{std::make_unique<CountingOutput>(asked)};
 };
 
 TEST_F(DeviceTest, TheFirstBarsOfTheMusicComeAtTheRightPitchAndTime) {
@@ -192,6 +221,22 @@ TEST(MissingDevice, IsOneLineAndSilence) {
   ASSERT_EQ(complaints.size(), 1U);
   EXPECT_EQ(complaints[0].find("no sound: "), 0U) << complaints[0];
   EXPECT_EQ(complaints[0].find('\n'), std::string::npos);
+}
+
+// ALSA itself would say eight lines.
+TEST(MissingDevice, IsOneLineUnderAlsaToo) {
+  setenv("SDL_AUDIODRIVER", "alsa", 1);
+  setenv("AUDIODEV", "no-such-card", 1);
+  testing::internal::CaptureStderr();
+  {
+    Player player(std::make_unique<SdlOutput>());
+    player.init();
+    EXPECT_EQ(player.engine(), nullptr);
+  }
+  unsetenv("AUDIODEV");
+  const std::string said = testing::internal::GetCapturedStderr();
+  EXPECT_EQ(said.find("no sound: "), 0U) << said;
+  EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 1) << said;
 }
 
 } // namespace

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "host/command_error.h"
 #include "tests/host/sound/analysis.h"
 #include "tests/host/sound/fake_output.h"
 #include "tests/host/sound/studio.h"
@@ -57,67 +58,64 @@ std::string error_of(Act act) {
   try {
     act();
     return "";
-  } catch (const ArgumentError& error) {
+  } catch (const host::CommandError& error) {
     return error.what();
   }
 }
 
 TEST_F(PlayerTest, RefusesVoicesThatDoNotExist) {
   EXPECT_EQ(error_of([&] { player.gain(16, 1); }),
-            "SOUND.GAIN: argument 1 (voice) must be a whole number from 0 to 15, got 16");
+            "argument 1 (voice) must be a whole number from 0 to 15, got 16");
   EXPECT_EQ(error_of([&] { player.play(-1, "c3"); }),
-            "SOUND.PLAY: argument 1 (voice) must be a whole number from 0 to 15, got -1");
+            "argument 1 (voice) must be a whole number from 0 to 15, got -1");
   EXPECT_EQ(error_of([&] { player.filter(1.5, 100); }),
-            "SOUND.FILTER: argument 1 (voice) must be a whole number from 0 to 15, got 1.5");
+            "argument 1 (voice) must be a whole number from 0 to 15, got 1.5");
   EXPECT_EQ(error_of([&] { player.reverb_send(nan, 0); }),
-            "SOUND.REVERBSEND: argument 1 (voice) must be a whole number from 0 to 15, got nan");
+            "argument 1 (voice) must be a whole number from 0 to 15, got nan");
   EXPECT_EQ(error_of([&] { player.voice(1e300, "SAW", 0, 0, 0, 0); }),
-            "SOUND.VOICE: argument 1 (voice) must be a whole number from 0 to 15, got 1e+300");
+            "argument 1 (voice) must be a whole number from 0 to 15, got 1e+300");
 }
 
 TEST_F(PlayerTest, RefusesWaveformsThatDoNotExist) {
   EXPECT_EQ(error_of([&] { player.voice(0, "NOISE", 0, 0, 0, 0); }),
-            "SOUND.VOICE: argument 2 (waveform) must be SQUARE, SAW, TRIANGLE or SINE, got "
+            "argument 2 (waveform) must be SQUARE, SAW, TRIANGLE or SINE, got "
             "\"NOISE\"");
   EXPECT_EQ(error_of([&] { player.voice(0, std::string(1000, 'x'), 0, 0, 0, 0); }),
-            "SOUND.VOICE: argument 2 (waveform) must be SQUARE, SAW, TRIANGLE or SINE, got \"" +
-                std::string(40, 'x') + "…\"");
+            "argument 2 (waveform) must be SQUARE, SAW, TRIANGLE or SINE, got \"" +
+                std::string(80, 'x') + "…\"");
 }
 
 TEST_F(PlayerTest, RefusesAbsurdEnvelopes) {
   EXPECT_EQ(error_of([&] { player.voice(0, "SAW", -0.1, 0, 0, 0); }),
-            "SOUND.VOICE: argument 3 (attack) must be a number from 0 to 60, got -0.1");
+            "argument 3 (attack) must be 0 to 60, got -0.1");
   EXPECT_EQ(error_of([&] { player.voice(0, "SAW", 0, 1e9, 0, 0); }),
-            "SOUND.VOICE: argument 4 (decay) must be a number from 0 to 60, got 1000000000");
+            "argument 4 (decay) must be 0 to 60, got 1e+09");
   EXPECT_EQ(error_of([&] { player.voice(0, "SAW", 0, 0, 1.5, 0); }),
-            "SOUND.VOICE: argument 5 (sustain) must be a number from 0 to 1, got 1.5");
+            "argument 5 (sustain) must be 0 to 1, got 1.5");
   EXPECT_EQ(error_of([&] { player.voice(0, "SAW", 0, 0, 0, infinity); }),
-            "SOUND.VOICE: argument 6 (release) must be a number from 0 to 60, got inf");
+            "argument 6 (release) must be 0 to 60, got inf");
 }
 
 TEST_F(PlayerTest, RefusesAbsurdLevelsAndTempi) {
-  EXPECT_EQ(error_of([&] { player.gain(0, -1); }),
-            "SOUND.GAIN: argument 2 (gain) must be a number from 0 to 4, got -1");
+  EXPECT_EQ(error_of([&] { player.gain(0, -1); }), "argument 2 (gain) must be 0 to 4, got -1");
   EXPECT_EQ(error_of([&] { player.filter(0, nan); }),
-            "SOUND.FILTER: argument 2 (cutoff) must be a finite number, got nan");
+            "argument 2 (cutoff) must be a finite number, got nan");
   EXPECT_EQ(error_of([&] { player.reverb_send(0, 1.01); }),
-            "SOUND.REVERBSEND: argument 2 (send) must be a number from 0 to 1, got 1.01");
+            "argument 2 (send) must be 0 to 1, got 1.01");
   EXPECT_EQ(error_of([&] { player.reverb(0.7, 0.3, 0.8, nan); }),
-            "SOUND.REVERB: argument 4 (wet) must be a number from 0 to 1, got nan");
-  EXPECT_EQ(error_of([&] { player.bpm(0); }),
-            "SOUND.BPM: argument 1 (tempo) must be a number from 1 to 1000, got 0");
-  EXPECT_EQ(error_of([&] { player.bpm(nan); }),
-            "SOUND.BPM: argument 1 (tempo) must be a number from 1 to 1000, got nan");
+            "argument 4 (wet) must be 0 to 1, got nan");
+  EXPECT_EQ(error_of([&] { player.bpm(0); }), "argument 1 (tempo) must be 1 to 1000, got 0");
+  EXPECT_EQ(error_of([&] { player.bpm(nan); }), "argument 1 (tempo) must be 1 to 1000, got nan");
 }
 
 TEST_F(PlayerTest, RefusesPatternsAndNotesWithTheColumn) {
   EXPECT_EQ(error_of([&] { player.note("c4 [e4", 1); }),
-            "SOUND.NOTE: argument 1 (pattern), column 7: expected a note, ~, [, <, a modifier or "
+            "argument 1 (pattern), column 7: expected a note, ~, [, <, a modifier or "
             "\"]\", got the end");
   EXPECT_EQ(error_of([&] { player.note("c4", 2); }),
-            "SOUND.NOTE: argument 2 (loop) must be a whole number from 0 to 1, got 2");
+            "argument 2 (loop) must be a whole number from 0 to 1, got 2");
   EXPECT_EQ(error_of([&] { player.play(3, "h3"); }),
-            "SOUND.PLAY: argument 2 (note), column 1: expected a note, a letter from a to g, got "
+            "argument 2 (note), column 1: expected a note, a letter from a to g, got "
             "\"h\"");
 }
 
