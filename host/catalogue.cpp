@@ -100,19 +100,19 @@ constexpr uint32_t find_seed() {
 
 constexpr uint32_t seed = find_seed();
 
-struct Slots {
+struct NameSlots {
   uint8_t command[slot_count];
 };
 
-constexpr Slots fill_slots() {
-  Slots slots = {};
+constexpr NameSlots fill_slots() {
+  NameSlots slots = {};
   std::fill(std::begin(slots.command), std::end(slots.command), no_command);
   for (size_t i = 0; i < std::size(commands); ++i)
     slots.command[slot_of(commands[i].name, seed)] = static_cast<uint8_t>(i);
   return slots;
 }
 
-constexpr Slots slots = fill_slots();
+constexpr NameSlots name_slots = fill_slots();
 
 constexpr bool is_kind(uint32_t tag, Kind kind) {
   switch (kind) {
@@ -161,7 +161,7 @@ const Command* find_command(const char* name) {
   size_t length = 0;
   for (; name[length] != '\0'; ++length)
     hash.add(name[length]);
-  const uint8_t index = slots.command[hash.slot()];
+  const uint8_t index = name_slots.command[hash.slot()];
   if (index == no_command || commands[index].name != std::string_view(name, length))
     return nullptr;
   return &commands[index];

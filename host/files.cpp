@@ -198,8 +198,8 @@ std::vector<std::string> unsorted_names_at(const std::string& path) {
 
 } // namespace
 
-void write_whole_file(std::string_view name, std::string_view content) {
-  const std::string path = usable_path(name);
+void write_whole_file(std::string_view path_text, std::string_view content) {
+  const std::string path = usable_path(path_text);
   const fs::path destination = followed(path);
   struct stat status = {};
   if (::stat(destination.c_str(), &status) != 0) {

@@ -51,7 +51,7 @@ void Host::take_events() {
 }
 
 void Host::end_program_if_asked() {
-  if (signals_.has_arrived())
+  if (QuitSignals::has_arrived())
     events.ask_to_quit();
   if (!events.is_quitting() || frames_.is_inside())
     return;

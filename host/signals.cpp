@@ -32,7 +32,7 @@ QuitSignals::~QuitSignals() {
       sigaction(previous.signal, &previous.action, nullptr);
 }
 
-bool QuitSignals::has_arrived() const {
+bool QuitSignals::has_arrived() {
   return signal_has_arrived != 0;
 }
 

@@ -16,7 +16,7 @@ public:
   QuitSignals(const QuitSignals&) = delete;
   QuitSignals& operator=(const QuitSignals&) = delete;
 
-  bool has_arrived() const;
+  static bool has_arrived();
 
 private:
   struct Previous {

@@ -35,7 +35,7 @@ bool is_scalar(char32_t code_point) {
 } // namespace
 
 const uint8_t* glyph_rows(char32_t code_point) {
-  const auto found = std::lower_bound(
+  const auto* found = std::lower_bound(
       std::begin(font_glyphs), std::end(font_glyphs), code_point,
       [](const Glyph& glyph, char32_t wanted) { return glyph.code_point < wanted; });
   const bool is_there = found != std::end(font_glyphs) && found->code_point == code_point;

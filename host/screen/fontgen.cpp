@@ -33,7 +33,7 @@ void select_strike(FT_Face face) {
 }
 
 void copy_bitmap(FT_Face face, Rows& rows) {
-  const FT_GlyphSlot slot = face->glyph;
+  const FT_GlyphSlotRec* slot = face->glyph;
   const FT_Bitmap& bitmap = slot->bitmap;
   const int ascender = static_cast<int>(face->size->metrics.ascender / 64);
   if (bitmap.pixel_mode != FT_PIXEL_MODE_MONO && bitmap.rows > 0)

@@ -35,6 +35,25 @@ bool is_full_screen_key(const SDL_Keysym& key) {
   return key.sym == SDLK_F11 || (key.sym == SDLK_RETURN && (key.mod & KMOD_ALT) != 0);
 }
 
+// The keypad stands in for Return and, while Num Lock is off, for the arrow keys.
+SDL_Keycode meaning_of(const SDL_Keysym& key) {
+  const bool has_digits = (key.mod & KMOD_NUM) != 0;
+  switch (key.sym) {
+  case SDLK_KP_ENTER:
+    return SDLK_RETURN;
+  case SDLK_KP_4:
+    return has_digits ? key.sym : SDLK_LEFT;
+  case SDLK_KP_6:
+    return has_digits ? key.sym : SDLK_RIGHT;
+  case SDLK_KP_8:
+    return has_digits ? key.sym : SDLK_UP;
+  case SDLK_KP_2:
+    return has_digits ? key.sym : SDLK_DOWN;
+  default:
+    return key.sym;
+  }
+}
+
 bool is_full_screen(SDL_Window* window) {
   return (SDL_GetWindowFlags(window) & SDL_WINDOW_FULLSCREEN_DESKTOP) != 0;
 }
@@ -144,7 +163,8 @@ void Window::deliver_key(const SDL_KeyboardEvent& event, EventSink& sink) {
       toggle_full_screen();
     return;
   }
-  const Key key = {event.keysym.scancode, event.keysym.sym, SDL_GetKeyName(event.keysym.sym)};
+  const SDL_Keycode code = meaning_of(event.keysym);
+  const Key key = {event.keysym.scancode, code, SDL_GetKeyName(code)};
   if (is_down)
     sink.key_went_down(key, event.repeat != 0);
   else
@@ -157,11 +177,6 @@ void Window::deliver_window_event(const SDL_WindowEvent& event, EventSink& sink)
     return sink.close_was_asked();
   case SDL_WINDOWEVENT_FOCUS_LOST:
     return sink.keyboard_was_taken();
-  case SDL_WINDOWEVENT_EXPOSED:
-    // What the window's memory holds is still the last picture; a resized window has none until
-    // the next one.
-    SDL_UpdateWindowSurface(window_.get());
-    return;
   default:
     return;
   }
@@ -178,7 +193,7 @@ void Window::note_pointer_motion() {
   SDL_ShowCursor(SDL_ENABLE);
 }
 
-void Window::hide_idle_pointer() {
+void Window::hide_idle_pointer() const {
   if (SDL_GetTicks64() - last_motion_ms_ >= pointer_idle_ms)
     SDL_ShowCursor(SDL_DISABLE);
 }

@@ -39,9 +39,9 @@ private:
 
   void deliver(const SDL_Event& event, EventSink& sink);
   void deliver_key(const SDL_KeyboardEvent& event, EventSink& sink);
-  void deliver_window_event(const SDL_WindowEvent& event, EventSink& sink);
+  static void deliver_window_event(const SDL_WindowEvent& event, EventSink& sink);
   void toggle_full_screen();
-  void hide_idle_pointer();
+  void hide_idle_pointer() const;
   void note_pointer_motion();
   SDL_Point picture_point(int x, int y) const;
   void draw_converted(const Canvas& canvas, SDL_Surface* surface);

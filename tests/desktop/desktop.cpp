@@ -1,0 +1,300 @@
+#include "tests/desktop/desktop.h"
+
+#include <X11/Xatom.h>
+#include <X11/Xlib.h>
+#include <X11/Xutil.h>
+#include <X11/extensions/XTest.h>
+#include <unistd.h>
+
+#include <array>
+#include <chrono>
+#include <stdexcept>
+#include <thread>
+
+namespace desktop {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto patience = 30s;
+
+struct FreeX {
+  void operator()(void* memory) const { XFree(memory); }
+};
+template<typename T>
+using Owned = std::unique_ptr<T, FreeX>;
+
+// A window may vanish between two requests; then the second one fails, which is no fault here.
+int ignore_error(Display*, XErrorEvent*) {
+  return 0;
+}
+
+std::string read_line(int file) {
+  std::string line;
+  char character = 0;
+  while (read(file, &character, 1) == 1 && character != '\n')
+    line += character;
+  return line;
+}
+
+} // namespace
+
+class Connection {
+public:
+  explicit Connection(const std::string& name) : display_(XOpenDisplay(name.c_str())) {
+    if (display_ == nullptr)
+      throw std::runtime_error("cannot reach the X server " + name);
+    XSetErrorHandler(ignore_error);
+  }
+  ~Connection() { XCloseDisplay(display_); }
+  Connection(const Connection&) = delete;
+  Connection& operator=(const Connection&) = delete;
+
+  Display* display() const { return display_; }
+  Window root() const { return DefaultRootWindow(display_); }
+  Atom atom(const char* name) const { return XInternAtom(display_, name, False); }
+  // Xlib keeps a copy of the layout until it reads the message that says it has changed.
+  void reload_keyboard() const {
+    XEvent event = {};
+    finish();
+    while (XPending(display_) > 0) {
+      XNextEvent(display_, &event);
+      if (event.type == MappingNotify)
+        XRefreshKeyboardMapping(&event.xmapping);
+    }
+  }
+  void finish() const { XSync(display_, False); }
+
+  std::string text_property(Window window, Atom property) const {
+    Atom type = 0;
+    int format = 0;
+    unsigned long length = 0, rest = 0;
+    unsigned char* data = nullptr;
+    if (XGetWindowProperty(display_, window, property, 0, 1024, False, AnyPropertyType, &type,
+                           &format, &length, &rest, &data) != Success)
+      return {};
+    const Owned<unsigned char> owned(data);
+    return data == nullptr || format != 8
+               ? std::string()
+               : std::string(reinterpret_cast<const char*>(data), length);
+  }
+
+  // A property of the root window that is one number; 0 when it is not there.
+  long root_number(const char* property) const {
+    Atom type = 0;
+    int format = 0;
+    unsigned long length = 0, rest = 0;
+    unsigned char* data = nullptr;
+    XGetWindowProperty(display_, root(), atom(property), 0, 1, False, AnyPropertyType, &type,
+                       &format, &length, &rest, &data);
+    const Owned<unsigned char> owned(data);
+    return format == 32 && length == 1 ? *reinterpret_cast<const long*>(data) : 0;
+  }
+
+  // Asks the window manager to change one of its properties of the root window.
+  void ask_root(const char* message, long value) const {
+    XEvent event = message_to(root(), message);
+    event.xclient.data.l[0] = value;
+    XSendEvent(display_, root(), False, SubstructureRedirectMask | SubstructureNotifyMask, &event);
+    finish();
+  }
+
+  XEvent message_to(Window window, const char* message) const {
+    XEvent event = {};
+    event.xclient.type = ClientMessage;
+    event.xclient.window = window;
+    event.xclient.message_type = atom(message);
+    event.xclient.format = 32;
+    return event;
+  }
+
+  // The first mapped window below `window` with the title, 0 when there is none.
+  Window find(Window window, const std::string& title) const {
+    XWindowAttributes attributes = {};
+    if (XGetWindowAttributes(display_, window, &attributes) == 0)
+      return 0;
+    if (attributes.map_state == IsViewable && text_property(window, atom("_NET_WM_NAME")) == title)
+      return window;
+    return find_below(window, title);
+  }
+
+private:
+  Window find_below(Window window, const std::string& title) const {
+    Window root = 0, parent = 0;
+    Window* children = nullptr;
+    unsigned count = 0;
+    if (XQueryTree(display_, window, &root, &parent, &children, &count) == 0)
+      return 0;
+    const Owned<Window> owned(children);
+    for (unsigned i = 0; i < count; ++i)
+      if (const Window found = find(children[i], title))
+        return found;
+    return 0;
+  }
+
+  Display* display_;
+};
+
+std::string DesktopWindow::title() const {
+  return connection_->text_property(id_, connection_->atom("_NET_WM_NAME"));
+}
+
+std::vector<std::string> DesktopWindow::class_names() const {
+  const std::string both = connection_->text_property(id_, XA_WM_CLASS);
+  const size_t end = both.find('\0');
+  return {both.substr(0, end), both.c_str() + std::min(both.size(), end + 1)};
+}
+
+WindowSize DesktopWindow::size() const {
+  XWindowAttributes attributes = {};
+  XGetWindowAttributes(connection_->display(), id_, &attributes);
+  return {attributes.width, attributes.height};
+}
+
+void DesktopWindow::resize(int width, int height) const {
+  XResizeWindow(connection_->display(), id_, static_cast<unsigned>(width),
+                static_cast<unsigned>(height));
+  connection_->finish();
+}
+
+Bitmap DesktopWindow::pixels() const {
+  const auto [width, height] = size();
+  XImage* image = XGetImage(connection_->display(), id_, 0, 0, static_cast<unsigned>(width),
+                            static_cast<unsigned>(height), AllPlanes, ZPixmap);
+  if (image == nullptr)
+    throw std::runtime_error("the window's pixels cannot be read");
+  Bitmap bitmap = {width, height, {}};
+  for (int y = 0; y < height; ++y)
+    for (int x = 0; x < width; ++x)
+      bitmap.pixels.push_back(static_cast<uint32_t>(XGetPixel(image, x, y)) & 0x00FFFFFFU);
+  XDestroyImage(image);
+  return bitmap;
+}
+
+void DesktopWindow::focus() const {
+  XSetInputFocus(connection_->display(), id_, RevertToPointerRoot, CurrentTime);
+  connection_->finish();
+}
+
+void DesktopWindow::take_focus_away() const {
+  XSetInputFocus(connection_->display(), None, RevertToNone, CurrentTime);
+  connection_->finish();
+}
+
+void DesktopWindow::ask_to_close() const {
+  XEvent event = connection_->message_to(id_, "WM_PROTOCOLS");
+  event.xclient.data.l[0] = static_cast<long>(connection_->atom("WM_DELETE_WINDOW"));
+  event.xclient.data.l[1] = CurrentTime;
+  XSendEvent(connection_->display(), id_, False, NoEventMask, &event);
+  connection_->finish();
+}
+
+Desktop::Desktop(int width, int height) {
+  // The server picks a free display itself and tells which through the pipe.
+  std::array<int, 2> pipe_ends = {};
+  if (pipe(pipe_ends.data()) != 0)
+    throw std::runtime_error("no pipe");
+  const std::string screen = std::to_string(width) + "x" + std::to_string(height) + "x24";
+  server_ =
+      std::make_unique<Process>(Launch{{"Xvfb", "-displayfd", std::to_string(pipe_ends[1]),
+                                        "-screen", "0", screen, "-nolisten", "tcp", "-noreset"},
+                                       {},
+                                       "."});
+  close(pipe_ends[1]);
+  const std::string number = read_line(pipe_ends[0]);
+  close(pipe_ends[0]);
+  if (number.empty())
+    throw std::runtime_error("Xvfb did not start: " + server_->wait().errors);
+  display_name_ = ":" + number;
+  connection_ = std::make_unique<Connection>(display_name_);
+}
+
+Desktop::~Desktop() = default;
+
+std::unique_ptr<Process> Desktop::start(Launch launch) const {
+  launch.environment.insert({{"DISPLAY", display_name_},
+                             {"WAYLAND_DISPLAY", std::nullopt},
+                             {"SDL_VIDEODRIVER", std::nullopt}});
+  return std::make_unique<Process>(launch);
+}
+
+void Desktop::start_window_manager() {
+  window_manager_ = start({{"openbox"}, {}, "."});
+  // It announces itself before it is ready, and loses what comes in between, windows too. Once it
+  // has done what it was asked it is past that.
+  constexpr long desktops = 3;
+  const bool manages = eventually([&] {
+    connection_->ask_root("_NET_NUMBER_OF_DESKTOPS", desktops);
+    return connection_->root_number("_NET_NUMBER_OF_DESKTOPS") == desktops;
+  });
+  if (!manages)
+    throw std::runtime_error("openbox does not manage the desktop");
+}
+
+std::optional<DesktopWindow> Desktop::find_window(const std::string& title) {
+  const Window found = connection_->find(connection_->root(), title);
+  if (found == 0)
+    return std::nullopt;
+  return DesktopWindow(*connection_, found);
+}
+
+DesktopWindow Desktop::wait_for_window(const std::string& title) {
+  std::optional<DesktopWindow> found;
+  if (!eventually([&] { return (found = find_window(title)).has_value(); }))
+    throw std::runtime_error("no window is called " + title);
+  return *found;
+}
+
+void Desktop::press(const std::string& key) {
+  send_key(key, true);
+}
+
+void Desktop::release(const std::string& key) {
+  send_key(key, false);
+}
+
+void Desktop::tap(const std::string& key) {
+  press(key);
+  release(key);
+}
+
+void Desktop::tap(const std::vector<std::string>& keys) {
+  for (const std::string& key : keys)
+    press(key);
+  for (auto key = keys.rbegin(); key != keys.rend(); ++key)
+    release(*key);
+}
+
+void Desktop::set_layout(const std::string& name) {
+  const Outcome outcome = start({{"setxkbmap", name}, {}, "."})->wait();
+  if (outcome.code != 0)
+    throw std::runtime_error("setxkbmap " + name + ": " + outcome.errors);
+  connection_->reload_keyboard();
+}
+
+void Desktop::move_pointer(int x, int y) {
+  XTestFakeMotionEvent(connection_->display(), -1, x, y, CurrentTime);
+  connection_->finish();
+}
+
+void Desktop::send_key(const std::string& key, bool is_down) {
+  const KeySym symbol = XStringToKeysym(key.c_str());
+  const KeyCode code = XKeysymToKeycode(connection_->display(), symbol);
+  if (code == 0)
+    throw std::runtime_error("no key is called " + key);
+  XTestFakeKeyEvent(connection_->display(), code, is_down ? True : False, CurrentTime);
+  connection_->finish();
+}
+
+bool eventually(const std::function<bool()>& condition) {
+  const auto deadline = std::chrono::steady_clock::now() + patience;
+  while (!condition()) {
+    if (std::chrono::steady_clock::now() > deadline)
+      return false;
+    std::this_thread::sleep_for(5ms);
+  }
+  return true;
+}
+
+} // namespace desktop

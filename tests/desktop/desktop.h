@@ -1,0 +1,99 @@
+// A desktop of a test's own: an X server without a screen (Xvfb), a keyboard to press, windows to
+// find and their pixels to read.
+#pragma once
+
+#include "tests/desktop/process.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace desktop {
+
+struct Bitmap {
+  int width;
+  int height;
+  std::vector<uint32_t> pixels; // 0x00RRGGBB, row after row
+
+  uint32_t at(int x, int y) const { return pixels[static_cast<size_t>(y * width + x)]; }
+};
+
+struct WindowSize {
+  int width;
+  int height;
+};
+
+class Connection; // to the X server
+
+// A program's window. It stays valid as a name after the window is gone.
+class DesktopWindow {
+public:
+  DesktopWindow(Connection& connection, unsigned long id) : connection_(&connection), id_(id) {}
+
+  std::string title() const;
+  // The two names by which desktops tie a window to its program.
+  std::vector<std::string> class_names() const;
+  WindowSize size() const;
+  // Returns when the server has done it.
+  void resize(int width, int height) const;
+  // What it shows now, without borders.
+  Bitmap pixels() const;
+  // Gives it the keyboard.
+  void focus() const;
+  void take_focus_away() const;
+  // Presses its close button.
+  void ask_to_close() const;
+
+private:
+  Connection* connection_;
+  unsigned long id_;
+};
+
+class Desktop {
+public:
+  explicit Desktop(int width = 1280, int height = 1024);
+  ~Desktop();
+  Desktop(const Desktop&) = delete;
+  Desktop& operator=(const Desktop&) = delete;
+
+  // For DISPLAY.
+  const std::string& display_name() const { return display_name_; }
+
+  // Starts a program on this desktop, on nothing but this one.
+  std::unique_ptr<Process> start(Launch launch) const;
+
+  // Starts a window manager (openbox) and waits until it manages.
+  void start_window_manager();
+
+  // Nothing when there is no such window.
+  std::optional<DesktopWindow> find_window(const std::string& title);
+  // Throws std::runtime_error when it does not appear.
+  DesktopWindow wait_for_window(const std::string& title);
+
+  // The keys by the names of X ("Left", "a", "space", "Return", "Escape", "KP_Enter"). Each
+  // returns when the server has passed it on.
+  void press(const std::string& key);
+  void release(const std::string& key);
+  void tap(const std::string& key);
+  // All of them together.
+  void tap(const std::vector<std::string>& keys);
+  // The keyboard's layout by its name, such as "de".
+  void set_layout(const std::string& name);
+  void move_pointer(int x, int y);
+
+private:
+  void send_key(const std::string& key, bool is_down);
+
+  std::string display_name_;
+  std::unique_ptr<Process> server_;
+  std::unique_ptr<Connection> connection_;
+  std::unique_ptr<Process> window_manager_;
+};
+
+// Asks again and again until the answer is yes; false when it stays no for half a minute.
+bool eventually(const std::function<bool()>& condition);
+
+} // namespace desktop

@@ -1,0 +1,52 @@
+// Another program, started with its own environment and looked at from outside.
+#pragma once
+
+#include <sys/types.h>
+
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace desktop {
+
+struct Launch {
+  std::vector<std::string> arguments;                            // the first is the program
+  std::map<std::string, std::optional<std::string>> environment; // changes; nullopt unsets
+  std::string folder = ".";                                      // where it runs
+};
+
+// How a program ended and all that it said.
+struct Outcome {
+  bool has_exited; // false: a signal ended it
+  int code;        // exit status, or the signal
+  std::string output;
+  std::string errors;
+};
+
+// Ends with the test: a process that still runs is killed.
+class Process {
+public:
+  explicit Process(const Launch& launch);
+  ~Process();
+  Process(const Process&) = delete;
+  Process& operator=(const Process&) = delete;
+
+  pid_t id() const { return id_; }
+  bool is_running();
+  void send_signal(int signal) const;
+
+  // Waits until it ends. Throws std::runtime_error, with what it said so far, when that takes
+  // longer than a minute.
+  Outcome wait();
+
+private:
+  void reap(bool is_to_block);
+
+  pid_t id_ = -1;
+  std::optional<int> status_;
+  int output_ = -1; // memory files: the program never blocks on them
+  int errors_ = -1;
+};
+
+} // namespace desktop
