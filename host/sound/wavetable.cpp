@@ -23,21 +23,19 @@ constexpr std::size_t shortest_table = 2048;
 constexpr std::size_t longest_table = 32768;
 constexpr std::size_t longest_triangle = 4096; // its harmonics fall with the square
 
-// The Fourier series of the ideal waves: the amplitude of sin(2 pi k t).
+// The Fourier series of the ideal waves, the amplitude of sin(2 pi k t); the square has none of
+// its own, it is made from the saw.
 double harmonic(Waveform waveform, std::size_t k) {
   const auto order = static_cast<double>(k);
   const bool is_odd = k % 2 == 1;
   switch (waveform) {
-  case Waveform::square:
-    return is_odd ? 4.0 / (pi * order) : 0.0;
   case Waveform::saw:
     return (is_odd ? 2.0 : -2.0) / (pi * order);
   case Waveform::triangle:
     return is_odd ? (k % 4 == 1 ? 8.0 : -8.0) / (pi * pi * order * order) : 0.0;
-  case Waveform::sine:
+  default:
     return k == 1 ? 1.0 : 0.0;
   }
-  return 0.0;
 }
 
 std::size_t table_size(Waveform waveform, std::size_t harmonics) {
@@ -48,23 +46,41 @@ std::size_t table_size(Waveform waveform, std::size_t harmonics) {
 // Makes tables; a transform is set up once for all tables of one length.
 class TableMaker {
 public:
-  std::vector<float> single_cycle(Waveform waveform, std::size_t harmonics) {
+  std::vector<double> single_cycle(Waveform waveform, std::size_t harmonics) {
     const std::size_t size = table_size(waveform, harmonics);
     points_.assign(size, 0.0);
     for (std::size_t k = 1; k <= harmonics; ++k)
       points_[k] = harmonic(waveform, k);
     transforms_.try_emplace(size, size).first->second.transform(points_);
-    std::vector<float> samples(size + 1);
-    for (std::size_t i = 0; i < size; ++i)
-      samples[i] = static_cast<float>(-points_[i].imag());
-    samples[size] = samples[0];
-    return samples;
+    std::vector<double> cycle(size);
+    std::transform(points_.begin(), points_.end(), cycle.begin(),
+                   [](const auto& point) { return -point.imag(); });
+    return cycle;
   }
 
 private:
   std::map<std::size_t, FourierTransform> transforms_;
   std::vector<std::complex<double>> points_;
 };
+
+// A saw less itself half a cycle on: the even harmonics cancel out, the odd ones double.
+std::vector<double> square_from(const std::vector<double>& saw) {
+  const std::size_t half = saw.size() / 2;
+  std::vector<double> cycle(saw.size());
+  for (std::size_t i = 0; i < half; ++i) {
+    cycle[i] = saw[i] - saw[i + half];
+    cycle[i + half] = -cycle[i];
+  }
+  return cycle;
+}
+
+std::vector<float> closed(const std::vector<double>& cycle) {
+  std::vector<float> samples(cycle.size() + 1);
+  std::transform(cycle.begin(), cycle.end(), samples.begin(),
+                 [](double sample) { return static_cast<float>(sample); });
+  samples.back() = samples.front();
+  return samples;
+}
 
 } // namespace
 
@@ -87,10 +103,14 @@ const WavetableBank& WavetableBank::shared() {
 
 WavetableBank::WavetableBank() {
   TableMaker maker;
-  for (std::size_t band = 0; band < band_count; ++band)
-    for (const auto waveform : {Waveform::square, Waveform::saw, Waveform::triangle})
-      bands_of(waveform)[band] = maker.single_cycle(waveform, harmonics(band));
-  bands_of(Waveform::sine).back() = maker.single_cycle(Waveform::sine, 1);
+  for (std::size_t band = 0; band < band_count; ++band) {
+    const auto saw = maker.single_cycle(Waveform::saw, harmonics(band));
+    bands_of(Waveform::saw)[band] = closed(saw);
+    bands_of(Waveform::square)[band] = closed(square_from(saw));
+    bands_of(Waveform::triangle)[band] =
+        closed(maker.single_cycle(Waveform::triangle, harmonics(band)));
+  }
+  bands_of(Waveform::sine).back() = closed(maker.single_cycle(Waveform::sine, 1));
 }
 
 // As many as stay below half the sample rate at the upper end of the band.
