@@ -94,7 +94,7 @@ TEST_F(CellsTest, ShadeMayFallBelowZero) {
 }
 
 TEST_F(CellsTest, OnlyKindsFromEightOnCarryALabel) {
-  for (double kind = 1; kind <= 12; ++kind) {
+  for (int kind = 1; kind <= 12; ++kind) {
     run(DRAWCELL(0, 0, kind));
     EXPECT_EQ(only("TEXT", drawn()).size(), kind >= 8 ? 1 : 0) << kind;
   }

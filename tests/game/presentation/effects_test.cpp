@@ -183,7 +183,7 @@ TEST_F(EffectsTest, APopupTakesTheFirstFreeSlotAndTheSeventeenthIsDropped) {
 
 TEST_F(EffectsTest, AStreakFadesOverEightFrames) {
   run(ADDSTREAK(168, 80, 548));
-  for (double life = 8; life >= 1; --life) {
+  for (int life = 8; life >= 1; --life) {
     const double bright = 120 + 15 * life;
     EXPECT_TRUE(same(frame_of(draw_streaks),
                      {command_line("DRAWCOLOR", {bright, bright, 170}), "LINE 168 80 168 548"}));
@@ -206,12 +206,12 @@ TEST_F(EffectsTest, TheShockSquareGrowsFromTwentyTwoToThreeHundredFiftyTwoPixels
   SHOCKLIFE = 16;
   SHOCKX = 330;
   SHOCKY = 350;
-  for (double frame = 1; frame <= 16; ++frame) {
+  for (int frame = 1; frame <= 16; ++frame) {
     const double half = 11 * frame;
     EXPECT_TRUE(same(frame_of(draw_shock_square),
                      {"DRAWCOLOR 255 180 80",
                       command_line("RECT", {330 - half, 350 - half, 2 * half, 2 * half, 0})}));
-    EXPECT_EQ(static_cast<double>(SHOCKLIFE), 16 - frame);
+    EXPECT_EQ(SHOCKLIFE, 16 - frame);
   }
   EXPECT_TRUE(same(frame_of(draw_shock_square), {}));
   EXPECT_EQ(SHOCKLIFE, 0);

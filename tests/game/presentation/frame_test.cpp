@@ -61,7 +61,8 @@ Trace between(const Trace& trace, std::string_view first, std::string_view end) 
 Trace horizon(double tick, double lean) {
   Trace lines;
   for (int k = 0; k < 4; ++k)
-    for (double x = 0; x <= 659; x += 24) {
+    for (int left = 0; left <= 659; left += 24) {
+      const double x = left;
       const double wobble = std::trunc(std::sin(tick / 260 + x / 70 + k) * 5);
       const double slope = std::trunc(lean * (x - 330) / 330);
       const double y = 130 + 175 * k + wobble + slope;
@@ -72,8 +73,8 @@ Trace horizon(double tick, double lean) {
 
 Trace empty_cells() {
   Trace lines;
-  for (double row = 0; row < static_cast<double>(ROWS); ++row)
-    for (double column = 0; column < static_cast<double>(COLS); ++column) {
+  for (int row = 0; row < ROWS; ++row)
+    for (int column = 0; column < COLS; ++column) {
       lines.emplace_back("DRAWCOLOR 28 40 56");
       lines.push_back(command_line("RECT", {BX + 36 * column + 1, BY + 36 * row + 1, 34, 34, 1}));
     }

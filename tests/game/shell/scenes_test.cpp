@@ -139,6 +139,7 @@ TEST_F(ScenesTest, StormScattersBlocksByChance) {
     draw_twice();
     save("tmp/kavo_storm.png");
   });
+  EXPECT_EQ(LIGHTNING, 1) << "the bolt is lit in both frames and once more";
   EXPECT_GT(blocks_on_board(), 50);
   EXPECT_EQ(board_text().substr(0, 11), "..........\n");
 }
