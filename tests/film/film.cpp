@@ -1,0 +1,128 @@
+// kavo-film: what the game looks like in motion, and how much of it flashes.
+//   kavo-film tip <folder> [seed]       the pictures before, during and after a tip: 0000.png, …
+//   kavo-film flashes [games] [frames] [frames for a key]
+//                                       counts the flashes of so many games of so many frames
+#include <algorithm>
+#include <cstdlib>
+#include <deque>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <iostream>
+#include <string>
+#include <string_view>
+
+#include "game/state.h"
+#include "host/screen/png.h"
+#include "tests/film/flash_meter.h"
+#include "tests/film/flashes.h"
+#include "tests/film/player.h"
+#include "tests/film/studio.h"
+#include "tests/support/temporary_folder.h"
+
+namespace {
+
+using kavo::film::Player;
+using kavo::film::studio;
+using kavo::host::Canvas;
+
+void save(const Canvas& picture, const std::filesystem::path& folder, int number) {
+  std::string name = std::to_string(number);
+  name.insert(0, 4 - std::min<size_t>(4, name.size()), '0');
+  std::ofstream(folder / (name + ".png"), std::ios::binary) << kavo::host::png_of(picture);
+}
+
+// Plays until `watch` says that it has seen enough.
+bool play(Player player, int seed, const std::function<bool(const Canvas&)>& watch) {
+  const kavo::test::TemporaryFolder scores;
+  studio().play = [&](kavo::host::EventSink& sink) { player.act(sink); };
+  studio().watch = [&](const Canvas& picture) {
+    if (watch(picture))
+      player.leave();
+  };
+  const bool has_ended_well = kavo::film::run_game({}, seed);
+  studio() = {};
+  return has_ended_well;
+}
+
+int film_tip(const std::filesystem::path& folder, int seed) {
+  constexpr size_t frames_before = 70;
+  constexpr size_t frames = 150;
+  std::filesystem::create_directories(folder);
+  std::deque<Canvas> reel;
+  bool has_tipped = false;
+  const bool has_ended_well = play(Player({.pull = 0.0}, 6), seed, [&](const Canvas& picture) {
+    has_tipped = has_tipped || kavo::ROWS < kavo::COLS;
+    if (reel.size() < frames)
+      reel.push_back(picture);
+    if (!has_tipped && reel.size() > frames_before)
+      reel.pop_front();
+    return reel.size() == frames;
+  });
+  int number = 0;
+  for (const Canvas& picture : reel)
+    save(picture, folder, number++);
+  return has_ended_well ? EXIT_SUCCESS : EXIT_FAILURE;
+}
+
+// The flashes of several games together.
+struct Sum {
+  size_t flashes = 0;
+  int most_in_a_second = 0;
+
+  void add(const std::vector<double>& times_ms) {
+    flashes += times_ms.size();
+    most_in_a_second = std::max(most_in_a_second, kavo::film::most_in_a_second(times_ms));
+  }
+  void print(std::string_view kind, double minutes) const {
+    std::cout << "  " << kind << ": " << static_cast<double>(flashes) / minutes
+              << " a minute, at most " << most_in_a_second << " in any second\n";
+  }
+};
+
+int count_flashes(int games, int64_t frames, int frames_for_a_key) {
+  // Players who look for tips, do not mind them, avoid them.
+  constexpr double pulls[] = {0.4, 0.0, -0.3};
+  Sum general;
+  Sum red;
+  Sum general_at_rest;
+  Sum red_at_rest;
+  double minutes = 0;
+  const kavo::test::TemporaryFolder scores;
+  for (int game = 0; game < games; ++game) {
+    const auto flashes = kavo::film::flashes_of_play(
+        Player({.pull = pulls[game % 3]}, frames_for_a_key), game + 1, frames);
+    if (!flashes.has_ended_well)
+      return EXIT_FAILURE;
+    general.add(flashes.general_ms);
+    red.add(flashes.red_ms);
+    general_at_rest.add(flashes.general_ms_at_rest);
+    red_at_rest.add(flashes.red_ms_at_rest);
+    minutes += flashes.seconds / 60;
+  }
+  std::cout << minutes << " minutes of play, a key at most every " << frames_for_a_key
+            << " frames\n";
+  general.print("general flashes", minutes);
+  red.print("saturated red flashes", minutes);
+  general_at_rest.print("general flashes, tips and shakes apart", minutes);
+  red_at_rest.print("saturated red flashes, tips and shakes apart", minutes);
+  return EXIT_SUCCESS;
+}
+
+int number_or(char** argv, int argc, int index, int otherwise) {
+  return argc > index ? std::atoi(argv[index]) : otherwise;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+  const std::string_view what = argc > 1 ? argv[1] : "";
+  if (what == "tip" && argc > 2)
+    return film_tip(std::filesystem::absolute(argv[2]), number_or(argv, argc, 3, 1));
+  if (what == "flashes")
+    return count_flashes(number_or(argv, argc, 2, 30), number_or(argv, argc, 3, 7500),
+                         number_or(argv, argc, 4, 10));
+  std::cerr << "usage: kavo-film tip <folder> [seed]\n"
+               "       kavo-film flashes [games] [frames] [frames for a key]\n";
+  return 2;
+}
