@@ -7,4 +7,4 @@ cmake=$1 build=$2 first=$3 second=$4
 rm -rf "$first" "$second"
 "$cmake" --install "$build" --prefix "$first" >/dev/null
 mv "$first" "$second"
-"$second/bin/kavo" --version
+HOME=$second/home "$second/bin/kavo" shot opts
