@@ -9,28 +9,46 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <span>
 #include <string_view>
 #include <utility>
 #include <vector>
 
 namespace {
 
+// Calls `sort` with each part that a NaN begins or ends: no number moves past a NaN, nor a NaN past
+// anything.
+template<typename Sort>
+void for_each_part(std::span<const double> slots, Sort sort) {
+  std::size_t first = 0;
+  for (std::size_t i = 0; i < slots.size(); ++i)
+    if (std::isnan(slots[i])) {
+      sort(first, i - first);
+      first = i + 1;
+    }
+  sort(first, slots.size() - first);
+}
+
 // The slots in order, each with what `payload` makes of its index.
 template<typename Payload>
 std::vector<qor::Sortable> sorted_numbers(const QorArray* array, Payload payload) {
   const auto slots = qor::slots_of(array);
   std::vector<qor::Sortable> items(slots.size());
-  std::size_t first = 0;
-  for (std::size_t i = 0; i < slots.size(); ++i) {
+  for (std::size_t i = 0; i < slots.size(); ++i)
     items[i] = {.key = qor::sort_key(slots[i]), .payload = payload(i)};
-    if (!std::isnan(slots[i]))
-      continue;
-    // No number moves past a NaN, nor a NaN past anything.
-    qor::sort_stably(std::span(items).subspan(first, i - first));
-    first = i + 1;
-  }
-  qor::sort_stably(std::span(items).subspan(first));
+  for_each_part(slots, [&items](std::size_t first, std::size_t count) {
+    qor::sort_stably(std::span(items).subspan(first, count));
+  });
   return items;
+}
+
+// The same for numbers alone, where a list is short enough for the standard library's sort.
+QorArray* new_sorted_short(const QorArray* array) {
+  auto* result = qor_array_append_arr(array, nullptr);
+  for_each_part(qor::slots_of(array), [result](std::size_t first, std::size_t count) {
+    std::stable_sort(result->data + first, result->data + first + count);
+  });
+  return result;
 }
 
 template<typename Payload>
@@ -85,8 +103,11 @@ QorArray* qor_range(double start, double stop, double step) {
 }
 
 QorArray* qor_array_sort(const QorArray* array) {
+  constexpr int64_t shortest_for_radix = 4096;
   if (qor::has_rows(array))
     return new_copy(array);
+  if (!qor::has_strings(array) && qor_array_len(array) < shortest_for_radix)
+    return new_sorted_short(array);
   const auto slots = qor::slots_of(array);
   return new_sorted(array, array == nullptr ? 0 : array->flags,
                     [slots](std::size_t i) { return slots[i]; });

@@ -3,6 +3,9 @@
 #include "runtime/internal/base64.h"
 #include "runtime/internal/sha256.h"
 #include "runtime/internal/strings.h"
+#include "runtime/qorrt.h"
+
+#include <cstring>
 
 char* qor_sha256(const char* s) {
   constexpr std::string_view digits = "0123456789abcdef";
@@ -23,5 +26,11 @@ char* qor_base64_encode(const char* s) {
 }
 
 char* qor_base64_decode(const char* s) {
-  return qor::new_whole_string(qor::decode_base64(qor::text_of(s), false).value_or(""));
+  const auto text = qor::text_of(s);
+  auto* result = qor::new_uninitialised_string(qor::base64_bytes(text.size()));
+  const auto length = qor::decode_base64(text, result, false).value_or(0);
+  result[length] = '\0';
+  if (std::strlen(result) != length)
+    qorrt_register_binary(result, static_cast<int64_t>(length));
+  return result;
 }

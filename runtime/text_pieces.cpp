@@ -1,31 +1,24 @@
 // Strings taken apart and put together: replace, split, join, characters.
 #include "runtime/internal/array_slots.h"
 #include "runtime/internal/numbers_to_text.h"
+#include "runtime/internal/search.h"
+#include "runtime/internal/string_builder.h"
 #include "runtime/internal/string_list.h"
 #include "runtime/internal/strings.h"
 #include "runtime/text.h"
 
 #include <algorithm>
-#include <cstring>
-#include <string>
 #include <string_view>
 
 namespace {
 
-// Where `needle` next occurs, or the end of `text`. memmem is linear in both.
-const char* find_next(std::string_view text, std::string_view needle) {
-  const auto* found = needle.size() == 1
-                          ? std::memchr(text.data(), needle.front(), text.size())
-                          : memmem(text.data(), text.size(), needle.data(), needle.size());
-  return found == nullptr ? text.data() + text.size() : static_cast<const char*>(found);
-}
-
 // Calls `take` with each piece between the occurrences of a non-empty separator.
 template<typename Take>
 void for_each_piece(std::string_view text, std::string_view separator, Take take) {
+  qor::Search search(separator);
   const auto* end = text.data() + text.size();
   for (const auto* piece = text.data();;) {
-    const auto* stop = find_next({piece, static_cast<std::size_t>(end - piece)}, separator);
+    const auto* stop = search.next({piece, static_cast<std::size_t>(end - piece)});
     take(std::string_view(piece, static_cast<std::size_t>(stop - piece)));
     if (stop == end)
       return;
@@ -42,21 +35,21 @@ std::size_t utf8_length_by_lead(char lead) {
   return byte < 0xF0 ? 3 : 4;
 }
 
-void append_joined(std::string& out, const QorArray* array, std::string_view separator) {
+void append_joined(qor::StringBuilder& out, const QorArray* array, std::string_view separator) {
   qor::NumberBuffer buffer;
   const auto slots = qor::slots_of(array);
   for (std::size_t i = 0; i < slots.size(); ++i) {
     if (i > 0)
-      out += separator;
+      out.append(separator);
     switch (qor::reference_kind(array, static_cast<int64_t>(i))) {
     case QOR_TAG_STRING:
-      out += qor::text_of(qor::reference_in<const char>(slots[i]));
+      out.append(qor::text_of(qor::reference_in<const char>(slots[i])));
       break;
     case QOR_TAG_ARRAY:
       append_joined(out, qor::reference_in<const QorArray>(slots[i]), separator);
       break;
     default:
-      out += qor::write_general(buffer, slots[i]);
+      out.append(qor::write_general(buffer, slots[i]));
     }
   }
 }
@@ -68,16 +61,16 @@ char* qor_replace(const char* s, const char* find, const char* with) {
   const auto separator = qor::text_of(find);
   if (separator.empty())
     return qor::new_string(text);
-  std::string result;
-  result.reserve(text.size());
+  qor::StringBuilder result(text.size());
+  const auto replacement = qor::text_of(with);
   bool is_first = true;
   for_each_piece(text, separator, [&](std::string_view piece) {
     if (!is_first)
-      result += qor::text_of(with);
-    result += piece;
+      result.append(replacement);
+    result.append(piece);
     is_first = false;
   });
-  return qor::new_string(result);
+  return result.release();
 }
 
 QorArray* qor_split(const char* s, const char* separator) {
@@ -101,7 +94,7 @@ QorArray* qor_str_to_chars(const char* s) {
 }
 
 char* qor_join_arr(const QorArray* array, const char* separator) {
-  std::string joined;
+  qor::StringBuilder joined(0);
   append_joined(joined, array, qor::text_of(separator));
-  return qor::new_string(joined);
+  return joined.release();
 }

@@ -1,5 +1,6 @@
 #include "runtime/internal/base64.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 
@@ -55,6 +56,24 @@ public:
     return true;
   }
 
+  // The fast way for four digits in a row; false, and nothing taken, when they are not.
+  bool takes_group(std::string_view text) {
+    if (!is_between_groups() || text.size() < 4)
+      return false;
+    uint32_t bits = 0;
+    uint32_t others = 0;
+    for (std::size_t i = 0; i < 4; ++i) {
+      const uint32_t value = digit_values[static_cast<unsigned char>(text[i])];
+      bits = bits << 6 | value;
+      others |= value;
+    }
+    if (others >= white_space)
+      return false;
+    for (int shift = 16; shift >= 0; shift -= 8)
+      *out_++ = static_cast<char>(bits >> shift);
+    return true;
+  }
+
   bool is_between_groups() const { return digits_ % 4 == 0 && paddings_ == 0; }
 
   // Whether the digits and the padding, if there is any, make up whole groups.
@@ -79,13 +98,15 @@ private:
   std::size_t paddings_ = 0;
 };
 
-// Feeds digits one by one, until all are taken or, behind a line break say, blocks may go on.
+// Feeds `at_least` digits, or all, and then as many as complete a group: behind a line break, say,
+// whole blocks may go on.
 bool take_some(Decoder& decoder, std::string_view& text, std::size_t at_least) {
   while (!text.empty() && (at_least > 0 || !decoder.is_between_groups())) {
-    if (!decoder.takes(text.front()))
+    const auto taken = decoder.takes_group(text) ? std::size_t{4} : std::size_t{1};
+    if (taken == 1 && !decoder.takes(text.front()))
       return false;
-    text.remove_prefix(1);
-    at_least -= at_least > 0 ? 1 : 0;
+    text.remove_prefix(taken);
+    at_least -= std::min(at_least, taken);
   }
   return true;
 }
@@ -99,10 +120,9 @@ void encode_base64(std::string_view bytes, char* out, bool is_portable) {
     encode_group(bytes.substr(0, 3), out);
 }
 
-std::optional<std::string> decode_base64(std::string_view text, bool is_portable) {
+std::optional<std::size_t> decode_base64(std::string_view text, char* out, bool is_portable) {
   constexpr std::size_t digits_between_blocks = 16;
-  std::string bytes(text.size() / 4 * 3 + 3, '\0');
-  Decoder decoder(bytes.data());
+  Decoder decoder(out);
   while (!text.empty()) {
     if (!is_portable)
       decode_base64_blocks(text, decoder.out());
@@ -111,8 +131,7 @@ std::optional<std::string> decode_base64(std::string_view text, bool is_portable
   }
   if (!decoder.is_complete())
     return {};
-  bytes.resize(static_cast<std::size_t>(decoder.out() - bytes.data()));
-  return bytes;
+  return static_cast<std::size_t>(decoder.out() - out);
 }
 
 } // namespace qor

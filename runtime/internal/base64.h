@@ -3,7 +3,6 @@
 
 #include <cstddef>
 #include <optional>
-#include <string>
 #include <string_view>
 
 namespace qor {
@@ -16,8 +15,14 @@ constexpr std::size_t base64_length(std::size_t bytes) {
 // Writes base64_length(bytes.size()) digits. `is_portable` keeps to portable code.
 void encode_base64(std::string_view bytes, char* out, bool is_portable);
 
-// The bytes; none when `text` is not Base64. White space and missing padding are fine.
-std::optional<std::string> decode_base64(std::string_view text, bool is_portable);
+// The most bytes that `digits` digits and white space may stand for.
+constexpr std::size_t base64_bytes(std::size_t digits) {
+  return digits / 4 * 3 + 3;
+}
+
+// Writes at most base64_bytes(text.size()) bytes and returns how many; none when `text` is not
+// Base64. White space and missing padding are fine.
+std::optional<std::size_t> decode_base64(std::string_view text, char* out, bool is_portable);
 
 // Encode or decode as many whole blocks as the vectors take from the front of `in`, write behind
 // `out` and move both on; nothing without AVX2. Decoding stops in front of any foreign byte; `out`

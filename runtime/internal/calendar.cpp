@@ -224,7 +224,7 @@ int64_t epoch_of_local(const DateTime& date) {
 
 std::optional<DateTime> normalised(const DateTime& date) {
   const auto whole = carried(date);
-  if (whole.year < INT32_MIN || whole.year > INT32_MAX)
+  if (whole.year < -INT32_MAX || whole.year > INT32_MAX)
     return {};
   const auto platform = platform_time(whole);
   return platform ? platform->date : whole;

@@ -14,7 +14,7 @@ namespace {
 constexpr int digit_bits = 11;
 constexpr std::size_t digits = std::size_t{1} << digit_bits;
 constexpr int passes = 6;
-constexpr std::size_t shortest_for_radix = 512;
+constexpr std::size_t shortest_for_radix = 2048;
 
 std::size_t digit_of(uint64_t key, int pass) {
   return key >> (pass * digit_bits) & (digits - 1);

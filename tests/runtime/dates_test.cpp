@@ -227,6 +227,7 @@ TEST_F(Utc, AYearBeyond32BitsGivesNothing) {
     for (const double amount : {1e300, -1e300})
       EXPECT_EQ(take(qor_dateadd(unit, "2024-01-01", amount)), "") << unit << amount;
   EXPECT_EQ(take(qor_dateadd("Y", "soon", 1)), "");
+  EXPECT_EQ(take(qor_dateadd("M", "-2147483647-01-01", -1)), "") << "it would not read back";
 }
 
 TEST_F(Utc, DifferencesHaveUnits) {

@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <optional>
 #include <random>
 #include <string>
 #include <utility>
@@ -154,14 +155,24 @@ std::string encoded(std::string_view bytes, bool is_portable) {
   return text;
 }
 
+// The bytes as a string; none when `text` is not Base64.
+std::optional<std::string> decoded(std::string_view text, bool is_portable) {
+  std::string bytes(qor::base64_bytes(text.size()), '\0');
+  const auto length = qor::decode_base64(text, bytes.data(), is_portable);
+  if (!length)
+    return {};
+  bytes.resize(*length);
+  return bytes;
+}
+
 TEST(Base64Property, DecodingGivesTheEncodedBytesBackOnEveryPath) {
   std::mt19937 random(2); // NOLINT(cert-msc51-cpp): the same bytes every time
   for (std::size_t length = 0; length < 400; ++length) {
     const auto bytes = random_bytes(random, length);
     const auto text = encoded(bytes, true);
     ASSERT_EQ(encoded(bytes, false), text);
-    ASSERT_EQ(qor::decode_base64(text, true), bytes);
-    ASSERT_EQ(qor::decode_base64(text, false), bytes);
+    ASSERT_EQ(decoded(text, true), bytes);
+    ASSERT_EQ(decoded(text, false), bytes);
   }
 }
 
@@ -171,7 +182,7 @@ TEST(Base64Property, BothPathsAgreeOnEveryForeignByteAtEveryPlace) {
     for (int byte = 0; byte < 256; ++byte) {
       auto damaged = text;
       damaged[place] = static_cast<char>(byte);
-      ASSERT_EQ(qor::decode_base64(damaged, false), qor::decode_base64(damaged, true))
+      ASSERT_EQ(decoded(damaged, false), decoded(damaged, true))
           << "byte " << byte << " at " << place;
     }
 }
@@ -183,7 +194,7 @@ TEST(Base64Property, LinesOfAnyLengthDecodeAlike) {
     auto lines = encoded(bytes, true);
     for (auto at = width; at < lines.size(); at += width + 1)
       lines.insert(at, "\n");
-    ASSERT_EQ(qor::decode_base64(lines, false), bytes) << width;
+    ASSERT_EQ(decoded(lines, false), bytes) << width;
   }
 }
 

@@ -1,0 +1,32 @@
+// Base64: both paths agree on any text, and any bytes come back.
+#include "runtime/internal/base64.h"
+#include "tests/fuzz/input.h"
+
+#include <optional>
+
+namespace {
+
+// The bytes as a string; none when `text` is not Base64.
+std::optional<std::string> decoded(std::string_view text, bool is_portable) {
+  std::string bytes(qor::base64_bytes(text.size()), '\0');
+  const auto length = qor::decode_base64(text, bytes.data(), is_portable);
+  if (!length)
+    return {};
+  bytes.resize(*length);
+  return bytes;
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
+  const std::string_view input(reinterpret_cast<const char*>(data), size);
+  const auto decoded = decoded(input, false);
+  fuzz::require(decoded == decoded(input, true), "both decoders agree");
+  std::string encoded(qor::base64_length(size), '\0');
+  qor::encode_base64(input, encoded.data(), false);
+  std::string portable(encoded.size(), '\0');
+  qor::encode_base64(input, portable.data(), true);
+  fuzz::require(encoded == portable, "both encoders agree");
+  fuzz::require(decoded(encoded, false) == input, "the bytes come back");
+  return 0;
+}

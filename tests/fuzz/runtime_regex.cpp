@@ -1,0 +1,31 @@
+// Regular expressions: any pattern. Short ones, since backtracking may take exponential time.
+#include "runtime/regex.h"
+#include "tests/fuzz/input.h"
+
+#include <cctype>
+
+namespace {
+
+// Counted repetitions of repetitions are patterns of thousands of states.
+bool has_large_count(const std::string& pattern) {
+  const auto is_digit = [](unsigned char c) { return std::isdigit(c) != 0; };
+  return std::ranges::count(pattern, '{') > 1 || std::ranges::count_if(pattern, is_digit) > 2;
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
+  fuzz::Input input(data, size);
+  const auto pattern = input.text(14);
+  const auto text = input.text(12);
+  const auto replacement = input.text(8);
+  if (has_large_count(pattern))
+    return 0;
+  const bool matches = qor_regex_match(pattern.c_str(), text.c_str()) != 0;
+  const fuzz::Array found(qor_regex_findall(pattern.c_str(), text.c_str()));
+  const fuzz::Text replaced(qor_regex_replace(pattern.c_str(), text.c_str(), replacement.c_str()));
+  fuzz::require(!matches || qor_array_len(found.get()) > 0, "a match of all is a match");
+  if (qor_array_len(found.get()) == 0)
+    fuzz::require(text == replaced.get(), "without a match nothing is replaced");
+  return 0;
+}
