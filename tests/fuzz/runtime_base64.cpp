@@ -20,8 +20,8 @@ std::optional<std::string> decoded(std::string_view text, bool is_portable) {
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
   const std::string_view input(reinterpret_cast<const char*>(data), size);
-  const auto decoded = decoded(input, false);
-  fuzz::require(decoded == decoded(input, true), "both decoders agree");
+  const auto bytes = decoded(input, false);
+  fuzz::require(bytes == decoded(input, true), "both decoders agree");
   std::string encoded(qor::base64_length(size), '\0');
   qor::encode_base64(input, encoded.data(), false);
   std::string portable(encoded.size(), '\0');
