@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <complex>
+#include <cstdio>
 #include <numbers>
 
 #include "host/sound/fourier.h"
@@ -131,6 +132,10 @@ double decibels(double ratio) {
 }
 double power_decibels(double ratio) {
   return 10.0 * std::log10(std::max(ratio, 1e-30));
+}
+
+void report(const char* what, double value) {
+  (void)std::printf("measured: %s = %.6g\n", what, value);
 }
 
 double peak(Samples samples) {

@@ -14,6 +14,9 @@ using Samples = std::span<const float>;
 double decibels(double ratio);       // of amplitudes
 double power_decibels(double ratio); // of powers
 
+// Prints "measured: <what> = <value>", for whoever wants the figures and not only the verdict.
+void report(const char* what, double value);
+
 double peak(Samples samples);
 double mean(Samples samples);
 double root_mean_square(Samples samples);

@@ -7,6 +7,7 @@
 
 #include "host/sound/envelope.h"
 #include "host/sound/fader.h"
+#include "tests/host/sound/analysis.h"
 
 namespace kavo::sound {
 namespace {
@@ -52,7 +53,7 @@ TEST(Envelope, FollowsItsFormulaThroughAllStages) {
     worst = std::max(worst, std::abs(levels[static_cast<std::size_t>(i)] - expected));
   }
   EXPECT_LE(worst, 2e-4);
-  RecordProperty("worst", std::to_string(worst));
+  analysis::report("envelope, worst error", worst);
 }
 
 TEST(Envelope, ReleasesFromWhereverItStands) {

@@ -49,7 +49,7 @@ TEST(Reverb, RingsAsLongAsItsSizeSays) {
   const double seconds =
       measured_seconds({.size = 0.7, .damping = 0.3, .width = 0.8, .wet = 0.25}, 48000);
   EXPECT_NEAR(seconds, 1.89, 1.89 * 0.05);
-  RecordProperty("seconds", std::to_string(seconds));
+  analysis::report("reverberation at 500 Hz (s)", seconds);
 }
 
 TEST(Reverb, RingsAsLongAtAnyRateAndOtherSizes) {

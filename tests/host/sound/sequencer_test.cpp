@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/host/sound/analysis.h"
 #include "tests/host/sound/studio.h"
 
 namespace kavo::sound {
@@ -61,6 +62,7 @@ TEST(Sequencer, IsNotASampleOffInMoreThanAnHourOfMusic) {
     off += struck[i].gate != note.length.numerator() * 92'160 / note.length.denominator();
   }
   EXPECT_EQ(off, 0);
+  analysis::report("notes struck off their frame in 61 minutes", static_cast<double>(off));
 }
 
 TEST(Sequencer, StrikesAtTheNearestFrameAtAnyTempoAndRate) {
