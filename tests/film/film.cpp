@@ -3,8 +3,10 @@
 //   kavo-film flashes [games] [frames] [frames for a key]
 //                                       counts the flashes of so many games of so many frames
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 #include <deque>
+#include <exception>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -113,9 +115,7 @@ int number_or(char** argv, int argc, int index, int otherwise) {
   return argc > index ? std::atoi(argv[index]) : otherwise;
 }
 
-} // namespace
-
-int main(int argc, char** argv) {
+int run(int argc, char** argv) {
   const std::string_view what = argc > 1 ? argv[1] : "";
   if (what == "tip" && argc > 2)
     return film_tip(std::filesystem::absolute(argv[2]), number_or(argv, argc, 3, 1));
@@ -125,4 +125,15 @@ int main(int argc, char** argv) {
   std::cerr << "usage: kavo-film tip <folder> [seed]\n"
                "       kavo-film flashes [games] [frames] [frames for a key]\n";
   return 2;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return run(argc, argv);
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "kavo-film: %s\n", error.what());
+    return EXIT_FAILURE;
+  }
 }

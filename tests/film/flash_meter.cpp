@@ -8,9 +8,9 @@ namespace kavo::film {
 
 namespace {
 
-constexpr int cell = 4;                   // pixels
-constexpr int field_columns = 341 / cell; // ten degrees of vision at a usual distance
-constexpr int field_rows = 256 / cell;
+constexpr int cell_side = 4;                   // pixels
+constexpr int field_columns = 341 / cell_side; // ten degrees of vision at a usual distance
+constexpr int field_rows = 256 / cell_side;
 constexpr int large_area = field_columns * field_rows / 4; // cells
 constexpr int8_t one_flash = 3;                            // pictures that belong together
 
@@ -34,15 +34,15 @@ struct Light {
 Light mean_light(const host::Canvas& picture, int column, int row) {
   static const auto linear = linear_values();
   Light sum;
-  for (int y = row * cell; y < (row + 1) * cell; ++y) {
-    const uint32_t* pixels = picture.row(y) + column * cell;
-    for (int x = 0; x < cell; ++x) {
+  for (int y = row * cell_side; y < (row + 1) * cell_side; ++y) {
+    const uint32_t* pixels = picture.row(y) + static_cast<ptrdiff_t>(column) * cell_side;
+    for (int x = 0; x < cell_side; ++x) {
       sum.red += linear[pixels[x] >> 16 & 255];
       sum.green += linear[pixels[x] >> 8 & 255];
       sum.blue += linear[pixels[x] & 255];
     }
   }
-  constexpr float share = 1.0F / (cell * cell);
+  constexpr float share = 1.0F / (cell_side * cell_side);
   return {sum.red * share, sum.green * share, sum.blue * share};
 }
 
@@ -61,8 +61,8 @@ float saturated_red(const Light& light) {
 } // namespace
 
 void FlashMeter::prepare(const host::Canvas& picture) {
-  columns_ = picture.width() / cell;
-  rows_ = picture.height() / cell;
+  columns_ = picture.width() / cell_side;
+  rows_ = picture.height() / cell_side;
   const auto cells = static_cast<size_t>(columns_) * static_cast<size_t>(rows_);
   luminance_.cells.assign(cells, Cell{.age = one_flash});
   red_.cells.assign(cells, Cell{.age = one_flash});
