@@ -53,6 +53,8 @@ TEST_F(StateTest, BoardAndPiecesStartEmpty) {
   EXPECT_EQ(blocks_on_board(), 0);
   EXPECT_EQ(shape_text(CURRENTPIECE), "....\n....\n....\n....\n");
   EXPECT_EQ(shape_text(NEXTPIECE), "....\n....\n....\n....\n");
+  EXPECT_EQ(qor_array_len(CURRENTPIECE.get()), 4);
+  EXPECT_EQ(qor_array_len(NEXTPIECE.get()), 4);
   EXPECT_EQ(PIECEX, 0);
   EXPECT_EQ(PIECEY, 0);
   EXPECT_EQ(PIECECOLOR, 0);

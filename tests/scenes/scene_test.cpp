@@ -19,7 +19,7 @@ namespace {
 namespace fs = std::filesystem;
 using Picture = ::test::PngPicture;
 
-constexpr int tolerance = 2; // of 255, for a compiler that rounds otherwise
+constexpr int tolerance = 2;        // of 255, for a compiler that rounds otherwise
 constexpr double start_ms = 20'000; // by then both clouds are in sight
 
 struct Scene {
@@ -67,7 +67,7 @@ fs::path golden(const std::string& picture) {
 
 // The picture stays behind for whoever wants to see what went wrong.
 std::string keep(const std::string& picture) {
-  const std::string copy = ::testing::TempDir() + picture;
+  std::string copy = ::testing::TempDir() + picture;
   fs::copy_file("tmp/" + picture, copy, fs::copy_options::overwrite_existing);
   return copy;
 }

@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::size_t sky_commands = 142;
 constexpr std::size_t after_sky = 3 + sky_commands;
-constexpr std::size_t horizon_lines = 4 * 28;
+constexpr std::size_t horizon_lines = 112; // four of 28 steps
 constexpr std::size_t after_horizon = after_sky + 1 + horizon_lines;
 
 class FrameTest : public GameTest {

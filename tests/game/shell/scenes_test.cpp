@@ -144,6 +144,15 @@ TEST_F(ScenesTest, StormScattersBlocksByChance) {
   EXPECT_EQ(board_text().substr(0, 11), "..........\n");
 }
 
+TEST_F(ScenesTest, AStormCellIsFilledBelowSixInTenWithAKindFromTwoToSix) {
+  arrange("storm");
+  host().chance = {0.6, 0.5999, 0.0, 0.5999, 0.9999};
+  run(run_scene());
+  EXPECT_EQ(at(1, 0), 0);
+  EXPECT_EQ(at(1, 1), 2);
+  EXPECT_EQ(at(1, 2), 6);
+}
+
 TEST_F(ScenesTest, QbombDropsABombOnABoardThatLiesOnItsSide) {
   expect_scene("qbomb", "qbomb done", [] {
     const Array zero = numbers({0});
