@@ -89,12 +89,23 @@ void add_pieces(const std::string& size, std::size_t words) {
              [=] { benchmark::DoNotOptimize(replaced_by_loop(text, ", ", " and ").data()); });
 }
 
+// Lines, which no std::string keeps inside itself.
+void add_lines() {
+  std::string text;
+  for (int i = 0; i < 1000; ++i)
+    text += "a line of some forty characters, no. " + std::to_string(i) + "\n";
+  bench::add("split 1000 lines/ours", [=] { qor_array_free_deep(qor_split(text.c_str(), "\n")); });
+  bench::add("split 1000 lines/loop",
+             [=] { benchmark::DoNotOptimize(split_by_loop(text, "\n").data()); });
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
   add_conversion("double to text, %g", "%g", 1000, qor_double_to_str);
   add_conversion("double to text, six decimals", "%.6f", 1000, qor_str);
   add_integers();
+  add_lines();
   add_pieces("20 words", 20);
   add_pieces("10000 words", 10000);
   return bench::run(argc, argv);

@@ -54,6 +54,16 @@ void append_joined(qor::StringBuilder& out, const QorArray* array, std::string_v
   }
 }
 
+// Where both are equally long only a copy has to be written over.
+char* new_overwritten(std::string_view text, std::string_view find, std::string_view with) {
+  auto* result = qor::new_string(text);
+  for_each_piece(text, find, [&](std::string_view piece) {
+    if (piece.data() != text.data())
+      std::copy_n(with.data(), with.size(), result + (piece.data() - text.data()) - with.size());
+  });
+  return result;
+}
+
 } // namespace
 
 char* qor_replace(const char* s, const char* find, const char* with) {
@@ -61,8 +71,10 @@ char* qor_replace(const char* s, const char* find, const char* with) {
   const auto separator = qor::text_of(find);
   if (separator.empty())
     return qor::new_string(text);
-  qor::StringBuilder result(text.size());
   const auto replacement = qor::text_of(with);
+  if (replacement.size() == separator.size())
+    return new_overwritten(text, separator, replacement);
+  qor::StringBuilder result(text.size());
   bool is_first = true;
   for_each_piece(text, separator, [&](std::string_view piece) {
     if (!is_first)

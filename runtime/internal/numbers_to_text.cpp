@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
+#include <optional>
 
 namespace qor {
 namespace {
@@ -25,6 +27,61 @@ std::string_view without_trailing_zeros(std::string_view text) {
   return text;
 }
 
+// Six significant digits: 100000 to 999999 times a power of ten.
+struct SixDigits {
+  int digits;
+  int exponent; // of the first digit
+};
+
+constexpr int smallest_plain_exponent = -4; // "%g" writes 1e-05 below and 1e+06 above
+constexpr int largest_plain_exponent = 5;
+
+// Rounds a number of plain size. Scaling by an exact power of ten errs by less than 1e-9, so the
+// direction is sure unless the rest is nearly a half; none then.
+std::optional<SixDigits> round_to_six_digits(double magnitude) {
+  constexpr std::array powers{1e-4, 1e-3, 1e-2, 1e-1, 1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6};
+  constexpr std::array scales{1e9, 1e8, 1e7, 1e6, 1e5, 1e4, 1e3, 1e2, 1e1, 1e0};
+  if (!(magnitude >= powers.front() && magnitude < powers.back()))
+    return {};
+  std::size_t place = 0;
+  while (magnitude >= powers[place + 1])
+    ++place;
+  const double scaled = magnitude * scales[place];
+  const int whole = static_cast<int>(scaled);
+  const double rest = scaled - whole;
+  if (rest > 0.5 - 1e-6 && rest < 0.5 + 1e-6)
+    return {};
+  SixDigits result{.digits = rest > 0.5 ? whole + 1 : whole,
+                   .exponent = static_cast<int>(place) + smallest_plain_exponent};
+  if (result.digits == 1'000'000)
+    result = {.digits = 100'000, .exponent = result.exponent + 1};
+  return result.exponent <= largest_plain_exponent ? std::optional(result) : std::nullopt;
+}
+
+std::string_view write_plain(NumberBuffer& buffer, bool is_negative, SixDigits number) {
+  char* out = buffer.data();
+  if (is_negative)
+    *out++ = '-';
+  if (number.exponent < 0) {
+    *out++ = '0';
+    *out++ = '.';
+    out = std::fill_n(out, -number.exponent - 1, '0');
+  }
+  char* first = out;
+  int rest = number.digits;
+  for (int place = significant_digits - 1; place >= 0; --place, rest /= 10)
+    first[place] = static_cast<char>('0' + rest % 10);
+  out += significant_digits;
+  if (number.exponent >= 0) {
+    char* point = first + number.exponent + 1;
+    std::copy_backward(point, out, out + 1);
+    *point = '.';
+    ++out;
+  }
+  const std::string_view text(buffer.data(), static_cast<std::size_t>(out - buffer.data()));
+  return without_trailing_zeros(text);
+}
+
 } // namespace
 
 std::string_view write_integer(NumberBuffer& buffer, int64_t value) {
@@ -33,6 +90,8 @@ std::string_view write_integer(NumberBuffer& buffer, int64_t value) {
 }
 
 std::string_view write_general(NumberBuffer& buffer, double value) {
+  if (const auto digits = round_to_six_digits(std::fabs(value)))
+    return write_plain(buffer, value < 0, *digits);
   const auto* end = std::to_chars(buffer.begin(), buffer.end(), value, std::chars_format::general,
                                   significant_digits)
                         .ptr;

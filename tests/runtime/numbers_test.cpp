@@ -110,6 +110,17 @@ TEST(DoubleToStr, WritesWholeNumbersAsIntegers) {
   EXPECT_EQ(take(qor_double_to_str(999999999999999.0)), "999999999999999");
 }
 
+TEST(DoubleToStr, ChangesItsFormAtTheEdgesOfPlainNotation) {
+  EXPECT_EQ(take(qor_double_to_str(0.0001)), "0.0001");
+  EXPECT_EQ(take(qor_double_to_str(0.00009999996)), "0.0001");
+  EXPECT_EQ(take(qor_double_to_str(0.0000999999)), "9.99999e-05");
+  EXPECT_EQ(take(qor_double_to_str(999999.4)), "999999");
+  EXPECT_EQ(take(qor_double_to_str(999999.6)), "1e+06");
+  EXPECT_EQ(take(qor_double_to_str(9.9999996)), "10");
+  EXPECT_EQ(take(qor_double_to_str(100000.5)), "100000") << "a tie goes to the even digit";
+  EXPECT_EQ(take(qor_double_to_str(100001.5)), "100002");
+}
+
 TEST(DoubleToStr, WritesOthersInSixSignificantDigits) {
   EXPECT_EQ(take(qor_double_to_str(2.5)), "2.5");
   EXPECT_EQ(take(qor_double_to_str(0.1)), "0.1");
@@ -223,6 +234,9 @@ void for_many_numbers(Check check) {
     check(std::bit_cast<double>(random()));
     check(static_cast<double>(static_cast<int64_t>(random()) >> (random() % 64)));
     check(static_cast<double>(random() % 2000000) / 1000.0 - 1000.0);
+    check(static_cast<double>(random() % 20000001) / 2e7);
+    check(static_cast<double>(random() % 20000001) * 0.05);
+    check(std::ldexp(static_cast<double>(random() >> 11), -70 + static_cast<int>(random() % 40)));
   }
 }
 
