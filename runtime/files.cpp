@@ -26,7 +26,7 @@ std::string read_whole(const char* path) {
   const auto file = open_file(path, "rb");
   if (file == nullptr)
     return contents;
-  std::array<char, 65536> block; // NOLINT(*-member-init): fread fills what is read
+  std::array<char, 65536> block; // fread fills what is read
   while (const auto count = std::fread(block.data(), 1, block.size(), file.get()))
     contents.append(block.data(), count);
   return contents;

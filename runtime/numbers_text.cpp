@@ -32,7 +32,7 @@ char* new_grouped(std::string_view digits) {
 }
 
 char* new_digits(uint64_t value, int base) {
-  std::array<char, 64> digits; // NOLINT(*-member-init): to_chars fills what is read
+  std::array<char, 64> digits; // to_chars fills what is read
   auto* end = std::to_chars(digits.begin(), digits.end(), value, base).ptr;
   std::transform(digits.begin(), end, digits.begin(),
                  [](char c) { return c >= 'a' ? static_cast<char>(c - 'a' + 'A') : c; });

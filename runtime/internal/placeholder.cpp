@@ -62,7 +62,7 @@ void read_alignment(Reader& reader, Placeholder& placeholder) {
 }
 
 std::string fixed_text(double value, int precision) {
-  std::array<char, 310 + 2 + most_decimals> buffer; // NOLINT(*-member-init): to_chars fills it
+  std::array<char, 310 + 2 + most_decimals> buffer; // to_chars fills it
   const auto* end = std::to_chars(buffer.begin(), buffer.end(), value, std::chars_format::fixed,
                                   std::min(precision, most_decimals))
                         .ptr;
@@ -70,7 +70,7 @@ std::string fixed_text(double value, int precision) {
 }
 
 std::string hexadecimal_text(const Placeholder& placeholder, double value) {
-  std::array<char, 16> buffer; // NOLINT(*-member-init): to_chars fills it
+  std::array<char, 16> buffer; // to_chars fills it
   const auto bits = static_cast<uint64_t>(truncate_to_int64(value));
   auto* end = std::to_chars(buffer.begin(), buffer.end(), bits, 16).ptr;
   if (placeholder.type == 'X')

@@ -38,7 +38,7 @@ uint32_t big_endian_word(const unsigned char* bytes) {
 
 // The names of the standard, 6.2.2.
 void work_in_block(Sha256State& state, const unsigned char* block) {
-  std::array<uint32_t, 64> w; // NOLINT(*-member-init): filled before it is read
+  std::array<uint32_t, 64> w; // filled before it is read
   for (std::size_t t = 0; t < 16; ++t)
     w[t] = big_endian_word(block + t * 4);
   for (std::size_t t = 16; t < 64; ++t) {

@@ -277,7 +277,7 @@ TEST(RunningTotals, AddAndMultiplyUp) {
 }
 
 TEST(ArithmeticProperty, AgreesWithOneElementAtATime) {
-  std::mt19937 random(1); // NOLINT(cert-msc51-cpp): the same numbers every time
+  std::mt19937 random(1); // the same numbers every time
   for (int round = 0; round < 200; ++round) {
     Numbers a(random() % 40);
     Numbers b(a.size());

@@ -107,7 +107,7 @@ std::vector<uint64_t> bits_of(const Numbers& values) {
 }
 
 TEST(SortProperty, IsWhatTheInsertionSortGives) {
-  std::mt19937 random(1); // NOLINT(cert-msc51-cpp): the same numbers every time
+  std::mt19937 random(1); // the same numbers every time
   for (int round = 0; round < 30; ++round) {
     Numbers values(random() % 6000);
     for (double& value : values) {
@@ -126,7 +126,7 @@ TEST(SortProperty, IsWhatTheInsertionSortGives) {
 }
 
 TEST(SortProperty, IsTheStandardLibrarysStableSortWithoutNaN) {
-  std::mt19937_64 random(2); // NOLINT(cert-msc51-cpp): the same numbers every time
+  std::mt19937_64 random(2); // the same numbers every time
   for (const std::size_t length : {0U, 1U, 2U, 2047U, 2048U, 4095U, 4096U, 20000U}) {
     Numbers values(length);
     for (double& value : values)

@@ -302,7 +302,7 @@ TEST_F(Berlin, BeyondThePlatformIsUtc) {
 }
 
 TEST_F(Utc, WhatIsWrittenReadsBackProperty) {
-  std::mt19937_64 random(1); // NOLINT(cert-msc51-cpp): the same dates every time
+  std::mt19937_64 random(1); // the same dates every time
   for (int i = 0; i < 2000; ++i) {
     const auto epoch = static_cast<double>(static_cast<int64_t>(random() >> 20)) - 8e12;
     const auto text = take(qor_cvdate_num(epoch));

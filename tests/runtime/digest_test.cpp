@@ -86,7 +86,7 @@ std::string random_bytes(std::mt19937& random, std::size_t length) {
 }
 
 TEST(Sha256Property, BothPathsAgreeForEveryLength) {
-  std::mt19937 random(1); // NOLINT(cert-msc51-cpp): the same bytes every time
+  std::mt19937 random(1); // the same bytes every time
   for (std::size_t length = 0; length < 300; ++length) {
     const auto message = random_bytes(random, length);
     ASSERT_EQ(qor::sha256(message, qor::best_sha256_blocks()),
@@ -166,7 +166,7 @@ std::optional<std::string> decoded(std::string_view text, bool is_portable) {
 }
 
 TEST(Base64Property, DecodingGivesTheEncodedBytesBackOnEveryPath) {
-  std::mt19937 random(2); // NOLINT(cert-msc51-cpp): the same bytes every time
+  std::mt19937 random(2); // the same bytes every time
   for (std::size_t length = 0; length < 400; ++length) {
     const auto bytes = random_bytes(random, length);
     const auto text = encoded(bytes, true);
@@ -188,7 +188,7 @@ TEST(Base64Property, BothPathsAgreeOnEveryForeignByteAtEveryPlace) {
 }
 
 TEST(Base64Property, LinesOfAnyLengthDecodeAlike) {
-  std::mt19937 random(3); // NOLINT(cert-msc51-cpp): the same bytes every time
+  std::mt19937 random(3); // the same bytes every time
   const auto bytes = random_bytes(random, 700);
   for (std::size_t width = 1; width < 120; ++width) {
     auto lines = encoded(bytes, true);

@@ -170,7 +170,7 @@ TEST(FormatTyped, AsksAHostValueForItsTextOrItsNumber) {
 }
 
 TEST(FormatProperty, FixedTextIsPrintfs) {
-  std::mt19937_64 random(1); // NOLINT(cert-msc51-cpp): the same numbers every time
+  std::mt19937_64 random(1); // the same numbers every time
   for (int i = 0; i < 5000; ++i) {
     const double x =
         std::ldexp(static_cast<double>(random() % 100000) - 50000, int(random() % 80) - 40);
@@ -183,7 +183,7 @@ TEST(FormatProperty, FixedTextIsPrintfs) {
 }
 
 TEST(FormatProperty, WhatIsWrittenWithEnoughDecimalsReadsBack) {
-  std::mt19937_64 random(2); // NOLINT(cert-msc51-cpp): the same numbers every time
+  std::mt19937_64 random(2); // the same numbers every time
   for (int i = 0; i < 5000; ++i) {
     const double x = std::ldexp(static_cast<double>(random() >> 11), int(random() % 100) - 100);
     ASSERT_EQ(std::atof(with("{.200f}", x).c_str()), x);

@@ -190,7 +190,7 @@ TEST(MapText, ListsEntriesInOrder) {
 }
 
 TEST(MapProperty, BehavesLikeAReferenceMapUnderRandomOperations) {
-  std::mt19937 random(1); // NOLINT(cert-msc51-cpp): the same operations every time
+  std::mt19937 random(1); // the same operations every time
   const auto map = new_map();
   std::map<std::string, std::string> reference;
   for (int i = 0; i < 20000; ++i) {

@@ -229,7 +229,7 @@ std::string printf_text(const char* format, double value) {
 // Numbers of all sizes and shapes, the same ones in every run.
 template<typename Check>
 void for_many_numbers(Check check) {
-  std::mt19937_64 random(1); // NOLINT(cert-msc51-cpp): the same numbers every time
+  std::mt19937_64 random(1); // the same numbers every time
   for (int i = 0; i < 20000; ++i) {
     check(std::bit_cast<double>(random()));
     check(static_cast<double>(static_cast<int64_t>(random()) >> (random() % 64)));

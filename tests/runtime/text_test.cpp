@@ -440,7 +440,7 @@ std::string random_text(std::mt19937& random, std::size_t longest) {
 }
 
 TEST(TextProperty, JoiningTheSplitPiecesGivesTheTextBack) {
-  std::mt19937 random(1); // NOLINT(cert-msc51-cpp): the same texts every time
+  std::mt19937 random(1); // the same texts every time
   for (int i = 0; i < 5000; ++i) {
     const auto text = random_text(random, 20);
     const auto separator = random_text(random, 3);
@@ -457,7 +457,7 @@ std::string replaced_by_loop(std::string text, const std::string& find, const st
 }
 
 TEST(TextProperty, ReplaceIsWhatTheStraightforwardLoopGives) {
-  std::mt19937 random(2); // NOLINT(cert-msc51-cpp): the same texts every time
+  std::mt19937 random(2); // the same texts every time
   for (int i = 0; i < 5000; ++i) {
     const auto text = random_text(random, 20);
     const auto find = random_text(random, 3);
