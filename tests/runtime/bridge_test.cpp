@@ -109,6 +109,7 @@ TEST(Bridge, AMouseupWithoutHandlerCallsNothing) {
 }
 
 TEST(Bridge, UnknownAndNullNamesAreIgnored) {
+  qorrt_register_event_handler("KEYDOWN", look_at_map);
   qorrt_register_event_handler(nullptr, look_at_map);
   qorrt_register_event_handler("WHEEL", look_at_map);
   qorrt_register_event_handler("KEYDOWN", nullptr);
