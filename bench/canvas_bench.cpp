@@ -131,7 +131,8 @@ constexpr int first_letter = ' ';
 constexpr int letter_count = '~' - first_letter + 1;
 
 std::vector<uint8_t> letter_masks(int pitch) {
-  std::vector<uint8_t> masks(static_cast<size_t>(pitch * Canvas::cell_height * letter_count));
+  std::vector<uint8_t> masks(size_t{Canvas::cell_height} * letter_count *
+                             static_cast<size_t>(pitch));
   for (int letter = 0; letter < letter_count; ++letter) {
     const uint8_t* rows = kavo::host::glyph_rows(static_cast<char32_t>(first_letter + letter));
     for (int y = 0; y < Canvas::cell_height; ++y)
@@ -218,7 +219,7 @@ public:
   CairoLetters() : masks_(letter_masks(Canvas::cell_width)) {
     for (int letter = 0; letter < letter_count; ++letter)
       surfaces_.push_back(cairo_image_surface_create_for_data(
-          &masks_[static_cast<size_t>(letter * Canvas::cell_height * Canvas::cell_width)],
+          &masks_[static_cast<size_t>(letter) * Canvas::cell_height * Canvas::cell_width],
           CAIRO_FORMAT_A8, Canvas::cell_width, Canvas::cell_height, Canvas::cell_width));
   }
   ~CairoLetters() { std::for_each(surfaces_.begin(), surfaces_.end(), cairo_surface_destroy); }

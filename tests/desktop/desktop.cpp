@@ -6,6 +6,7 @@
 #include <X11/extensions/XTest.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <stdexcept>
@@ -262,8 +263,7 @@ void Desktop::tap(const std::string& key) {
 void Desktop::tap(const std::vector<std::string>& keys) {
   for (const std::string& key : keys)
     press(key);
-  for (auto key = keys.rbegin(); key != keys.rend(); ++key)
-    release(*key);
+  std::for_each(keys.rbegin(), keys.rend(), [this](const std::string& key) { release(key); });
 }
 
 void Desktop::set_layout(const std::string& name) {

@@ -18,7 +18,9 @@ struct Bitmap {
   int height;
   std::vector<uint32_t> pixels; // 0x00RRGGBB, row after row
 
-  uint32_t at(int x, int y) const { return pixels[static_cast<size_t>(y * width + x)]; }
+  uint32_t at(int x, int y) const {
+    return pixels[static_cast<size_t>(y) * static_cast<size_t>(width) + static_cast<size_t>(x)];
+  }
 };
 
 struct WindowSize {
