@@ -21,12 +21,12 @@ TEST(ForbiddenCalls, AreSeen) {
   std::mutex mutex;
   ForbiddenCalls calls;
   ::operator delete(::operator new(16));
-  EXPECT_EQ(calls.memory(), 2);
+  EXPECT_EQ(ForbiddenCalls::memory(), 2);
   mutex.lock();
   mutex.unlock();
-  EXPECT_EQ(calls.locks(), 1);
+  EXPECT_EQ(ForbiddenCalls::locks(), 1);
   EXPECT_EQ(write(STDOUT_FILENO, "", 0), 0);
-  EXPECT_EQ(calls.files(), 1);
+  EXPECT_EQ(ForbiddenCalls::files(), 1);
 }
 
 TEST(Callback, NeitherAllocatesNorLocksNorWrites) {
@@ -36,7 +36,7 @@ TEST(Callback, NeitherAllocatesNorLocksNorWrites) {
   std::vector<float> samples(1024);
   const std::string pattern = music_pattern();
   int memory = 0, locks = 0, files = 0;
-  for (int block = 0; block < 4000; ++block) {
+  for (int block = 0; block < 1000; ++block) {
     if (block % 40 == 0)
       player.note(block % 80 == 0 ? std::string_view(pattern) : "c4*64, <e4 g4>*32", 1);
     player.voice(block % 16, block % 2 == 0 ? "SAW" : "SQUARE", 0.001, 0.01, 0.5, 0.05);
@@ -49,9 +49,9 @@ TEST(Callback, NeitherAllocatesNorLocksNorWrites) {
       player.play(block % 16, "c3");
     const ForbiddenCalls calls;
     device.source->render(samples.data(), 512);
-    memory += calls.memory();
-    locks += calls.locks();
-    files += calls.files();
+    memory += ForbiddenCalls::memory();
+    locks += ForbiddenCalls::locks();
+    files += ForbiddenCalls::files();
   }
   EXPECT_EQ(memory, 0);
   EXPECT_EQ(locks, 0);

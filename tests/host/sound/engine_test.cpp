@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -167,8 +168,10 @@ TEST(Engine, TheLoudestThatCanBeAskedForStaysBelowTheCeiling) {
   std::string everything = "SOUND.REVERB 1 0 1 1\nSOUND.NOTE \"";
   for (int voice = 0; voice < 16; ++voice) {
     const std::string v = std::to_string(voice);
-    studio.run("SOUND.VOICE " + v + " SQUARE 0 0 1 1\nSOUND.GAIN " + v + " 4\nSOUND.REVERBSEND " +
-               v + " 1");
+    std::ostringstream lines;
+    lines << "SOUND.VOICE " << v << " SQUARE 0 0 1 1\nSOUND.GAIN " << v << " 4\nSOUND.REVERBSEND "
+          << v << " 1";
+    studio.run(lines.str());
     everything += std::string(voice > 0 ? ", " : "") + "c2*8";
   }
   studio.run(everything + "\" 1");

@@ -107,14 +107,14 @@ ForbiddenCalls::~ForbiddenCalls() {
   counts.is_counting = false;
 }
 
-int ForbiddenCalls::memory() const {
+int ForbiddenCalls::memory() {
   return counts.memory;
-} // NOLINT(*-to-static)
-int ForbiddenCalls::locks() const {
+}
+int ForbiddenCalls::locks() {
   return counts.locks;
-} // NOLINT(*-to-static)
-int ForbiddenCalls::files() const {
+}
+int ForbiddenCalls::files() {
   return counts.files;
-} // NOLINT(*-to-static)
+}
 
 } // namespace kavo::sound

@@ -16,9 +16,10 @@ public:
   ForbiddenCalls(ForbiddenCalls&&) = delete;
   ForbiddenCalls& operator=(ForbiddenCalls&&) = delete;
 
-  [[nodiscard]] int memory() const;
-  [[nodiscard]] int locks() const;
-  [[nodiscard]] int files() const;
+  // Of the thread that asks, since the last of these objects was made.
+  static int memory();
+  static int locks();
+  static int files();
 };
 
 } // namespace kavo::sound
