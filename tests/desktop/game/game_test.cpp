@@ -1,0 +1,134 @@
+// A person plays: the real program in a real window, driven by real key events.
+#include "tests/desktop/game/playing.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <string>
+
+namespace {
+
+using playing::cell_in;
+using playing::empty_cell;
+using playing::Game;
+
+// With this chance the first pieces are two flat bars and a square, which fill a row side by side.
+constexpr const char* bar_bar_square = "46";
+constexpr uint32_t bar_colour = 0x5AD2E6;
+constexpr uint32_t square_colour = 0xEBCD46;
+
+bool bottom_row_holds(const desktop::Bitmap& picture, int first, int last, uint32_t colour) {
+  for (int column = first; column <= last; ++column)
+    if (cell_in(picture, 14, column) != colour)
+      return false;
+  return true;
+}
+
+// Moves the falling piece by single taps, each seen on the screen before the next, and drops it.
+void drop_at(Game& game, int moves) {
+  const char* key = moves < 0 ? "Left" : "Right";
+  for (int i = 0; i < std::abs(moves); ++i)
+    game.tap(key);
+  game.tap("space");
+}
+
+TEST(PlayedGame, ShowsItsTitleInAWindowOfItsName) {
+  Game game;
+  EXPECT_EQ(game.window->title(), playing::title);
+  EXPECT_EQ(game.window->size().width, 660);
+  EXPECT_EQ(game.window->size().height, 800);
+  EXPECT_TRUE(game.is_on_title());
+  EXPECT_EQ(game.picture().at(3, 790), playing::night);
+}
+
+TEST(PlayedGame, ClearsARow) {
+  Game game(bar_bar_square);
+  game.start_playing();
+  drop_at(game, -3);
+  EXPECT_TRUE(game.shows([](const auto& p) { return bottom_row_holds(p, 0, 3, bar_colour); }));
+  drop_at(game, 1);
+  EXPECT_TRUE(game.shows([](const auto& p) { return bottom_row_holds(p, 4, 7, bar_colour); }));
+  drop_at(game, 4);
+  // The bars are gone and the upper half of the square has sunk to the floor.
+  EXPECT_TRUE(game.shows([](const auto& p) {
+    return bottom_row_holds(p, 0, 7, empty_cell) && bottom_row_holds(p, 8, 9, square_colour);
+  }));
+}
+
+TEST(PlayedGame, EveryQuickTapMovesThePiece) {
+  Game game;
+  int moved = 0;
+  for (int round = 0; round < 20; ++round) {
+    game.start_playing();
+    for (int tap = 0; tap < 10; ++tap) {
+      const int before = game.leftmost_column();
+      const int step = tap % 2 == 0 ? -1 : 1;
+      game.tap(step < 0 ? "Left" : "Right");
+      moved += desktop::eventually([&] { return game.leftmost_column() == before + step; });
+    }
+    game.tap("Escape");
+    ASSERT_TRUE(game.is_paused());
+    game.tap("Escape");
+  }
+  EXPECT_EQ(moved, 200);
+}
+
+TEST(PlayedGame, PausesAndGoesOn) {
+  Game game;
+  game.start_playing();
+  game.tap("p");
+  EXPECT_TRUE(game.is_paused());
+  game.tap("p");
+  EXPECT_TRUE(game.is_playing());
+}
+
+TEST(PlayedGame, IsLostNamedAndKeptOnDisk) {
+  Game game;
+  game.start_playing();
+  // Twenty pieces dropped where they appear overflow the well.
+  ASSERT_TRUE(desktop::eventually([&] {
+    game.tap("space");
+    return game.window->pixels().at(146, 300) == playing::night;
+  }));
+  ASSERT_TRUE(game.is_entering_a_name());
+  game.tap("Up");
+  game.tap("Return");
+  EXPECT_TRUE(game.is_on_title());
+  const std::string scores = test::content_of(game.folder / "tmp/kavo_high.txt");
+  EXPECT_EQ(scores.substr(0, 4), "BAA;") << scores;
+}
+
+TEST(PlayedGame, EndsInOrderWhenItsWindowIsClosed) {
+  Game game;
+  game.start_playing();
+  game.window->ask_to_close();
+  const auto outcome = game.process->wait();
+  EXPECT_TRUE(outcome.has_exited);
+  EXPECT_EQ(outcome.code, 0);
+  EXPECT_EQ(outcome.errors, "");
+}
+
+TEST(PlayedGame, EndsWithItsLineOnEscapeFromTheTitle) {
+  Game game;
+  ASSERT_TRUE(game.is_on_title());
+  game.tap("Escape");
+  const auto outcome = game.process->wait();
+  EXPECT_TRUE(outcome.has_exited);
+  EXPECT_EQ(outcome.code, 0);
+  EXPECT_EQ(outcome.output, "done\n");
+}
+
+TEST(PlayedGame, SaysWhatIsMissingWithoutADisplay) {
+  const test::TemporaryFolder folder;
+  desktop::Launch launch;
+  launch.arguments = {KAVO_PROGRAM};
+  launch.folder = folder.path();
+  for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "SDL_VIDEODRIVER"})
+    launch.environment[name] = std::nullopt;
+  const auto outcome = desktop::Process(launch).wait();
+  EXPECT_TRUE(outcome.has_exited);
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_NE(outcome.errors.find("no display"), std::string::npos) << outcome.errors;
+}
+
+} // namespace

@@ -1,0 +1,81 @@
+#include "tests/desktop/game/playing.h"
+
+#include <gtest/gtest.h>
+
+namespace playing {
+
+namespace {
+
+constexpr int board_left = 150;
+constexpr int board_top = 80;
+constexpr int cell_size = 36;
+constexpr uint32_t accent = 0xFAE678; // (250, 230, 120): what the player is to look at
+
+desktop::Launch launch(const std::string& folder, const std::string& seed,
+                       std::vector<std::string> arguments) {
+  arguments.insert(arguments.begin(), KAVO_PROGRAM);
+  desktop::Launch launch;
+  launch.arguments = std::move(arguments);
+  launch.folder = folder;
+  launch.environment["SDL_AUDIODRIVER"] = "dummy";
+  launch.environment["LSAN_OPTIONS"] = "print_suppressions=0:suppressions=" LEAK_SUPPRESSIONS;
+  launch.environment["QORRT_SEED"] = seed.empty() ? std::nullopt : std::optional(seed);
+  return launch;
+}
+
+// Whether text in the accent colour stands in the 16 pixels below (x, y).
+bool has_accent(const desktop::Bitmap& picture, int x, int y, int width) {
+  for (int row = y; row < y + 16; ++row)
+    for (int column = x; column < x + width; ++column)
+      if (picture.at(column, row) == accent)
+        return true;
+  return false;
+}
+
+} // namespace
+
+uint32_t cell_in(const desktop::Bitmap& picture, int row, int column) {
+  return picture.at(board_left + column * cell_size + cell_size / 2,
+                    board_top + row * cell_size + cell_size / 2);
+}
+
+Game::Game(const std::string& seed, std::vector<std::string> arguments)
+    : process(desktop.start(launch(folder.path(), seed, std::move(arguments)))),
+      window(desktop.wait_for_window(title)) {
+  window->focus();
+}
+
+bool Game::is_on_title() {
+  return shows([](const auto& picture) { return has_accent(picture, 130, 470, 104); });
+}
+
+bool Game::is_playing() {
+  return shows([](const auto& picture) {
+    return picture.at(board_left - 4, 300) != night && !has_accent(picture, 282, 338, 40);
+  });
+}
+
+bool Game::is_entering_a_name() {
+  return shows([](const auto& picture) { return has_accent(picture, 100, 150, 128); });
+}
+
+bool Game::is_paused() {
+  return shows([](const auto& picture) { return has_accent(picture, 282, 338, 40); });
+}
+
+int Game::leftmost_column() const {
+  const desktop::Bitmap now = picture();
+  for (int column = 0; column < 10; ++column)
+    for (int row = 0; row < 15; ++row)
+      if (cell_in(now, row, column) != empty_cell)
+        return column;
+  return 10;
+}
+
+void Game::start_playing() {
+  ASSERT_TRUE(is_on_title());
+  tap("space");
+  ASSERT_TRUE(is_playing());
+}
+
+} // namespace playing

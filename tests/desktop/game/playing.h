@@ -1,0 +1,56 @@
+// The real game in a real window, as its player sees it: pixels in, keys out.
+#pragma once
+
+#include "tests/desktop/desktop.h"
+#include "tests/host/temporary_folder.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace playing {
+
+constexpr const char* title = "KAVO - Schlagseite";
+constexpr uint32_t night = 0x0C1A2C;      // behind the menu screens
+constexpr uint32_t empty_cell = 0x1C2838; // of the well
+constexpr uint32_t well_frame = 0x463422; // while the stack is low
+
+// What a cell of the upright board shows at its centre.
+uint32_t cell_in(const desktop::Bitmap& picture, int row, int column);
+
+// One game that runs in a folder of its own, with its window in front.
+class Game {
+public:
+  // Chance is fixed by `seed`; empty leaves it free.
+  explicit Game(const std::string& seed = "", std::vector<std::string> arguments = {});
+
+  // Waits until the picture answers the question with yes; false when it does not come to that.
+  template<class Question>
+  bool shows(Question question) {
+    return desktop::eventually([&] { return question(picture()); });
+  }
+
+  desktop::Bitmap picture() const { return window->pixels(); }
+  void tap(const std::string& key) { desktop.tap(key); }
+
+  // Where the game is, seen from outside.
+  bool is_on_title();
+  bool is_playing();
+  bool is_entering_a_name();
+  bool is_paused();
+
+  // The leftmost board column in which anything but an empty cell is seen.
+  int leftmost_column() const;
+
+  // From the title to a game with its first piece.
+  void start_playing();
+
+  test::TemporaryFolder folder;
+  desktop::Desktop desktop;
+  std::unique_ptr<desktop::Process> process;
+  std::optional<desktop::DesktopWindow> window;
+};
+
+} // namespace playing
