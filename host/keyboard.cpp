@@ -1,6 +1,8 @@
 #include "host/keyboard.h"
 
 #include <algorithm>
+#include <limits>
+#include <utility>
 
 namespace kavo::host {
 
@@ -13,7 +15,7 @@ void Keyboard::key_down(int source, int code) {
   held_.push_back({source, code});
   KeyState& state = state_of(code);
   if (state.sources_down++ == 0)
-    ++state.unreported_changes;
+    state.unreported.push_back(next_ordinal_++);
 }
 
 void Keyboard::key_up(int source) {
@@ -34,9 +36,10 @@ void Keyboard::release_all() {
 
 bool Keyboard::is_held(int code) {
   KeyState& state = state_of(code);
-  state.was_asked_for = true;
-  if (state.unreported_changes > 0) {
-    --state.unreported_changes;
+  const bool was_asked_already = std::exchange(state.was_asked_for, true);
+  const Ordinal end = end_of_this_frame();
+  if (!state.unreported.empty() && (was_asked_already || state.unreported.front() < end)) {
+    state.unreported.erase(state.unreported.begin());
     state.was_reported_held = !state.was_reported_held;
   }
   return state.was_reported_held;
@@ -46,27 +49,40 @@ void Keyboard::end_frame() {
   for (KeyState& state : keys_) {
     if (!state.was_asked_for)
       forget_old_presses(state);
-    state.was_asked_for = false;
+    state.was_asked_before = std::exchange(state.was_asked_for, false);
   }
+  frame_end_.reset();
 }
 
 Keyboard::KeyState& Keyboard::state_of(int code) {
   const auto found = std::find_if(keys_.begin(), keys_.end(),
                                   [code](const KeyState& state) { return state.code == code; });
-  return found != keys_.end() ? *found : keys_.emplace_back(KeyState{code, 0, 0, false, false});
+  return found != keys_.end() ? *found : keys_.emplace_back(KeyState{.code = code});
 }
 
 void Keyboard::let_go(int code) {
   KeyState& state = state_of(code);
   if (--state.sources_down == 0)
-    ++state.unreported_changes;
+    state.unreported.push_back(next_ordinal_++);
+}
+
+// The first change that is too much for this frame: the second of a key that the program asks
+// for. Keys that nobody asks for hold nothing up.
+Keyboard::Ordinal Keyboard::end_of_this_frame() {
+  if (!frame_end_) {
+    frame_end_ = std::numeric_limits<Ordinal>::max();
+    for (const KeyState& state : keys_)
+      if (state.was_asked_before && state.unreported.size() > 1)
+        frame_end_ = std::min(*frame_end_, state.unreported[1]);
+  }
+  return *frame_end_;
 }
 
 // Drops presses with their releases, in pairs, so that whether the key is held stays true.
 void Keyboard::forget_old_presses(KeyState& state) {
-  const int most_changes = state.was_reported_held ? 3 : 2;
-  while (state.unreported_changes > most_changes)
-    state.unreported_changes -= 2;
+  const std::size_t most_changes = state.was_reported_held ? 3 : 2;
+  while (state.unreported.size() > most_changes)
+    state.unreported.resize(state.unreported.size() - 2);
 }
 
 } // namespace kavo::host
