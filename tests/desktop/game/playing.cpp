@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+
 namespace playing {
 
 namespace {
@@ -66,10 +68,21 @@ bool Game::is_paused() {
 int Game::leftmost_column() const {
   const desktop::Bitmap now = picture();
   for (int column = 0; column < 10; ++column)
-    for (int row = 0; row < 15; ++row)
+    for (int row = 0; row < 9; ++row)
       if (cell_in(now, row, column) != empty_cell)
         return column;
   return 10;
+}
+
+int Game::move(int moves) {
+  const int step = moves < 0 ? -1 : 1;
+  int moved = 0;
+  for (int i = 0; i < std::abs(moves); ++i) {
+    const int before = leftmost_column();
+    tap(step < 0 ? "Left" : "Right");
+    moved += desktop::eventually([&] { return leftmost_column() == before + step; });
+  }
+  return moved;
 }
 
 void Game::start_playing() {

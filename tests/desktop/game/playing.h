@@ -41,8 +41,14 @@ public:
   bool is_entering_a_name();
   bool is_paused();
 
-  // The leftmost board column in which anything but an empty cell is seen.
+  // The leftmost board column in which anything but an empty cell is seen in the upper nine rows,
+  // where the falling piece is, and neither the stack nor the points that rise from it; 10 when
+  // there is nothing.
   int leftmost_column() const;
+
+  // Taps Left (moves < 0) or Right, each tap only when the one before is seen to have moved the
+  // falling piece. Returns the number that did.
+  int move(int moves);
 
   // From the title to a game with its first piece.
   void start_playing();
