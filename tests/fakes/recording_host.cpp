@@ -22,7 +22,7 @@ using host::OwnedArray;
 
 std::string shortest(double number) {
   char buffer[32];
-  const auto end = std::to_chars(buffer, buffer + sizeof buffer, number).ptr;
+  char* const end = std::to_chars(buffer, buffer + sizeof buffer, number).ptr;
   return {buffer, end};
 }
 
@@ -254,7 +254,7 @@ int64_t qorrt_frame_begin(int64_t) {
 
 void qorrt_frame_end(int64_t, int64_t token) {
   if (token != recording_host().open_frames)
-    recording_host().faults.push_back("a frame scope was closed out of order");
+    recording_host().faults.emplace_back("a frame scope was closed out of order");
   --recording_host().open_frames;
 }
 

@@ -144,6 +144,32 @@ TEST_F(LockingTest, PowerUpItsClearLockTipAndGameOverSoundInThisOrder) {
   EXPECT_TRUE(GAMEOVER);
 }
 
+TEST_F(LockingTest, FullRowsAreClearedBeforeTheBoardLeans) {
+  for (int64_t row = 2; row < 13; ++row)
+    put(row, 9, 3);
+  lock_square_that_clears();
+  EXPECT_TRUE(same(only("SOUND.PLAY", drawn()), {lock_sound, clear_sound, lean_sound}));
+}
+
+TEST_F(LockingTest, ThePieceIsScoredBeforeTheRows) {
+  lock_square_that_clears();
+  ASSERT_EQ(popups().size(), 2U);
+  EXPECT_EQ(popups()[0][2], 5.0);
+  EXPECT_EQ(popups()[1][2], 400.0);
+}
+
+TEST_F(LockingTest, AllBonusesArePaidBeforeAStarIsDrawnFor) {
+  lock_square_that_clears();
+  const int64_t star_draw = host().commands - 2; // the preview's two draws follow it
+  start_afresh();
+  COMBO = 1;
+  host().fail_at = star_draw;
+  lock_square_that_clears();
+  EXPECT_EQ(take_error(), "RND: failed on command");
+  EXPECT_EQ(SCORE, 5 + 400 + 20 + 75);
+  EXPECT_EQ(COMBO, 2);
+}
+
 // ---- dust ---------------------------------------------------------------------------------------
 
 TEST_F(LockingTest, DustRisesFromUnderThePiece) {

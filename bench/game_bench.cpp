@@ -1,0 +1,136 @@
+// The game alone, against a host that does nothing: how many locks it plays a second, and what
+// the busiest frame costs in time and allocations.
+#include <benchmark/benchmark.h>
+
+#include <random>
+#include <vector>
+
+#include "bench/allocations.h"
+#include "game/presentation/effects.h"
+#include "game/presentation/frame.h"
+#include "game/state.h"
+#include "tests/fakes/fake_clock.h"
+#include "tests/fakes/recording_host.h"
+#include "tests/game/players.h"
+#include "tests/game/pools.h"
+
+namespace kavo::bench {
+namespace {
+
+using test::Placement;
+
+void start_afresh() {
+  auto& host = test::recording_host();
+  host.reset();
+  host.is_discarding = true;
+  test::fake_clock() = test::FakeClock();
+  qor_runtime_set_handle(qorrt_init(0, nullptr));
+  set_geometry();
+  set_initial_values();
+}
+
+void run(Out<>) {
+  error_is_pending();
+}
+
+// ---- whole games --------------------------------------------------------------------------------
+
+using Moves = std::vector<Placement>;
+
+// One game of at most `most` locks. The players choose here, so that only the game is measured.
+template<class Choose>
+Moves record_game(Choose choose, std::size_t most) {
+  start_afresh();
+  run(RESETGAME());
+  Moves moves;
+  while (!GAMEOVER && moves.size() < most) {
+    moves.push_back(choose());
+    test::drop_at(moves.back());
+  }
+  return moves;
+}
+
+// The same chance brings the same pieces, so the recorded moves fit.
+void play_again(benchmark::State& state, const Moves& moves) {
+  int64_t locks = 0;
+  for ([[maybe_unused]] const auto _ : state) {
+    start_afresh();
+    run(RESETGAME());
+    for (const Placement& move : moves)
+      test::drop_at(move);
+    locks += std::ssize(moves);
+  }
+  state.counters["locks"] =
+      benchmark::Counter(static_cast<double>(locks), benchmark::Counter::kIsRate);
+  state.counters["locks_a_game"] = static_cast<double>(moves.size());
+  state.counters["rows_a_game"] = static_cast<double>(LINESCLEARED);
+}
+
+void GreedyGame(benchmark::State& state) {
+  play_again(state, record_game(test::best_placement, 1000));
+}
+BENCHMARK(GreedyGame)->Unit(benchmark::kMillisecond);
+
+void ClumsyGame(benchmark::State& state) {
+  std::mt19937_64 random(1);
+  play_again(state, record_game([&random] { return test::random_placement(random); }, 1000));
+}
+BENCHMARK(ClumsyGame)->Unit(benchmark::kMillisecond);
+
+// ---- the busiest frame --------------------------------------------------------------------------
+
+// A stack up to the top, rain, lightning, shake, banners, and every pool full.
+void raise_storm() {
+  std::mt19937_64 random(1);
+  for (int64_t row = 1; row < ROWS; ++row)
+    for (int64_t column = 0; column < COLS; ++column)
+      if (random() % 10 < 6)
+        put_cell(BOARD.get(), row, column, static_cast<double>(random() % 12 + 1));
+  for (int64_t slot = 0; slot < NSTAR; ++slot)
+    test::put_star(slot, slot + 2, slot);
+}
+
+void keep_storm_alive() {
+  test::fill_particle_pool();
+  for (int64_t slot = 0; slot < NPOP; ++slot)
+    run(ADDPOPUP(100, 100, 250));
+  for (int64_t slot = 0; slot < NSTREAK; ++slot)
+    run(ADDSTREAK(100, 100, 400));
+  LIGHTNING = 3;
+  SHAKE = 16;
+  FLASH = 18;
+  COMBOFLASH = 45;
+  SHOCKLIFE = 16;
+}
+
+void StormFrame(benchmark::State& state) {
+  start_afresh();
+  run(RESETGAME());
+  raise_storm();
+  keep_storm_alive();
+  run(DRAW());
+  const int64_t commands = test::recording_host().commands;
+  int64_t made = 0;
+  int64_t outliving = 0;
+  for ([[maybe_unused]] const auto _ : state) {
+    keep_storm_alive();
+    const Allocations before = allocations();
+    run(DRAW());
+    const Allocations after = allocations();
+    made += after.made - before.made;
+    outliving += after.alive - before.alive;
+  }
+  if (outliving != 0)
+    state.SkipWithError("allocations outlive their frame");
+  const auto frames = static_cast<double>(state.iterations());
+  state.counters["allocations"] = static_cast<double>(made) / frames;
+  state.counters["outliving"] = static_cast<double>(outliving) / frames;
+  state.counters["commands"] =
+      static_cast<double>(test::recording_host().commands - commands) / frames;
+}
+BENCHMARK(StormFrame)->Unit(benchmark::kMicrosecond);
+
+} // namespace
+} // namespace kavo::bench
+
+BENCHMARK_MAIN();
