@@ -11,6 +11,7 @@ namespace {
 constexpr int board_left = 150;
 constexpr int board_top = 80;
 constexpr int cell_size = 36;
+constexpr int beside_the_streaks = 8; // a drop's streaks run down the middle of its columns
 constexpr uint32_t accent = 0xFAE678; // (250, 230, 120): what the player is to look at
 
 desktop::Launch launch(const std::string& folder, const std::string& seed,
@@ -37,7 +38,7 @@ bool has_accent(const desktop::Bitmap& picture, int x, int y, int width) {
 } // namespace
 
 uint32_t cell_in(const desktop::Bitmap& picture, int row, int column) {
-  return picture.at(board_left + column * cell_size + cell_size / 2,
+  return picture.at(board_left + column * cell_size + beside_the_streaks,
                     board_top + row * cell_size + cell_size / 2);
 }
 

@@ -17,7 +17,7 @@ constexpr uint32_t night = 0x0C1A2C;      // behind the menu screens
 constexpr uint32_t empty_cell = 0x1C2838; // of the well
 constexpr uint32_t well_frame = 0x463422; // while the stack is low
 
-// What a cell of the upright board shows at its centre.
+// What a cell of the upright board shows, left of its middle.
 uint32_t cell_in(const desktop::Bitmap& picture, int row, int column);
 
 // One game that runs in a folder of its own, with its window in front.
