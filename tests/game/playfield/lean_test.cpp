@@ -325,6 +325,16 @@ TEST_F(LeanTest, TheAnimationEndsWithTheLowerRightCornerAtTheLowerLeft) {
   EXPECT_EQ(only("RECT", drawn()).back(), "RECT 12 520 40 40 1");
 }
 
+TEST_F(LeanTest, ATipIsShownTurningTowardsTheHeavySide) {
+  for (const int64_t column : {0, 9}) {
+    start_afresh();
+    stack(column, 9);
+    apply();
+    const Turned lowest{15, 10, 14, column, column == 9 ? 1.0 : -1.0};
+    EXPECT_TRUE(contains(drawn(), turned_rect(lowest, 3))) << "column " << column;
+  }
+}
+
 TEST_F(LeanTest, TheAnimationDrawsRowByRowInTheColoursOfTheKinds) {
   put(14, 0, 12);
   put(14, 9, 1);

@@ -52,6 +52,14 @@ TEST_F(StarTest, StarsTakeTheFirstFreeSlot) {
   EXPECT_EQ(stars(), (std::vector<Star>{{1, 1}, {2, 0}, {1, 1}}));
 }
 
+TEST_F(StarTest, TheSixthStarStillFindsItsSlot) {
+  for (int64_t slot = 0; slot < NSTAR - 1; ++slot)
+    put_star(slot, slot, slot);
+  spawn(0.0, 0.9999);
+  EXPECT_EQ(std::ssize(stars()), NSTAR);
+  EXPECT_EQ(stars().back(), (Star{2, 9}));
+}
+
 TEST_F(StarTest, WithSixStarsNoneIsAdded) {
   for (int64_t slot = 0; slot < NSTAR; ++slot)
     put_star(slot, slot, slot);
