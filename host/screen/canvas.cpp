@@ -67,8 +67,9 @@ Canvas::Canvas(int width, int height)
     : width_(width), height_(height),
       pixels_(static_cast<size_t>(width) * static_cast<size_t>(height)) {}
 
-void Canvas::clear() {
+void Canvas::blacken() const {
   std::fill(pixels_.begin(), pixels_.end(), 0U);
+  is_clear_due_ = false;
 }
 
 void Canvas::fill_rectangle(int x, int y, int width, int height) {
@@ -76,6 +77,11 @@ void Canvas::fill_rectangle(int x, int y, int width, int height) {
   const Range rows = clipped(y, height, height_);
   if (columns.is_empty() || rows.is_empty())
     return;
+  const bool covers_all = columns.end - columns.begin == width_ && rows.end - rows.begin == height_;
+  if (covers_all)
+    is_clear_due_ = false;
+  else
+    settle();
   uint32_t* row = &pixels_[static_cast<size_t>(rows.begin * width_ + columns.begin)];
   for (int64_t i = rows.begin; i < rows.end; ++i, row += width_)
     std::fill_n(row, columns.end - columns.begin, colour_);
@@ -102,6 +108,7 @@ void Canvas::line(int x1, int y1, int x2, int y2) {
     return fill_rectangle(std::min(x1, x2), y1, std::abs(x2 - x1) + 1, 1);
   if (x1 == x2)
     return fill_rectangle(x1, std::min(y1, y2), 1, std::abs(y2 - y1) + 1);
+  settle();
   if (std::abs(x2 - x1) >= std::abs(y2 - y1))
     return shallow_line(x1, y1, x2, y2);
   steep_line(x1, y1, x2, y2);
@@ -136,6 +143,7 @@ void Canvas::steep_line(int64_t x1, int64_t y1, int64_t x2, int64_t y2) {
 }
 
 void Canvas::text(int x, int y, std::string_view utf8) {
+  settle();
   for (int64_t pen = x; !utf8.empty() && pen < width_; pen += cell_width)
     glyph(pen, y, glyph_rows(next_code_point(utf8)));
 }

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <climits>
 #include <cmath>
 #include <cstdlib>
@@ -37,6 +38,31 @@ TEST(Canvas, KeepsTheColourExactly) {
   canvas.set_colour(0xFF123456);
   canvas.fill_rectangle(0, 0, 1, 1);
   EXPECT_EQ(canvas.row(0)[0], 0x00123456U);
+}
+
+// The clear itself is put off: whatever comes next must find the black that it asked for.
+TEST(Canvas, EveryShapeAfterAClearStandsOnBlack) {
+  const std::pair<const char*, void (*)(Canvas&)> shapes[] = {
+      {"rectangle", [](Canvas& canvas) { canvas.fill_rectangle(1, 1, 2, 2); }},
+      {"all but a column", [](Canvas& canvas) { canvas.fill_rectangle(1, 0, 40, 40); }},
+      {"all but a row", [](Canvas& canvas) { canvas.fill_rectangle(0, 1, 40, 40); }},
+      {"outline", [](Canvas& canvas) { canvas.outline_rectangle(0, 0, 40, 40); }},
+      {"straight line", [](Canvas& canvas) { canvas.line(0, 0, 39, 0); }},
+      {"shallow line", [](Canvas& canvas) { canvas.line(0, 0, 39, 5); }},
+      {"steep line", [](Canvas& canvas) { canvas.line(0, 0, 5, 39); }},
+      {"text", [](Canvas& canvas) { canvas.text(2, 2, "A"); }},
+      {"nothing", [](Canvas& canvas) { canvas.fill_rectangle(0, 0, 0, 0); }},
+      {"everything", [](Canvas& canvas) { canvas.fill_rectangle(-1, -1, 50, 50); }},
+  };
+  for (const auto& [name, draw] : shapes) {
+    Canvas fresh(40, 40);
+    draw(fresh);
+    Canvas used(40, 40);
+    used.fill_rectangle(0, 0, 40, 40);
+    used.clear();
+    draw(used);
+    EXPECT_TRUE(std::ranges::equal(used.pixels(), fresh.pixels())) << name;
+  }
 }
 
 TEST(Canvas, ClearMakesEveryPixelBlackAndKeepsTheColour) {
