@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <cwchar>
 #include <utility>
 
 #include "host/screen/font.h"
@@ -19,6 +20,20 @@ struct Range {
   int64_t end;
   bool is_empty() const { return begin >= end; }
 };
+
+// The C library's wmemset chooses the processor's widest stores when the program runs, while a
+// loop is compiled for the oldest one: it fills a whole picture in less than half the time. A
+// short run is over before the call would be.
+constexpr int64_t worth_a_call = 64;
+
+void fill_run(uint32_t* first, int64_t count, uint32_t colour) {
+  static_assert(sizeof(wchar_t) == sizeof(uint32_t));
+  if (count >= worth_a_call)
+    std::wmemset(reinterpret_cast<wchar_t*>(first), static_cast<wchar_t>(colour),
+                 static_cast<size_t>(count));
+  else
+    std::fill_n(first, count, colour);
+}
 
 Range clipped(int64_t start, int64_t size, int64_t limit) {
   return {std::max<int64_t>(start, 0), std::min(start + size, limit)};
@@ -77,14 +92,17 @@ void Canvas::fill_rectangle(int x, int y, int width, int height) {
   const Range rows = clipped(y, height, height_);
   if (columns.is_empty() || rows.is_empty())
     return;
-  const bool covers_all = columns.end - columns.begin == width_ && rows.end - rows.begin == height_;
-  if (covers_all)
+  const int64_t run = columns.end - columns.begin;
+  const int64_t lines = rows.end - rows.begin;
+  if (run == width_ && lines == height_)
     is_clear_due_ = false;
   else
     settle();
   uint32_t* row = &pixels_[static_cast<size_t>(rows.begin * width_ + columns.begin)];
-  for (int64_t i = rows.begin; i < rows.end; ++i, row += width_)
-    std::fill_n(row, columns.end - columns.begin, colour_);
+  if (run == width_)
+    return fill_run(row, run * lines, colour_);
+  for (int64_t i = 0; i < lines; ++i, row += width_)
+    fill_run(row, run, colour_);
 }
 
 void Canvas::outline_rectangle(int x, int y, int width, int height) {
