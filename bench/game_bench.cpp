@@ -6,13 +6,12 @@
 #include <vector>
 
 #include "bench/allocations.h"
-#include "game/presentation/effects.h"
+#include "bench/storm.h"
 #include "game/presentation/frame.h"
 #include "game/state.h"
 #include "tests/fakes/fake_clock.h"
 #include "tests/fakes/recording_host.h"
 #include "tests/game/players.h"
-#include "tests/game/pools.h"
 
 namespace kavo::bench {
 namespace {
@@ -78,30 +77,6 @@ void ClumsyGame(benchmark::State& state) {
 BENCHMARK(ClumsyGame)->Unit(benchmark::kMillisecond);
 
 // ---- the busiest frame --------------------------------------------------------------------------
-
-// A stack up to the top, rain, lightning, shake, banners, and every pool full.
-void raise_storm() {
-  std::mt19937_64 random(1);
-  for (int64_t row = 1; row < ROWS; ++row)
-    for (int64_t column = 0; column < COLS; ++column)
-      if (random() % 10 < 6)
-        put_cell(BOARD.get(), row, column, static_cast<double>(random() % 12 + 1));
-  for (int64_t slot = 0; slot < NSTAR; ++slot)
-    test::put_star(slot, slot + 2, slot);
-}
-
-void keep_storm_alive() {
-  test::fill_particle_pool();
-  for (int64_t slot = 0; slot < NPOP; ++slot)
-    run(ADDPOPUP(100, 100, 250));
-  for (int64_t slot = 0; slot < NSTREAK; ++slot)
-    run(ADDSTREAK(100, 100, 400));
-  LIGHTNING = 3;
-  SHAKE = 16;
-  FLASH = 18;
-  COMBOFLASH = 45;
-  SHOCKLIFE = 16;
-}
 
 void StormFrame(benchmark::State& state) {
   start_afresh();

@@ -1,0 +1,42 @@
+#include "bench/storm.h"
+
+#include <random>
+
+#include "game/presentation/effects.h"
+#include "game/state.h"
+#include "tests/game/pools.h"
+
+namespace kavo::bench {
+
+namespace {
+
+void run(Out<>) {
+  error_is_pending();
+}
+
+} // namespace
+
+void raise_storm() {
+  std::mt19937_64 random(1);
+  for (int64_t row = 1; row < ROWS; ++row)
+    for (int64_t column = 0; column < COLS; ++column)
+      if (random() % 10 < 6)
+        put_cell(BOARD.get(), row, column, static_cast<double>(random() % 12 + 1));
+  for (int64_t slot = 0; slot < NSTAR; ++slot)
+    test::put_star(slot, slot + 2, slot);
+}
+
+void keep_storm_alive() {
+  test::fill_particle_pool();
+  for (int64_t slot = 0; slot < NPOP; ++slot)
+    run(ADDPOPUP(100, 100, 250));
+  for (int64_t slot = 0; slot < NSTREAK; ++slot)
+    run(ADDSTREAK(100, 100, 400));
+  LIGHTNING = 3;
+  SHAKE = 16;
+  FLASH = 18;
+  COMBOFLASH = 45;
+  SHOCKLIFE = 16;
+}
+
+} // namespace kavo::bench
