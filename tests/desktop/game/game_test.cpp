@@ -111,6 +111,33 @@ TEST(PlayedGame, EndsWithItsLineOnEscapeFromTheTitle) {
   EXPECT_EQ(outcome.output, "done\n");
 }
 
+// The scenes need no display; one that is there is used.
+TEST(Scene, IsDrawnOnADisplayToo) {
+  struct Scene {
+    const char* word;
+    const char* line;
+    const char* picture;
+  };
+  const desktop::Desktop desktop;
+  for (const auto& [word, line, picture] :
+       {Scene{"kavo", "kavo shots saved\n", "tmp/kavo_after.png"},
+        Scene{"pop", "pop shot saved\n", "tmp/kavo_pop.png"},
+        Scene{"pu", "pu shots saved\n", "tmp/pu_after.png"},
+        Scene{"storm", "storm shot saved\n", "tmp/kavo_storm.png"},
+        Scene{"qbomb", "qbomb done\n", "tmp/q_after.png"},
+        Scene{"title", "title shot\n", "tmp/kavo_title.png"},
+        Scene{"opts", "opts shot\n", "tmp/kavo_opts.png"},
+        Scene{"enter", "enter shot\n", "tmp/kavo_enter.png"},
+        Scene{"", "shot saved\n", "tmp/kavo.png"}}) {
+    const test::TemporaryFolder folder;
+    const auto outcome = desktop.start(playing::launch(folder.path(), "1", {"shot", word}))->wait();
+    EXPECT_TRUE(outcome.has_exited) << word;
+    EXPECT_EQ(outcome.code, 0) << word << outcome.errors;
+    EXPECT_EQ(outcome.output, line);
+    EXPECT_GT(test::content_of(folder / picture).size(), 1000) << word;
+  }
+}
+
 TEST(PlayedGame, SaysWhatIsMissingWithoutADisplay) {
   const test::TemporaryFolder folder;
   desktop::Launch launch;

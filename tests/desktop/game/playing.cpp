@@ -14,6 +14,17 @@ constexpr int cell_size = 36;
 constexpr int beside_the_streaks = 8; // a drop's streaks run down the middle of its columns
 constexpr uint32_t accent = 0xFAE678; // (250, 230, 120): what the player is to look at
 
+// Whether text in the accent colour stands in the 16 pixels below (x, y).
+bool has_accent(const desktop::Bitmap& picture, int x, int y, int width) {
+  for (int row = y; row < y + 16; ++row)
+    for (int column = x; column < x + width; ++column)
+      if (picture.at(column, row) == accent)
+        return true;
+  return false;
+}
+
+} // namespace
+
 desktop::Launch launch(const std::string& folder, const std::string& seed,
                        std::vector<std::string> arguments) {
   arguments.insert(arguments.begin(), KAVO_PROGRAM);
@@ -25,17 +36,6 @@ desktop::Launch launch(const std::string& folder, const std::string& seed,
   launch.environment["QORRT_SEED"] = seed.empty() ? std::nullopt : std::optional(seed);
   return launch;
 }
-
-// Whether text in the accent colour stands in the 16 pixels below (x, y).
-bool has_accent(const desktop::Bitmap& picture, int x, int y, int width) {
-  for (int row = y; row < y + 16; ++row)
-    for (int column = x; column < x + width; ++column)
-      if (picture.at(column, row) == accent)
-        return true;
-  return false;
-}
-
-} // namespace
 
 uint32_t cell_in(const desktop::Bitmap& picture, int row, int column) {
   return picture.at(board_left + column * cell_size + beside_the_streaks,

@@ -17,6 +17,10 @@ constexpr uint32_t night = 0x0C1A2C;      // behind the menu screens
 constexpr uint32_t empty_cell = 0x1C2838; // of the well
 constexpr uint32_t well_frame = 0x463422; // while the stack is low
 
+// How the game is started in this folder; chance is fixed by `seed`, free when that is empty.
+desktop::Launch launch(const std::string& folder, const std::string& seed,
+                       std::vector<std::string> arguments);
+
 // What a cell of the upright board shows, left of its middle.
 uint32_t cell_in(const desktop::Bitmap& picture, int row, int column);
 
