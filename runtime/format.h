@@ -1,8 +1,8 @@
 /* Text with placeholders.
 
-   In the format text {} stands for the next argument, and {specification} for the next argument
-   written as the specification says; {{ is one brace; a { without a } behind it is copied.
-   A specification is, each part optional and in this order (62 bytes of it are read):
+   In the format text {} stands for the next argument, and {options} for the next argument
+   written as the options say; {{ is one brace; a { without a } behind it is copied.
+   The options are, each of them optional and in this order (62 bytes of it are read):
 
      :              skipped
      [fill]align    < left, > right (the default), ^ centre; fill is any byte, else a space
@@ -36,7 +36,7 @@ char* qor_format4(const char* format, double a, double b, double c, double d);
 
 /* The same with arguments of the kinds that the letters of `types` name, in order: s a string,
    h a host value, i a 64-bit integer, any other (and a missing letter) a double. A host value is
-   asked for its number when the specification's type is one of X d e f g x, else for its text. */
+   asked for its number when the type among the options is one of X d e f g x, else for its text. */
 char* qor_format1_t(const char* format, const char* types, qor_slot a);
 char* qor_format2_t(const char* format, const char* types, qor_slot a, qor_slot b);
 char* qor_format3_t(const char* format, const char* types, qor_slot a, qor_slot b, qor_slot c);

@@ -11,7 +11,7 @@
 namespace qor {
 namespace {
 
-constexpr std::size_t longest_specification = 62;
+constexpr std::size_t longest_options = 62;
 // No double has more decimals than this; the rest of a longer precision would be zeros.
 constexpr int most_decimals = 1100;
 
@@ -22,7 +22,7 @@ bool is_alignment(char c) {
   return c == '<' || c == '>' || c == '^';
 }
 
-// Consumes what it reads from the front of a specification.
+// Consumes what it reads from the front of the options.
 class Reader {
 public:
   explicit Reader(std::string_view text) : rest_(text) {}
@@ -98,10 +98,10 @@ std::string whole_number_text(const Placeholder& placeholder, double value) {
 
 } // namespace
 
-Placeholder read_placeholder(std::string_view specification) {
+Placeholder read_placeholder(std::string_view options) {
   constexpr int widest = static_cast<int>(longest_placeholder);
   Placeholder placeholder;
-  Reader reader(specification.substr(0, longest_specification));
+  Reader reader(options.substr(0, longest_options));
   reader.skip(':');
   read_alignment(reader, placeholder);
   placeholder.width = static_cast<std::size_t>(reader.number(widest));

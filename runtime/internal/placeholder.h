@@ -18,7 +18,7 @@ struct Placeholder {
   char type = '\0';
 };
 
-Placeholder read_placeholder(std::string_view specification);
+Placeholder read_placeholder(std::string_view options);
 
 // Both results are at most `longest_placeholder` bytes.
 std::string number_text(const Placeholder& placeholder, double value);
