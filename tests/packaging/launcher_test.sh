@@ -143,9 +143,11 @@ PassesTheExitStatusOn() {
   expect_equal "status" 7 "$status"
 }
 
-LeavesNothingBehindForHelpAndVersion() {
-  start HOME="$work/home" -- --help >/dev/null
-  start HOME="$work/home" -- --version >/dev/null
+AnswersHelpAndVersionAndLeavesNothingBehind() {
+  expect_equal "help" "usage: kavo                  play" "$(start HOME="$work/home" -- --help | sed -n 1p)"
+  local version
+  version=$(start HOME="$work/home" -- --version)
+  [[ $version =~ ^kavo\ [0-9]+\.[0-9]+\.[0-9]+$ ]] || fail "version: $version"
   [ ! -e home ] || fail "it made a folder"
 }
 
