@@ -24,8 +24,8 @@ struct Range {
 };
 
 // The C library's wmemset chooses the processor's widest stores when the program runs, while a
-// loop is compiled for the oldest one: it fills a whole picture faster. A short
-// run is over before the call would be.
+// loop is compiled for the oldest one and fills a whole picture slower. A short run is over before
+// the call would be.
 constexpr int64_t worth_a_call = 64;
 
 // Four pixels at a time, the last four over what may be there already, so that none is left over to
