@@ -316,5 +316,10 @@ BENCHMARK(Scaled)->Arg(800)->Arg(1600)->Arg(1080)->Arg(728)->Unit(benchmark::kMi
 
 int main(int argc, char** argv) {
   setenv("SDL_VIDEODRIVER", "dummy", 1);
+  bench::expect("busy_frame/bare_fills", bench::at_most(1.8));
+  bench::expect("busy_frame/SDL", bench::at_least(10));
+  bench::expect("busy_frame/Cairo", bench::at_least(4));
+  bench::report_time("OnePixelRectangle", bench::at_most(60));
+  bench::report_time("OneCommandWithoutWork", bench::at_most(25));
   return bench::run(argc, argv);
 }

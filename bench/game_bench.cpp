@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "bench/allocations.h"
+#include "bench/ratios.h"
 #include "bench/storm.h"
 #include "game/presentation/frame.h"
 #include "game/state.h"
@@ -108,4 +109,11 @@ BENCHMARK(StormFrame)->Unit(benchmark::kMicrosecond);
 } // namespace
 } // namespace kavo::bench
 
-BENCHMARK_MAIN();
+int main(int argc, char** argv) {
+  bench::report_counter("GreedyGame", "locks", "locks a second", bench::at_least(20'000));
+  bench::report_counter("ClumsyGame", "locks", "locks a second", bench::at_least(20'000));
+  bench::report_time("StormFrame");
+  bench::report_counter("StormFrame", "allocations", "", bench::at_most(299));
+  bench::report_counter("StormFrame", "outliving", "", bench::at_most(0));
+  return bench::run(argc, argv);
+}

@@ -21,6 +21,7 @@
 #include <FreeVerb.h>
 #include <Stk.h>
 
+#include "bench/ratios.h"
 #include "host/sound/engine.h"
 #include "host/sound/memory_output.h"
 #include "host/sound/pitch.h"
@@ -121,7 +122,7 @@ void render_seconds(benchmark::State& state, const Music& music, int64_t effect_
 void music_alone(benchmark::State& state) {
   render_seconds(state, Music(), 0);
 }
-BENCHMARK(music_alone)->Unit(benchmark::kMillisecond);
+BENCHMARK(music_alone)->Name("music/ours")->Unit(benchmark::kMillisecond);
 
 void music_with_four_effects_every_60_ms(benchmark::State& state) {
   render_seconds(state, Music(), rate * 60 / 1000);
@@ -204,7 +205,7 @@ void music_in_stk(benchmark::State& state) {
       music.render();
   report_core(state);
 }
-BENCHMARK(music_in_stk)->Unit(benchmark::kMillisecond);
+BENCHMARK(music_in_stk)->Name("music/STK")->Unit(benchmark::kMillisecond);
 
 double thread_seconds() {
   timespec now{};
@@ -248,4 +249,15 @@ BENCHMARK(start_up)->Unit(benchmark::kMillisecond);
 
 } // namespace
 
-BENCHMARK_MAIN();
+// Fractions of a core and of a block's duration are shown in per cent.
+int main(int argc, char** argv) {
+  constexpr double per_cent = 100;
+  constexpr double ms = 1e6;
+  bench::report_counter("music/ours", "core", "%", bench::at_most(0.5), per_cent);
+  bench::report_counter("music_with_four_effects_every_60_ms", "core", "%", bench::at_most(1),
+                        per_cent);
+  bench::report_counter("silence", "core", "%", std::nullopt, per_cent);
+  bench::report_counter("worst_block", "worst", "%", bench::at_most(5), per_cent);
+  bench::report_time("start_up", bench::at_most(60 * ms));
+  return bench::run(argc, argv);
+}
