@@ -14,6 +14,7 @@
 #include <optional>
 
 #include "host/command.h"
+#include "host/temporary_file.h"
 
 namespace kavo::host {
 
@@ -35,95 +36,24 @@ std::string usable_path(std::string_view path) {
   return std::string(path);
 }
 
-// A file descriptor that closes itself.
-class Descriptor {
-public:
-  explicit Descriptor(int value) : value_(value) {}
-  ~Descriptor() { close(); }
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-
-  int value() const { return value_; }
-  bool is_open() const { return value_ >= 0; }
-  bool close() {
-    const int closing = value_;
-    value_ = -1;
-    return closing < 0 || ::close(closing) == 0;
-  }
-
-private:
-  int value_;
-};
-
-bool write_all(int descriptor, std::string_view content) {
-  while (!content.empty()) {
-    const ssize_t written = ::write(descriptor, content.data(), content.size());
-    if (written < 0 && errno != EINTR)
-      return false;
-    content.remove_prefix(static_cast<size_t>(std::max<ssize_t>(written, 0)));
-  }
-  return true;
-}
-
-// Beside the file that it will replace; gone again unless it was renamed.
-class TemporaryFile {
-public:
-  explicit TemporaryFile(const fs::path& folder) : descriptor_(create(folder)) {}
-  ~TemporaryFile() {
-    if (!is_renamed_ && descriptor_was_opened_)
-      ::unlink(path_.c_str());
-  }
-  TemporaryFile(const TemporaryFile&) = delete;
-  TemporaryFile& operator=(const TemporaryFile&) = delete;
-
-  // Each step leaves errno and returns false when it fails.
-  bool is_open() const { return descriptor_.is_open(); }
-  bool fill(std::string_view content, std::optional<mode_t> mode) {
-    return write_all(descriptor_.value(), content) &&
-           (!mode || ::fchmod(descriptor_.value(), *mode) == 0) &&
-           ::fsync(descriptor_.value()) == 0 && descriptor_.close();
-  }
-  bool rename_to(const fs::path& destination) {
-    is_renamed_ = ::rename(path_.c_str(), destination.c_str()) == 0;
-    return is_renamed_;
-  }
-
-private:
-  // Opened by hand instead of with mkstemp, so that a new file gets the permissions that the
-  // user's mask gives it.
-  int create(const fs::path& folder) {
-    constexpr int attempts = 100;
-    for (int i = 0; i < attempts; ++i) {
-      path_ = folder / (".qorrt-" + std::to_string(::getpid()) + "-" + std::to_string(i) + ".tmp");
-      const int descriptor =
-          ::open(path_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0666);
-      descriptor_was_opened_ = descriptor >= 0;
-      if (descriptor_was_opened_ || errno != EEXIST)
-        return descriptor;
-    }
-    return -1;
-  }
-
-  fs::path path_;
-  bool descriptor_was_opened_ = false;
-  bool is_renamed_ = false;
-  Descriptor descriptor_;
-};
-
 // Where a symbolic link leads in the end, whether or not anything is there yet.
-fs::path followed(const std::string& path) {
+fs::path followed(const std::string& path, std::error_code& error) {
   constexpr int most_links = 40; // as the kernel allows
   fs::path current = path;
-  std::error_code error;
-  for (int i = 0; i < most_links && fs::is_symlink(fs::symlink_status(current, error)); ++i) {
+  std::error_code missing;
+  for (int i = 0; i < most_links && fs::is_symlink(fs::symlink_status(current, missing)); ++i) {
     const fs::path target = fs::read_symlink(current, error);
     if (error)
-      fail("write", path, error.value());
+      return current;
     current = target.is_absolute() ? target : current.parent_path() / target;
   }
-  if (fs::is_symlink(fs::symlink_status(current, error)))
-    fail("write", path, ELOOP);
+  if (fs::is_symlink(fs::symlink_status(current, missing)))
+    error = std::make_error_code(std::errc::too_many_symbolic_link_levels);
   return current;
+}
+
+fs::path folder_of(const fs::path& path) {
+  return path.has_parent_path() ? path.parent_path() : ".";
 }
 
 // The folder's own record of the new name; some file systems cannot flush it, and by now the
@@ -136,7 +66,7 @@ void flush_folder(const fs::path& folder) {
 
 void replace(const std::string& path, const fs::path& destination, std::string_view content,
              std::optional<mode_t> mode) {
-  const fs::path folder = destination.has_parent_path() ? destination.parent_path() : ".";
+  const fs::path folder = folder_of(destination);
   TemporaryFile temporary(folder);
   if (!temporary.is_open() || !temporary.fill(content, mode) || !temporary.rename_to(destination))
     fail("write", path, errno);
@@ -144,8 +74,8 @@ void replace(const std::string& path, const fs::path& destination, std::string_v
 }
 
 void write_in_place(const std::string& path, std::string_view content) {
-  Descriptor descriptor(::open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY));
-  if (!descriptor.is_open() || !write_all(descriptor.value(), content) || !descriptor.close())
+  Descriptor file(::open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY));
+  if (!file.is_open() || !write_all(file, content) || !file.close())
     fail("write", path, errno);
 }
 
@@ -182,6 +112,14 @@ std::vector<std::string> names_that_match(const std::string& pattern) {
   return names;
 }
 
+// A program looks for its file before it reads it: the moment to finish what a killed one left.
+void clear_the_way_to(const std::string& path) {
+  std::error_code error;
+  const fs::path destination = followed(path, error);
+  if (!error)
+    remove_leftovers(folder_of(destination));
+}
+
 bool is_missing(int error) {
   return error == ENOENT || error == ENOTDIR;
 }
@@ -200,7 +138,10 @@ std::vector<std::string> unsorted_names_at(const std::string& path) {
 
 void write_whole_file(std::string_view path_text, std::string_view content) {
   const std::string path = usable_path(path_text);
-  const fs::path destination = followed(path);
+  std::error_code error;
+  const fs::path destination = followed(path, error);
+  if (error)
+    fail("write", path, error.value());
   struct stat status = {};
   if (::stat(destination.c_str(), &status) != 0) {
     if (errno != ENOENT)
@@ -217,8 +158,10 @@ void write_whole_file(std::string_view path_text, std::string_view content) {
   replace(path, destination, content, status.st_mode & 07777);
 }
 
-std::vector<std::string> names_at(std::string_view path) {
-  std::vector<std::string> names = unsorted_names_at(usable_path(path));
+std::vector<std::string> names_at(std::string_view path_text) {
+  const std::string path = usable_path(path_text);
+  clear_the_way_to(path);
+  std::vector<std::string> names = unsorted_names_at(path);
   std::sort(names.begin(), names.end());
   return names;
 }

@@ -1,20 +1,50 @@
 #include "host/host.h"
 
 #include <SDL.h>
+#include <unistd.h>
 
 #include <cstdlib>
 
 #include "host/command.h"
+#include "host/standard_streams.h"
 
 namespace kavo::host {
 
+namespace {
+
+constexpr int most_pictures_after_the_wish_to_end = 2;
+
+// The host that may be playing, and the process that it belongs to: no thread survives a fork.
+Host* playing = nullptr;
+pid_t player = 0;
+
+// The program may end from anywhere, on an error or when the display is lost. The sound's thread
+// must be gone before the data that it reads are.
+void fade_sound() {
+  if (playing != nullptr && player == getpid())
+    playing->sound->shutdown();
+}
+
+void fade_sound_at_exit_of(Host* host) {
+  static const bool is_registered = std::atexit(fade_sound) == 0;
+  playing = is_registered ? host : nullptr;
+  player = getpid();
+}
+
+} // namespace
+
 Host::Host() {
+  open_missing_standard_streams();
   // Before SDL starts, or it would take the signals.
   SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
+  // SDL looks for the session's bus; where none is named, that would start one.
+  setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 0);
   SDL_SetMainReady();
+  fade_sound_at_exit_of(this);
 }
 
 Host::~Host() {
+  playing = nullptr;
   sound.reset();
   screen.close();
   SDL_Quit();
@@ -26,7 +56,11 @@ void Host::show_picture() {
   sound->tend();
   keyboard.end_frame();
   has_taken_events_ = false;
-  end_program_if_asked();
+  if (!is_asked_to_end())
+    return;
+  ++pictures_since_asked_to_end_;
+  if (!frames_.is_inside() || pictures_since_asked_to_end_ >= most_pictures_after_the_wish_to_end)
+    end_program();
 }
 
 bool Host::is_key_held(std::string_view key_name) {
@@ -41,7 +75,8 @@ bool Host::is_key_held(std::string_view key_name) {
 
 void Host::end_frame(int64_t token) {
   frames_.end(token);
-  end_program_if_asked();
+  if (!frames_.is_inside() && is_asked_to_end())
+    end_program();
 }
 
 void Host::take_events() {
@@ -50,12 +85,14 @@ void Host::take_events() {
     events.take_from(screen.presenter());
 }
 
-void Host::end_program_if_asked() {
+bool Host::is_asked_to_end() {
   if (QuitSignals::has_arrived())
     events.ask_to_quit();
-  if (!events.is_quitting() || frames_.is_inside())
-    return;
-  sound.reset();
+  return events.is_quitting();
+}
+
+void Host::end_program() {
+  sound->shutdown();
   screen.close();
   SDL_Quit();
   std::exit(EXIT_SUCCESS);

@@ -24,8 +24,9 @@ public:
   Host(const Host&) = delete;
   Host& operator=(const Host&) = delete;
 
-  // Presents the picture, takes the events, and ends the program when that was asked for outside
-  // of any frame.
+  // Presents the picture, takes the events, and ends the program when that was asked for: outside
+  // of any frame at once, inside of one at the second picture since, so that nobody waits for an
+  // animation that holds its frame up.
   void show_picture();
 
   // Takes the events first when the frame has not done so yet.
@@ -44,11 +45,14 @@ public:
 
 private:
   void take_events();
-  void end_program_if_asked();
+  bool is_asked_to_end();
+  [[noreturn]] void end_program();
 
   Frames frames_;
   KeyNames key_names_;
-  QuitSignals signals_;
+  QuitSignals quit_signals_;
+  WriteSignals write_signals_;
+  int pictures_since_asked_to_end_ = 0;
   bool has_taken_events_ = false; // in this frame
 };
 

@@ -1,39 +1,61 @@
 #include "host/signals.h"
 
+#include <atomic>
+#include <cstdint>
+#include <ctime>
+
 namespace kavo::host {
 
 namespace {
 
-volatile std::sig_atomic_t signal_has_arrived = 0;
+constexpr int64_t patience_ms = 2000;
 
-void remember(int) {
-  signal_has_arrived = 1;
+std::atomic<int64_t> first_arrival_ms = 0; // 0: none has arrived
+static_assert(decltype(first_arrival_ms)::is_always_lock_free, "a signal handler uses it");
+
+int64_t now_ms() {
+  timespec now = {};
+  clock_gettime(CLOCK_MONOTONIC, &now);
+  return int64_t{now.tv_sec} * 1000 + now.tv_nsec / 1'000'000 + 1;
+}
+
+void remember(int signal) {
+  const int64_t now = now_ms();
+  int64_t first = 0;
+  if (first_arrival_ms.compare_exchange_strong(first, now) || now - first <= patience_ms)
+    return;
+  std::signal(signal, SIG_DFL);
+  std::raise(signal); // takes effect when this handler returns
 }
 
 } // namespace
 
-QuitSignals::QuitSignals() : previous_{{{SIGINT, false, {}}, {SIGTERM, false, {}}}} {
-  signal_has_arrived = 0;
+SignalHandlers::SignalHandlers(std::initializer_list<int> signals, void (*handler)(int)) {
   struct sigaction ours = {};
-  ours.sa_handler = remember;
-  ours.sa_flags = static_cast<int>(SA_RESTART | SA_RESETHAND);
+  ours.sa_handler = handler;
+  ours.sa_flags = static_cast<int>(SA_RESTART);
   sigemptyset(&ours.sa_mask);
-  for (Previous& previous : previous_) {
-    sigaction(previous.signal, nullptr, &previous.action);
-    previous.is_ours = previous.action.sa_handler == SIG_DFL;
-    if (previous.is_ours)
-      sigaction(previous.signal, &ours, nullptr);
+  for (const int signal : signals) {
+    struct sigaction previous = {};
+    sigaction(signal, nullptr, &previous);
+    if (previous.sa_handler != SIG_DFL)
+      continue;
+    sigaction(signal, &ours, nullptr);
+    ours_.push_back(signal);
   }
 }
 
-QuitSignals::~QuitSignals() {
-  for (const Previous& previous : previous_)
-    if (previous.is_ours)
-      sigaction(previous.signal, &previous.action, nullptr);
+SignalHandlers::~SignalHandlers() {
+  for (const int signal : ours_)
+    std::signal(signal, SIG_DFL);
+}
+
+QuitSignals::QuitSignals() : handlers_({SIGINT, SIGTERM}, remember) {
+  first_arrival_ms = 0;
 }
 
 bool QuitSignals::has_arrived() {
-  return signal_has_arrived != 0;
+  return first_arrival_ms != 0;
 }
 
 } // namespace kavo::host

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "host/command.h"
+#include "host/screen/display_loss.h"
 
 namespace kavo::host {
 
@@ -83,9 +84,11 @@ Window::Video::Video() {
   SDL_SetHint(SDL_HINT_VIDEO_X11_NET_WM_BYPASS_COMPOSITOR, "0");
   if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0)
     fail();
+  if (std::string_view(SDL_GetCurrentVideoDriver()) != "x11")
+    return;
   // X11 takes pixels directly, which spares the graphics driver; Wayland needs SDL's renderer.
-  if (std::string_view(SDL_GetCurrentVideoDriver()) == "x11")
-    SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
+  SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
+  end_in_order_when_the_display_is_lost();
 }
 
 Window::Window(const ScreenRequest& request) : picture_{request.width, request.height} {

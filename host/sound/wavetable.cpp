@@ -97,7 +97,7 @@ std::optional<Waveform> waveform_named(std::string_view name) {
 }
 
 const WavetableBank& WavetableBank::shared() {
-  static const WavetableBank bank;
+  static const auto& bank = *new WavetableBank; // read by the device's thread until the very end
   return bank;
 }
 

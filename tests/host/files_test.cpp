@@ -2,6 +2,7 @@
 // can bring about.
 #include "host/command.h"
 #include "host/files.h"
+#include "host/temporary_file.h"
 #include "tests/host/temporary_folder.h"
 
 #include <gtest/gtest.h>
@@ -311,6 +312,68 @@ TEST(Listing, AFolderThatMayNotBeReadIsAnError) {
     return false;
   }));
   chmod((folder / "closed").c_str(), 0700);
+}
+
+// ---- what a killed program leaves ---------------------------------------------------------------
+
+// Leaves the temporary file that a program writes to, as its kill would.
+void be_killed_while_writing(const std::string& path) {
+  const pid_t child = fork();
+  if (child == 0) {
+    const kavo::host::TemporaryFile temporary(fs::path(path).parent_path());
+    std::raise(SIGKILL);
+  }
+  waitpid(child, nullptr, 0);
+}
+
+TEST(Leftovers, OfAKilledProgramAreRemovedWhenTheFileIsLookedFor) {
+  const TemporaryFolder folder;
+  write_file(folder / "a.txt", "old");
+  be_killed_while_writing(folder / "a.txt");
+  ASSERT_EQ(folder.entry_count(), 2U);
+  EXPECT_EQ(names_at(folder / "a.txt"), Names{"a.txt"});
+  EXPECT_EQ(folder.entry_count(), 1U);
+  EXPECT_EQ(content_of(folder / "a.txt"), "old");
+}
+
+TEST(Leftovers, AreRemovedWhereALinkLeads) {
+  const TemporaryFolder folder;
+  fs::create_directory(folder / "elsewhere");
+  fs::create_symlink("elsewhere/a.txt", folder / "link");
+  be_killed_while_writing(folder / "elsewhere/a.txt");
+  ASSERT_FALSE(fs::is_empty(folder / "elsewhere"));
+  EXPECT_EQ(names_at(folder / "link"), Names{});
+  EXPECT_TRUE(fs::is_empty(folder / "elsewhere"));
+}
+
+TEST(Leftovers, AreNotTheFilesOfAProgramAtWork) {
+  const TemporaryFolder folder;
+  kavo::host::TemporaryFile at_work(folder.path());
+  EXPECT_EQ(names_at(folder / "a.txt"), Names{});
+  ASSERT_TRUE(at_work.fill("whole", std::nullopt));
+  ASSERT_TRUE(at_work.rename_to(folder / "a.txt"));
+  EXPECT_EQ(content_of(folder / "a.txt"), "whole");
+}
+
+TEST(Leftovers, AreNothingThatOnlySoundsLikeThem) {
+  const TemporaryFolder folder;
+  write_file(folder / ".qorrt-notes", "mine");
+  write_file(folder / "a.tmp", "mine");
+  fs::create_directory(folder / ".qorrt-1-0.tmp");
+  fs::create_symlink("a.tmp", folder / ".qorrt-1-1.tmp");
+  ASSERT_EQ(mkfifo((folder / ".qorrt-1-2.tmp").c_str(), 0600), 0);
+  EXPECT_EQ(names_at(folder / "a.txt"), Names{});
+  EXPECT_EQ(folder.entry_count(), 5U);
+}
+
+TEST(Leftovers, ThatMayNotBeRemovedAreNoError) {
+  const TemporaryFolder folder;
+  write_file(folder / "a.txt", "old");
+  write_file(folder / ".qorrt-1-0.tmp", "half");
+  chmod(folder.path().c_str(), 0555);
+  EXPECT_TRUE(holds_for_a_user([&] { return names_at(folder / "a.txt") == Names{"a.txt"}; }));
+  chmod(folder.path().c_str(), 0755);
+  EXPECT_EQ(folder.entry_count(), 2U);
 }
 
 TEST(Listing, TheRootAndDotsWork) {

@@ -65,15 +65,47 @@ TEST(Signals, WaitForTheOutermostFrame) {
       testing::ExitedWithCode(0), "inner;$");
 }
 
-TEST(Signals, TheSecondOneStopsAProgramThatHangs) {
+TEST(Signals, AreOneWishWhenTheyComeTogether) {
   EXPECT_EXIT(
       {
         const Bridge bridge;
-        std::raise(SIGINT);
-        std::fputs("first;", stderr);
-        std::raise(SIGINT);
+        const int64_t frame = qorrt_frame_begin(bridge.handle());
+        for (const int signal : {SIGTERM, SIGTERM, SIGINT, SIGINT})
+          std::raise(signal);
+        std::fputs("alive;", stderr);
+        qorrt_frame_end(bridge.handle(), frame);
+        std::_Exit(99);
       },
-      testing::KilledBySignal(SIGINT), "first;$");
+      testing::ExitedWithCode(0), "alive;$");
+}
+
+void hang_under(int signal) {
+  const Bridge bridge;
+  for (;;)
+    std::raise(signal);
+}
+
+TEST(Signals, StopAProgramThatHangs) {
+  EXPECT_EXIT(hang_under(SIGINT), testing::KilledBySignal(SIGINT), "");
+  EXPECT_EXIT(hang_under(SIGTERM), testing::KilledBySignal(SIGTERM), "");
+}
+
+// An animation shows its pictures within one frame.
+TEST(Signals, EndAnAnimationAtItsSecondPicture) {
+  EXPECT_EXIT(
+      {
+        InvisibleBridge host;
+        host.bridge.send("SCREEN", 8, 4, "x", 1);
+        qorrt_frame_begin(host.bridge.handle());
+        host.bridge.send("SCREENFLIP");
+        std::raise(SIGTERM);
+        for (int picture = 1; picture <= 12; ++picture) {
+          std::fprintf(stderr, "%d;", picture);
+          host.bridge.send("SCREENFLIP");
+        }
+        std::_Exit(99);
+      },
+      testing::ExitedWithCode(0), "^1;2;$");
 }
 
 TEST(Signals, OneThatTheParentIgnoresStaysIgnored) {
