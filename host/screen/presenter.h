@@ -10,7 +10,7 @@
 namespace kavo::host {
 
 struct Key {
-  int scancode;     // where the key lies on the keyboard
+  int scancode;     // where the key lies on the keyboard, or on a game controller
   int code;         // what the layout makes of it
   const char* name; // the layout's name for it; lives as long as the call that passes it
 };

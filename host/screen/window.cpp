@@ -115,6 +115,8 @@ void Window::present(const Canvas& canvas) {
     draw_converted(canvas, surface);
   if (SDL_UpdateWindowSurface(window_.get()) != 0)
     fail();
+  if (!controllers_)
+    controllers_.emplace();
 }
 
 void Window::draw_converted(const Canvas& canvas, SDL_Surface* surface) {
@@ -155,6 +157,8 @@ void Window::deliver(const SDL_Event& event, EventSink& sink) {
   case SDL_QUIT:
     return sink.close_was_asked();
   default:
+    if (controllers_)
+      controllers_->deliver(event, sink);
     return;
   }
 }

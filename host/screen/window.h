@@ -5,8 +5,10 @@
 #include <SDL.h>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
+#include "host/controllers.h"
 #include "host/screen/presenter.h"
 #include "host/screen/scaler.h"
 
@@ -51,6 +53,8 @@ private:
   Size picture_;
   Scaler scaler_;
   std::vector<uint32_t> converted_; // for displays of another pixel format
+  std::optional<Controllers>
+      controllers_; // from the first picture on, which need not wait for them
   uint64_t last_motion_ms_ = 0;
   std::string unplayable_reason_; // stays empty: a window can be played in
 };

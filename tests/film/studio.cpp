@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <iostream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "game/program.h"
@@ -16,16 +17,19 @@ namespace {
 class StudioPresenter final : public host::Presenter {
 public:
   void present(const host::Canvas& canvas) override {
+    has_shown_a_picture_ = true;
     if (studio().watch)
       studio().watch(canvas);
   }
+  // The host asks for events at the frame's first question for a key, too.
   void deliver_events(host::EventSink& sink) override {
-    if (studio().play)
+    if (std::exchange(has_shown_a_picture_, false) && studio().play)
       studio().play(sink);
   }
   const std::string& unplayable_reason() const override { return playable_; }
 
 private:
+  bool has_shown_a_picture_ = false;
   std::string playable_;
 };
 

@@ -1,8 +1,6 @@
 // The window on a real X server: what it shows, how it scales, what its keys and its close button
 // do.
-#include "host/screen/canvas.h"
-#include "tests/desktop/desktop.h"
-#include "tests/host/bridge.h"
+#include "tests/host/window_fixture.h"
 
 #include <gtest/gtest.h>
 
@@ -15,75 +13,12 @@ using desktop::Bitmap;
 using desktop::Desktop;
 using desktop::DesktopWindow;
 using desktop::WindowSize;
-using test::Bridge;
-using test::Environment;
-
-constexpr const char* title = "KAVO - Schlagseite";
-constexpr int width = 660;
-constexpr int height = 800;
-
-// The picture that the tests look for: a colour that depends on the place, in squares of 10.
-uint32_t colour_at(int x, int y) {
-  return static_cast<uint32_t>(x / 10 * 3) << 16U | static_cast<uint32_t>(y / 10 * 2) << 8U | 0x55U;
-}
-
-void draw_squares(Bridge& bridge) {
-  for (int y = 0; y < height; y += 10)
-    for (int x = 0; x < width; x += 10) {
-      const uint32_t colour = colour_at(x, y);
-      bridge.send("DRAWCOLOR", static_cast<int>(colour >> 16U),
-                  static_cast<int>(colour >> 8U & 0xFFU), static_cast<int>(colour & 0xFFU));
-      bridge.send("RECT", x, y, 10, 10, 1);
-    }
-}
-
-// A desktop and a host of this process on it.
-class WindowTest : public testing::Test {
-protected:
-  explicit WindowTest(int display_width = 1400, int display_height = 1700)
-      : desktop(display_width, display_height) {}
-
-  DesktopWindow open(double scale = 1) {
-    EXPECT_EQ(bridge.error_of("SCREEN", width, height, title, scale), "");
-    bridge.send("SCREENFLIP");
-    const DesktopWindow window = desktop.wait_for_window(title);
-    window.focus();
-    flip_until([&] { return true; });
-    return window;
-  }
-
-  // A program's loop: it goes on presenting while it waits.
-  bool flip_until(const std::function<bool()>& condition) {
-    return desktop::eventually([&] {
-      bridge.send("SCREENFLIP");
-      return condition();
-    });
-  }
-
-  bool is_held(const char* key) { return bridge.send("GFX.KEYSTATE", key) != 0; }
-
-  // Presents until the window has the size, and what it shows then.
-  Bitmap pixels_at(const DesktopWindow& window, WindowSize wanted) {
-    EXPECT_TRUE(flip_until([&] {
-      const WindowSize size = window.size();
-      return size.width == wanted.width && size.height == wanted.height;
-    }));
-    // The program learns of the new size with this flip and draws to it with the next one.
-    bridge.send("SCREENFLIP");
-    bridge.send("SCREENFLIP");
-    return window.pixels();
-  }
-
-  Desktop desktop;
-
-private:
-  Environment display_{"DISPLAY", desktop.display_name().c_str()};
-  Environment wayland_{"WAYLAND_DISPLAY", nullptr};
-  Environment driver_{"SDL_VIDEODRIVER", nullptr};
-
-protected:
-  Bridge bridge;
-};
+using test::colour_at;
+using test::draw_squares;
+using test::height;
+using test::title;
+using test::width;
+using test::WindowTest;
 
 class SmallLaptop : public WindowTest {
 protected:
