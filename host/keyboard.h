@@ -2,14 +2,20 @@
 //
 // Each key keeps the changes (down, up, down, …) that have not been reported yet, and each
 // question reports at most one of them. So a tap that begins and ends between two questions is
-// answered 1 and then 0, two such taps 1, 0, 1, 0. A key that a whole frame did not ask for keeps
-// at most one unreported press: nobody wants a menu to answer ten old ones.
+// answered 1 and then 0, two such taps 1, 0, 1, 0. Frames that ask for no key at all, such as those
+// of an animation, keep all of it waiting. A key that a frame passes over while it asks for others
+// keeps at most one unreported press: nobody wants a menu to answer ten old ones.
 //
 // Keys keep their order, too: when a key has more to report than one frame can take, what other
 // keys did after that waits for the frames to come. Left, Left, Space within a moment is two moves
 // and then the drop.
+//
+// A program may ask for a second key only when the first one reads 0, to let either of them do the
+// same: "Left, else A". Then a tap of one and a tap of the other are two presses: a press of one
+// is not reported in the frame that reports an earlier release of the other.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <vector>
@@ -33,6 +39,7 @@ public:
 private:
   // Changes are numbered in the order in which they came.
   using Ordinal = uint64_t;
+  static constexpr Ordinal no_ordinal = UINT64_MAX;
 
   struct KeyState {
     int code;
@@ -40,7 +47,15 @@ private:
     std::vector<Ordinal> unreported = {}; // presses and releases in turn
     bool was_reported_held = false;
     bool was_asked_for = false;    // since the frame began
-    bool was_asked_before = false; // in the frame before this one
+    bool was_asked_before = false; // in the last frame that asked for any key
+    // The key that was asked for right before this one when it read 0, and whether this one was
+    // also asked for after it had read 1: if not, the two may be alternatives.
+    std::optional<int> asked_after = {};
+    bool is_independent = false;
+  };
+  struct Question {
+    int code;
+    bool was_held;
   };
   struct HeldSource {
     int source;
@@ -49,13 +64,17 @@ private:
 
   KeyState& state_of(int code);
   void let_go(int code);
+  void note_order(KeyState& state) const;
+  bool report(KeyState& state);
   Ordinal end_of_this_frame();
-  static void forget_old_presses(KeyState& state);
+  static Ordinal press_after_release(const KeyState& released, const KeyState& pressed);
+  static void forget_presses(KeyState& state, Ordinal end, std::size_t most);
 
   std::vector<KeyState> keys_;
   std::vector<HeldSource> held_;
   Ordinal next_ordinal_ = 0;
-  std::optional<Ordinal> frame_end_; // known from the frame's first question on
+  std::optional<Ordinal> frame_end_;      // known from the frame's first question on
+  std::optional<Question> last_question_; // in this frame
 };
 
 } // namespace kavo::host

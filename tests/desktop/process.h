@@ -36,6 +36,9 @@ public:
   bool is_running();
   void send_signal(int signal) const;
 
+  // What it has written to standard output by now.
+  std::string output_so_far() const;
+
   // Waits until it ends. Throws std::runtime_error, with what it said so far, when that takes
   // longer than a minute.
   Outcome wait();

@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
+#include <random>
 #include <string>
 
 namespace {
@@ -13,8 +15,13 @@ using kavo::host::Keyboard;
 constexpr int left = 1;
 constexpr int right = 2;
 
-// Plays a score for one key: d and u press and release it, ? asks, | ends the frame. Returns the
-// answers.
+void tap(Keyboard& keyboard, int key) {
+  keyboard.key_down(key, key);
+  keyboard.key_up(key);
+}
+
+// Plays a score for one key: d and u press and release it, ? asks, o asks for another key, | ends
+// the frame. Returns the answers.
 std::string answers(const std::string& score) {
   Keyboard keyboard;
   std::string given;
@@ -25,6 +32,8 @@ std::string answers(const std::string& score) {
       keyboard.key_up(left);
     else if (step == '|')
       keyboard.end_frame();
+    else if (step == 'o')
+      EXPECT_FALSE(keyboard.is_held(right));
     else
       given += keyboard.is_held(left) ? '1' : '0';
   }
@@ -64,17 +73,34 @@ TEST(Keyboard, AReleaseOfAKeyThatIsNotDownIsNothing) {
   EXPECT_EQ(answers("uu?d?uuu??"), "0100");
 }
 
-TEST(Keyboard, AFrameWithoutAQuestionKeepsOnePress) {
-  EXPECT_EQ(answers("dudududu||????"), "1000");
-  EXPECT_EQ(answers("dudud||????"), "1111");
+TEST(Keyboard, AFrameThatAsksForOtherKeysOnlyKeepsOnePress) {
+  EXPECT_EQ(answers("dudududuo||????"), "1000");
+  EXPECT_EQ(answers("dududo||????"), "1111");
 }
 
-TEST(Keyboard, AHeldKeyThatIsNotAskedForKeepsOnePressBesideItsRelease) {
-  EXPECT_EQ(answers("d?||udududu||?????"), "101000");
+TEST(Keyboard, AHeldKeyThatIsPassedOverKeepsOnePressBesideItsRelease) {
+  EXPECT_EQ(answers("d?|o|udududuo||?????"), "101000");
 }
 
 TEST(Keyboard, AFrameWithAQuestionForgetsNothing) {
   EXPECT_EQ(answers("dudududu?|?|?|?|?|?|?|?|?"), "101010100");
+}
+
+TEST(Keyboard, FramesThatAskForNoKeyForgetNothing) {
+  EXPECT_EQ(answers("?|du||du|du||?|?|?|?|?|?|?"), "01010100");
+}
+
+TEST(Keyboard, AProgramThatNeverAsksDoesNotHoardPresses) {
+  Keyboard keyboard;
+  for (int i = 0; i < 5000; ++i) {
+    tap(keyboard, left);
+    keyboard.end_frame();
+  }
+  int presses = 0;
+  for (int question = 0; question < 10'000; ++question)
+    presses += keyboard.is_held(left) ? 1 : 0;
+  EXPECT_EQ(presses, 1000);
+  EXPECT_FALSE(keyboard.is_held(left));
 }
 
 TEST(Keyboard, ReleaseAllLetsGoOfEveryKey) {
@@ -107,26 +133,25 @@ TEST(Keyboard, KeysDoNotMixUp) {
   EXPECT_TRUE(keyboard.is_held(left));
 }
 
+// A frame: what the two keys read, left before right.
+std::string ask_for_both(Keyboard& keyboard) {
+  std::string answer = keyboard.is_held(left) ? "L" : ".";
+  answer += keyboard.is_held(right) ? "R " : ". ";
+  keyboard.end_frame();
+  return answer;
+}
+
 // Plays left taps, then one of right, all before the first frame that sees them; returns what the
-// two keys read in each frame, left before right.
+// two keys read in each frame.
 std::string frames_of(int left_taps, int frames) {
   Keyboard keyboard;
-  const auto ask = [&] {
-    std::string answer = keyboard.is_held(left) ? "L" : ".";
-    answer += keyboard.is_held(right) ? "R " : ". ";
-    keyboard.end_frame();
-    return answer;
-  };
-  ask();
-  for (int tap = 0; tap < left_taps; ++tap) {
-    keyboard.key_down(left, left);
-    keyboard.key_up(left);
-  }
-  keyboard.key_down(right, right);
-  keyboard.key_up(right);
+  ask_for_both(keyboard);
+  for (int i = 0; i < left_taps; ++i)
+    tap(keyboard, left);
+  tap(keyboard, right);
   std::string given;
   for (int frame = 0; frame < frames; ++frame)
-    given += ask();
+    given += ask_for_both(keyboard);
   return given;
 }
 
@@ -142,12 +167,97 @@ TEST(Keyboard, AKeyThatNobodyAsksForHoldsNothingUp) {
   Keyboard keyboard;
   keyboard.is_held(right);
   keyboard.end_frame();
-  for (int tap = 0; tap < 3; ++tap) {
-    keyboard.key_down(left, left);
-    keyboard.key_up(left);
-  }
+  for (int i = 0; i < 3; ++i)
+    tap(keyboard, left);
   keyboard.key_down(right, right);
   EXPECT_TRUE(keyboard.is_held(right));
+}
+
+TEST(Keyboard, KeysKeepTheirOrderOverFramesThatAskForNone) {
+  Keyboard keyboard;
+  ask_for_both(keyboard);
+  for (const int key : {left, left, right}) {
+    tap(keyboard, key);
+    keyboard.end_frame();
+  }
+  std::string heard;
+  for (int frame = 0; frame < 4; ++frame)
+    heard += ask_for_both(keyboard);
+  EXPECT_EQ(heard, "L. .. L. .R ");
+}
+
+// A program that asks "left, else right" in each frame; returns what it hears after the steps:
+// l and r press the keys, L and R release them, | is a frame.
+std::string either_key(const std::string& steps) {
+  Keyboard keyboard;
+  std::string heard;
+  for (const char step : steps) {
+    if (step == 'l' || step == 'r')
+      keyboard.key_down(step, step == 'l' ? left : right);
+    else if (step == 'L' || step == 'R')
+      keyboard.key_up(step + ('a' - 'A'));
+    else {
+      heard += keyboard.is_held(left) || keyboard.is_held(right) ? '1' : '0';
+      keyboard.end_frame();
+    }
+  }
+  return heard;
+}
+
+TEST(Keyboard, TapsOfTwoKeysThatMeanTheSameAreTwoPresses) {
+  EXPECT_EQ(either_key("|lLrR|||||"), "010100");
+  EXPECT_EQ(either_key("|rRlL|||||"), "010100");
+  EXPECT_EQ(either_key("|l|Lr|R|||"), "010100");
+  EXPECT_EQ(either_key("|r|Rl|L|||"), "010100");
+}
+
+// Two directions with two keys each, asked as "this, else that"; frames come at any time.
+TEST(Keyboard, RandomTapsOfTheKeysOfTwoDirectionsAreAllPressesOfTheirDirection) {
+  constexpr int rounds = 2000;
+  constexpr int taps = 8;
+  std::mt19937 random(3);
+  const auto chance = [&](int end) { return std::uniform_int_distribution(0, end - 1)(random); };
+  for (int round = 0; round < rounds; ++round) {
+    Keyboard keyboard;
+    std::array<bool, 2> was_held = {};
+    std::array<int, 2> tapped = {};
+    std::array<int, 2> heard = {};
+    const auto frame = [&] {
+      for (int direction = 0; direction < 2; ++direction) {
+        const bool is_held = keyboard.is_held(2 * direction) || keyboard.is_held(2 * direction + 1);
+        heard[direction] += is_held && !was_held[direction];
+        was_held[direction] = is_held;
+      }
+      keyboard.end_frame();
+    };
+    frame();
+    for (int i = 0, key = 0; i < taps; ++i) {
+      key = (key + 1 + chance(3)) % 4;
+      ++tapped[key / 2];
+      tap(keyboard, key);
+      for (int frames = chance(4); frames > 1; --frames)
+        frame();
+    }
+    for (int frames = 0; frames < 4 * taps; ++frames)
+      frame();
+    ASSERT_EQ(heard, tapped) << "round " << round;
+  }
+}
+
+TEST(Keyboard, AKeyThatIsPressedWhileItsAlternativeIsHeldIsNoPressOfItsOwn) {
+  EXPECT_EQ(either_key("|l|r|L|R||"), "011100");
+  EXPECT_EQ(either_key("|l|rL|R||"), "01100");
+  EXPECT_EQ(either_key("|r|lR|L||"), "01100");
+}
+
+TEST(Keyboard, KeysThatAreAskedForSideBySideShareAFrame) {
+  Keyboard keyboard;
+  ask_for_both(keyboard);
+  keyboard.key_down(left, left);
+  EXPECT_EQ(ask_for_both(keyboard), "L. ");
+  keyboard.key_up(left);
+  keyboard.key_down(right, right);
+  EXPECT_EQ(ask_for_both(keyboard), ".R ");
 }
 
 TEST(Keyboard, TwoPhysicalKeysOfOneCodeHoldItTogether) {
@@ -185,11 +295,12 @@ public:
     }
     return reported_;
   }
+  void ask_for_another() { was_another_asked_ = true; }
   void end_frame() {
-    if (!was_asked_)
+    if (!was_asked_ && was_another_asked_)
       while (presses() > 1)
         changes_.erase(changes_.size() - 2, 2);
-    was_asked_ = false;
+    was_asked_ = was_another_asked_ = false;
   }
 
 private:
@@ -205,16 +316,21 @@ private:
   bool is_down_ = false;
   bool reported_ = false;
   bool was_asked_ = false;
+  bool was_another_asked_ = false;
 };
 
-// Every order of press, release, question and end of frame, eight steps long.
+// Every order of press, release, question, question for another key and end of frame, seven steps
+// long.
 TEST(Keyboard, AnswersByTheRuleInEveryOrderOfSteps) {
-  constexpr int steps = 8;
-  for (int order = 0; order < 1 << (2 * steps); ++order) {
+  constexpr int steps = 7;
+  constexpr int kinds = 5;
+  constexpr int orders = 5 * 5 * 5 * 5 * 5 * 5 * 5;
+  for (int order = 0; order < orders; ++order) {
     Keyboard keyboard;
     Model model;
-    for (int step = 0; step < steps; ++step) {
-      switch (order >> (2 * step) & 3) {
+    int rest = order;
+    for (int step = 0; step < steps; ++step, rest /= kinds) {
+      switch (rest % kinds) {
       case 0:
         keyboard.key_down(left, left);
         model.down();
@@ -226,6 +342,10 @@ TEST(Keyboard, AnswersByTheRuleInEveryOrderOfSteps) {
       case 2:
         keyboard.end_frame();
         model.end_frame();
+        break;
+      case 3:
+        ASSERT_FALSE(keyboard.is_held(right));
+        model.ask_for_another();
         break;
       default:
         ASSERT_EQ(keyboard.is_held(left), model.ask()) << order << " at step " << step;
