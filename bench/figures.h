@@ -29,7 +29,7 @@ struct Figure {
   std::string program; // that measured it
   std::string what;
   double value = 0;
-  std::string unit; // "ns" for every time that the processor spent on one call
+  std::string unit; // "ns" for every time
   std::string peer; // empty: measured against nothing
   double peer_value = 0;
   std::optional<Bound> bound;

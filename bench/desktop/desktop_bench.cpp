@@ -1,0 +1,196 @@
+// The whole program from outside: how fast it starts and answers, how evenly its frames come, and
+// what it takes of processor and memory while it is played, in windows of one, two and three times
+// the picture's size.
+//
+//   bench_desktop [start] [play] [keys] [present] [size]      all of them without a word
+#include "bench/desktop/game_on_desktop.h"
+#include "bench/desktop/presents.h"
+#include "bench/desktop/process_cost.h"
+#include "bench/figures.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <filesystem>
+#include <functional>
+#include <iostream>
+#include <map>
+#include <random>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace {
+
+using namespace std::chrono_literals;
+using bench::at_most;
+using bench::Figure;
+using bench::GameOnDesktop;
+
+constexpr double ms = 1e6; // in nanoseconds
+constexpr int starts = 21;
+constexpr int key_presses = 300;
+constexpr auto play_time = 25s;
+constexpr double pause_ms = 16; // that the game sleeps in every frame
+
+Figure time_figure(const std::string& what, double seconds,
+                   std::optional<bench::Bound> bound = std::nullopt) {
+  return {"desktop", what, seconds * 1e9, "ns", "", 0, bound};
+}
+
+Figure figure(const std::string& what, double value, const std::string& unit,
+              std::optional<bench::Bound> bound = std::nullopt) {
+  return {"desktop", what, value, unit, "", 0, bound};
+}
+
+// The value below which so large a part of all lies.
+double quantile(std::vector<double> values, double part) {
+  std::sort(values.begin(), values.end());
+  const auto index = static_cast<size_t>(std::ceil(part * static_cast<double>(values.size())));
+  return values[std::max<size_t>(index, 1) - 1];
+}
+
+std::string at_scale(const std::string& what, int scale) {
+  return what + ", window " + std::to_string(scale) + "x";
+}
+
+std::vector<Figure> measure_start() {
+  std::vector<double> seconds;
+  seconds.reserve(starts);
+  for (int i = 0; i < starts; ++i)
+    seconds.push_back(GameOnDesktop().start_time().count());
+  return {time_figure("start: exec to first frame", quantile(seconds, 0.5), at_most(60 * ms))};
+}
+
+// The intervals between all frames of the next `play_time`, in seconds, while `played` plays.
+std::vector<double> frame_intervals(GameOnDesktop& game) {
+  std::vector<double> intervals;
+  std::jthread player([&game] { game.play(play_time); });
+  const bench::Instant end = std::chrono::steady_clock::now() + play_time;
+  for (bench::Instant last = game.watch().next_frame(); last < end;) {
+    const bench::Instant now = game.watch().next_frame();
+    intervals.push_back(std::chrono::duration<double>(now - last).count());
+    last = now;
+  }
+  return intervals;
+}
+
+std::vector<Figure> measure_play(int scale) {
+  GameOnDesktop game(scale);
+  game.start_playing();
+  game.play(2s);
+  const double all_before = bench::processor_seconds(game.process());
+  const double main_before = bench::main_thread_seconds(game.process());
+  const bench::Instant start = std::chrono::steady_clock::now();
+  const std::vector<double> intervals = frame_intervals(game);
+  const std::chrono::duration<double> time = std::chrono::steady_clock::now() - start;
+  const double all = bench::processor_seconds(game.process()) - all_before;
+  const double work = (bench::main_thread_seconds(game.process()) - main_before) /
+                      static_cast<double>(intervals.size());
+  const bench::Memory memory = bench::memory_of(game.process());
+  const double median = quantile(intervals, 0.5);
+  const bool is_first = scale == 1;
+  const auto bound = [is_first](double limit) {
+    return is_first ? std::optional(at_most(limit)) : std::nullopt;
+  };
+  return {
+      figure(at_scale("processor while playing with music", scale), 100 * all / time.count(), "%",
+             bound(3)),
+      time_figure(at_scale("frame interval, median", scale), median),
+      time_figure(at_scale("frame interval beyond 16 ms and its work", scale),
+                  median - pause_ms / 1000 - work, bound(0.3 * ms)),
+      time_figure(at_scale("frame interval, 99.9th percentile", scale), quantile(intervals, 0.999),
+                  bound(20 * ms)),
+      figure(at_scale("memory, resident", scale), memory.resident_mb, "MB", bound(24)),
+      figure(at_scale("memory, private", scale), memory.private_mb, "MB", bound(12)),
+  };
+}
+
+std::vector<Figure> measure_keys(int scale) {
+  GameOnDesktop game(scale);
+  game.start_playing();
+  std::mt19937 random(1);
+  std::uniform_real_distribution<double> pause(0.03, 0.06); // any moment of a frame
+  std::vector<double> seconds;
+  for (int i = 0; i < key_presses; ++i) {
+    std::this_thread::sleep_for(std::chrono::duration<double>(pause(random)));
+    seconds.push_back(game.toggle_pause().count());
+  }
+  return {
+      time_figure(at_scale("key to changed pixels, median", scale), quantile(seconds, 0.5),
+                  at_most(12 * ms)),
+      time_figure(at_scale("key to changed pixels, 99th percentile", scale),
+                  quantile(seconds, 0.99), at_most(22 * ms)),
+  };
+}
+
+// At one, two and three times the size; then the cost as it grows.
+std::vector<Figure> at_every_scale(const std::function<std::vector<Figure>(int)>& measure) {
+  std::vector<Figure> all;
+  for (const int scale : {1, 2, 3}) {
+    const std::vector<Figure> figures = measure(scale);
+    all.insert(all.end(), figures.begin(), figures.end());
+  }
+  return all;
+}
+
+std::vector<Figure> measure_present() {
+  const desktop::Desktop desktop(GameOnDesktop::width * 3 + 20, GameOnDesktop::height * 3 + 60);
+  const double bounds[] = {0.2 * ms, 3 * ms};
+  std::vector<Figure> figures;
+  for (const int scale : {1, 2, 3}) {
+    const auto bound = scale <= 2 ? std::optional(at_most(bounds[scale - 1])) : std::nullopt;
+    figures.push_back(time_figure(at_scale("present", scale),
+                                  bench::present_seconds(desktop.display_name(), scale), bound));
+  }
+  return figures;
+}
+
+std::vector<Figure> measure_size() {
+  double bytes = 0;
+  const test::TemporaryFolder folder;
+  for (const std::string path : {KAVO_PROGRAM, KAVO_LIBRARY}) {
+    const std::string stripped = folder / "stripped";
+    const desktop::Outcome outcome =
+        desktop::Process({{"strip", "-o", stripped, path}, {}, "."}).wait();
+    if (outcome.code != 0)
+      throw std::runtime_error("strip " + path + ": " + outcome.errors);
+    bytes += static_cast<double>(std::filesystem::file_size(stripped));
+  }
+  return {figure("kavo and libqorrt.so, stripped", bytes / 1e6, "MB", at_most(1.5))};
+}
+
+const std::map<std::string, std::function<std::vector<Figure>()>> parts = {
+    {"start", measure_start},
+    {"play", [] { return at_every_scale(measure_play); }},
+    {"keys", [] { return at_every_scale(measure_keys); }},
+    {"present", measure_present},
+    {"size", measure_size},
+};
+
+std::vector<std::string> wanted_parts(int argc, char** argv) {
+  if (argc > 1)
+    return {argv + 1, argv + argc};
+  return {"start", "play", "keys", "present", "size"};
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+  try {
+    std::vector<Figure> figures;
+    for (const std::string& name : wanted_parts(argc, argv)) {
+      const auto part = parts.find(name);
+      if (part == parts.end())
+        throw std::runtime_error("there is no part " + name);
+      std::cerr << "measuring: " << name << '\n';
+      const std::vector<Figure> measured = part->second();
+      figures.insert(figures.end(), measured.begin(), measured.end());
+    }
+    bench::print_table(std::cout, figures);
+    bench::hand_on(figures);
+  } catch (const std::exception& error) {
+    std::cerr << "bench_desktop: " << error.what() << '\n';
+    return 1;
+  }
+}
