@@ -69,6 +69,9 @@ public:
   Visitor(uint64_t seed, int64_t frames);
   Keys keys() override;
 
+  // The frames are over.
+  void leave() { last_frame_ = frame_; }
+
   [[nodiscard]] int64_t frames() const { return frame_; }
   [[nodiscard]] int64_t games() const { return games_; }
   [[nodiscard]] int64_t names() const { return names_; } // entered so far

@@ -1,0 +1,23 @@
+// The real game on the real host library, played by a visitor in place of the keyboard: offscreen
+// nobody could press a key. Every other command goes to the library. Scores go to tmp/ below the
+// current folder.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+
+#include "tests/game/players.h"
+
+namespace kavo::soak {
+
+// Plays until the visitor leaves; `each_frame` is called at the beginning of every frame. A failed
+// command ends the process as it ends the game's.
+void play(test::Visitor& visitor, const std::function<void()>& each_frame);
+
+// "… frames, … games, … names entered", to standard output.
+void tell_what_was_played(const test::Visitor& visitor);
+
+// A whole number above 0 and nothing else; 0 for anything else.
+int64_t whole_number(const char* text);
+
+} // namespace kavo::soak
