@@ -6,6 +6,7 @@
 
 #include "host/command.h"
 #include "host/screen/display_loss.h"
+#include "host/screen/icon.h"
 
 namespace kavo::host {
 
@@ -13,7 +14,6 @@ namespace {
 
 constexpr int title_bar_height = 40; // what desktops put above a window, generously
 constexpr int border_width = 8;
-constexpr uint64_t pointer_idle_ms = 1000;
 
 [[noreturn]] void fail() {
   throw CommandError(SDL_GetError());
@@ -98,6 +98,7 @@ Window::Window(const ScreenRequest& request) : picture_{request.width, request.h
                                  SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI));
   if (!window_)
     fail();
+  set_icon(window_.get());
   // Keys are keys here; an input method would keep some of them for itself.
   SDL_StopTextInput();
   note_pointer_motion();
@@ -196,12 +197,12 @@ void Window::toggle_full_screen() {
 }
 
 void Window::note_pointer_motion() {
-  last_motion_ms_ = SDL_GetTicks64();
+  pointer_.move(SDL_GetTicks64());
   SDL_ShowCursor(SDL_ENABLE);
 }
 
 void Window::hide_idle_pointer() const {
-  if (SDL_GetTicks64() - last_motion_ms_ >= pointer_idle_ms)
+  if (pointer_.is_idle(SDL_GetTicks64()))
     SDL_ShowCursor(SDL_DISABLE);
 }
 

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "host/controllers.h"
+#include "host/screen/idle_pointer.h"
 #include "host/screen/presenter.h"
 #include "host/screen/scaler.h"
 
@@ -55,7 +56,7 @@ private:
   std::vector<uint32_t> converted_; // for displays of another pixel format
   std::optional<Controllers>
       controllers_; // from the first picture on, which need not wait for them
-  uint64_t last_motion_ms_ = 0;
+  IdlePointer pointer_;
   std::string unplayable_reason_; // stays empty: a window can be played in
 };
 

@@ -4,11 +4,13 @@
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
 #include <X11/extensions/XTest.h>
+#include <X11/extensions/Xfixes.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <iterator>
 #include <stdexcept>
 #include <thread>
 
@@ -81,22 +83,30 @@ public:
                : std::string(reinterpret_cast<const char*>(data), length);
   }
 
-  // A property of the root window that is one number; 0 when it is not there.
-  long root_number(const char* property) const {
+  // A property that is a list of 32-bit numbers, empty when it is not there.
+  std::vector<long> numbers(Window window, const char* property) const {
+    constexpr long most = 1L << 20;
     Atom type = 0;
     int format = 0;
     unsigned long length = 0, rest = 0;
     unsigned char* data = nullptr;
-    XGetWindowProperty(display_, root(), atom(property), 0, 1, False, AnyPropertyType, &type,
+    XGetWindowProperty(display_, window, atom(property), 0, most, False, AnyPropertyType, &type,
                        &format, &length, &rest, &data);
     const Owned<unsigned char> owned(data);
-    return format == 32 && length == 1 ? *reinterpret_cast<const long*>(data) : 0;
+    if (format != 32)
+      return {};
+    const auto* first = reinterpret_cast<const long*>(data); // Xlib's way to hold 32 bits
+    return {first, first + length};
   }
 
   // Asks the window manager to change one of its properties of the root window.
   void ask_root(const char* message, long value) const {
     XEvent event = message_to(root(), message);
     event.xclient.data.l[0] = value;
+    ask_manager(event);
+  }
+
+  void ask_manager(XEvent& event) const {
     XSendEvent(display_, root(), False, SubstructureRedirectMask | SubstructureNotifyMask, &event);
     finish();
   }
@@ -159,12 +169,57 @@ void DesktopWindow::resize(int width, int height) const {
   connection_->finish();
 }
 
+void DesktopWindow::move(int x, int y) const {
+  XMoveWindow(connection_->display(), id_, x, y);
+  connection_->finish();
+}
+
+void DesktopWindow::minimise() const {
+  XIconifyWindow(connection_->display(), id_, DefaultScreen(connection_->display()));
+  connection_->finish();
+}
+
+void DesktopWindow::restore() const {
+  XEvent event = connection_->message_to(id_, "_NET_ACTIVE_WINDOW");
+  constexpr long from_a_taskbar = 2;
+  event.xclient.data.l[0] = from_a_taskbar;
+  connection_->ask_manager(event);
+}
+
+bool DesktopWindow::is_minimised() const {
+  const std::vector<long> state = connection_->numbers(id_, "WM_STATE");
+  return !state.empty() && state[0] == IconicState;
+}
+
+bool DesktopWindow::is_shown() const {
+  XWindowAttributes attributes = {};
+  return XGetWindowAttributes(connection_->display(), id_, &attributes) != 0 &&
+         attributes.map_state == IsViewable;
+}
+
+Bitmap DesktopWindow::icon() const {
+  const std::vector<long> numbers = connection_->numbers(id_, "_NET_WM_ICON");
+  if (numbers.size() < 2)
+    return {0, 0, {}};
+  Bitmap bitmap = {static_cast<int>(numbers[0]), static_cast<int>(numbers[1]), {}};
+  std::transform(numbers.begin() + 2, numbers.end(), std::back_inserter(bitmap.pixels),
+                 [](long pixel) { return static_cast<uint32_t>(pixel); });
+  return bitmap;
+}
+
 Bitmap DesktopWindow::pixels() const {
+  const std::optional<Bitmap> bitmap = pixels_if_visible();
+  if (!bitmap)
+    throw std::runtime_error("the window's pixels cannot be read");
+  return *bitmap;
+}
+
+std::optional<Bitmap> DesktopWindow::pixels_if_visible() const {
   const auto [width, height] = size();
   XImage* image = XGetImage(connection_->display(), id_, 0, 0, static_cast<unsigned>(width),
                             static_cast<unsigned>(height), AllPlanes, ZPixmap);
   if (image == nullptr)
-    throw std::runtime_error("the window's pixels cannot be read");
+    return std::nullopt;
   Bitmap bitmap = {width, height, {}};
   for (int y = 0; y < height; ++y)
     for (int x = 0; x < width; ++x)
@@ -227,7 +282,8 @@ void Desktop::start_window_manager() {
   constexpr long desktops = 3;
   const bool manages = eventually([&] {
     connection_->ask_root("_NET_NUMBER_OF_DESKTOPS", desktops);
-    return connection_->root_number("_NET_NUMBER_OF_DESKTOPS") == desktops;
+    return connection_->numbers(connection_->root(), "_NET_NUMBER_OF_DESKTOPS") ==
+           std::vector<long>{desktops};
   });
   if (!manages)
     throw std::runtime_error("openbox does not manage the desktop");
@@ -276,6 +332,13 @@ void Desktop::set_layout(const std::string& name) {
 void Desktop::move_pointer(int x, int y) {
   XTestFakeMotionEvent(connection_->display(), -1, x, y, CurrentTime);
   connection_->finish();
+}
+
+bool Desktop::is_pointer_visible() const {
+  const Owned<XFixesCursorImage> image(XFixesGetCursorImage(connection_->display()));
+  const unsigned long* first = image->pixels;
+  return std::any_of(first, first + size_t{image->width} * image->height,
+                     [](unsigned long pixel) { return pixel != 0; });
 }
 
 void Desktop::send_key(const std::string& key, bool is_down) {

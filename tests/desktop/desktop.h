@@ -41,8 +41,18 @@ public:
   WindowSize size() const;
   // Returns when the server has done it.
   void resize(int width, int height) const;
-  // What it shows now, without borders.
+  void move(int x, int y) const;
+  // Asks the window manager, as a taskbar does; it is done when is_minimised() says so.
+  void minimise() const;
+  void restore() const;
+  bool is_minimised() const;
+  bool is_shown() const;
+  // Its first icon; 0 x 0 when it has none. Pixels are 0xAARRGGBB.
+  Bitmap icon() const;
+  // What it shows now, without borders. Throws std::runtime_error when it is not on the screen
+  // with all of itself; the other gives nothing then.
   Bitmap pixels() const;
+  std::optional<Bitmap> pixels_if_visible() const;
   // Gives it the keyboard.
   void focus() const;
   void take_focus_away() const;
@@ -85,6 +95,8 @@ public:
   // The keyboard's layout by its name, such as "de".
   void set_layout(const std::string& name);
   void move_pointer(int x, int y);
+  // Whether the pointer has a shape where it is now.
+  bool is_pointer_visible() const;
 
 private:
   void send_key(const std::string& key, bool is_down);
