@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <csignal>
 #include <iterator>
 #include <stdexcept>
 #include <thread>
@@ -273,6 +274,12 @@ std::unique_ptr<Process> Desktop::start(Launch launch) const {
                              {"WAYLAND_DISPLAY", std::nullopt},
                              {"SDL_VIDEODRIVER", std::nullopt}});
   return std::make_unique<Process>(launch);
+}
+
+void Desktop::end() {
+  connection_.reset(); // or Xlib would end the test
+  server_->send_signal(SIGTERM);
+  server_->wait();
 }
 
 void Desktop::start_window_manager() {

@@ -77,6 +77,9 @@ public:
   // Starts a program on this desktop, on nothing but this one.
   std::unique_ptr<Process> start(Launch launch) const;
 
+  // Ends the X server under the programs that use it. The desktop can be used no more.
+  void end();
+
   // Starts a window manager (openbox) and waits until it manages.
   void start_window_manager();
 

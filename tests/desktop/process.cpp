@@ -56,6 +56,8 @@ void apply(const Launch& launch) {
   dup2(output, STDOUT_FILENO);
   dup2(errors, STDERR_FILENO);
   apply(launch);
+  if (launch.last_act)
+    launch.last_act();
   std::vector<char*> arguments;
   for (const std::string& argument : launch.arguments)
     arguments.push_back(const_cast<char*>(argument.c_str()));
@@ -87,6 +89,10 @@ Process::~Process() {
 bool Process::is_running() {
   reap(false);
   return !status_;
+}
+
+std::string Process::errors() const {
+  return content_of(errors_);
 }
 
 void Process::send_signal(int signal) const {

@@ -3,6 +3,7 @@
 
 #include <sys/types.h>
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -14,6 +15,7 @@ struct Launch {
   std::vector<std::string> arguments;                            // the first is the program
   std::map<std::string, std::optional<std::string>> environment; // changes; nullopt unsets
   std::string folder = ".";                                      // where it runs
+  std::function<void()> last_act = {}; // in the new process, before it becomes the program
 };
 
 // How a program ended and all that it said.
@@ -34,6 +36,8 @@ public:
 
   pid_t id() const { return id_; }
   bool is_running();
+  // What it has said on standard error so far.
+  std::string errors() const;
   void send_signal(int signal) const;
 
   // What it has written to standard output by now.

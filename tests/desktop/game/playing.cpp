@@ -42,9 +42,14 @@ uint32_t cell_in(const desktop::Bitmap& picture, int row, int column) {
                     board_top + row * cell_size + cell_size / 2);
 }
 
-Game::Game(const std::string& seed, std::vector<std::string> arguments)
-    : process(desktop.start(launch(folder.path(), seed, std::move(arguments)))),
-      window(desktop.wait_for_window(title)) {
+Game::Game(const Conditions& conditions) {
+  if (conditions.arrange)
+    conditions.arrange(folder);
+  desktop::Launch how = launch(folder.path(), conditions.seed, {});
+  if (conditions.change)
+    conditions.change(how);
+  process = desktop.start(how);
+  window = desktop.wait_for_window(title);
   window->focus();
 }
 
@@ -90,6 +95,16 @@ void Game::start_playing() {
   ASSERT_TRUE(is_on_title());
   tap("space");
   ASSERT_TRUE(is_playing());
+}
+
+// Twenty pieces dropped where they appear overflow the well.
+void Game::lose() {
+  start_playing();
+  ASSERT_TRUE(desktop::eventually([&] {
+    tap("space");
+    return window->pixels().at(146, 300) == night;
+  }));
+  ASSERT_TRUE(is_entering_a_name());
 }
 
 } // namespace playing

@@ -5,6 +5,7 @@
 #include "tests/host/temporary_folder.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -21,6 +22,13 @@ constexpr uint32_t well_frame = 0x463422; // while the stack is low
 desktop::Launch launch(const std::string& folder, const std::string& seed,
                        std::vector<std::string> arguments);
 
+// Under what conditions a game is to run.
+struct Conditions {
+  std::string seed = "";                                          // empty leaves chance free
+  std::function<void(const test::TemporaryFolder&)> arrange = {}; // what it finds in its folder
+  std::function<void(desktop::Launch&)> change = {};              // how it is started otherwise
+};
+
 // What a cell of the upright board shows, left of its middle.
 uint32_t cell_in(const desktop::Bitmap& picture, int row, int column);
 
@@ -28,7 +36,8 @@ uint32_t cell_in(const desktop::Bitmap& picture, int row, int column);
 class Game {
 public:
   // Chance is fixed by `seed`; empty leaves it free.
-  explicit Game(const std::string& seed = "", std::vector<std::string> arguments = {});
+  explicit Game(const std::string& seed = "") : Game(Conditions{.seed = seed}) {}
+  explicit Game(const Conditions& conditions);
 
   // Waits until the picture answers the question with yes; false when it does not come to that.
   template<class Question>
@@ -56,6 +65,12 @@ public:
 
   // From the title to a game with its first piece.
   void start_playing();
+
+  // From the title to the name entry, after a game that was lost at once.
+  void lose();
+
+  // From the name entry on: takes the first name, AAA.
+  void enter_name() { tap("Return"); }
 
   test::TemporaryFolder folder;
   desktop::Desktop desktop;

@@ -1,0 +1,196 @@
+// The real program, played to a high score that cannot be saved, or not where it seems to be.
+#include "tests/desktop/game/playing.h"
+
+#include <gtest/gtest.h>
+
+#include <linux/capability.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <string>
+#include <utility>
+
+namespace {
+
+namespace fs = std::filesystem;
+using playing::Conditions;
+using playing::Game;
+using test::content_of;
+using test::TemporaryFolder;
+using test::write_file;
+
+constexpr const char* scores = "tmp/kavo_high.txt";
+constexpr const char* old_table = "OLD;5\n---;0\n---;0\n---;0\n---;0";
+
+void put_old_table(const TemporaryFolder& folder) {
+  fs::create_directory(folder / "tmp");
+  write_file(folder / scores, old_table);
+}
+
+// Plays to the name, enters it and expects the program to end with what it could not do.
+void expect_refusal(Game& game, const std::string& reason) {
+  game.lose();
+  game.enter_name();
+  const auto outcome = game.process->wait();
+  EXPECT_TRUE(outcome.has_exited);
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_EQ(outcome.errors,
+            "Unhandled exception: BINWRITER: cannot write \"tmp/kavo_high.txt\": " + reason + "\n");
+}
+
+void expect_only_the_old_table(const TemporaryFolder& folder) {
+  EXPECT_EQ(content_of(folder / scores), old_table);
+  EXPECT_EQ(std::distance(fs::directory_iterator(folder / "tmp"), fs::directory_iterator()), 1);
+}
+
+// The table as it is after the first name was entered above the old one.
+bool is_new_table(const std::string& path) {
+  const std::string table = content_of(path);
+  return table.starts_with("AAA;") && table.ends_with("\nOLD;5\n---;0\n---;0\n---;0");
+}
+
+TEST(Saving, BeyondTheLargestSizeOfAFileIsAnError) {
+  // The error's own line has to fit, the table with its long name has not.
+  const std::string long_table = std::string(2000, 'N') + ";5";
+  Game game(Conditions{.arrange =
+                           [&](const TemporaryFolder& folder) {
+                             put_old_table(folder);
+                             write_file(folder / scores, long_table);
+                           },
+                       .change =
+                           [](desktop::Launch& launch) {
+                             launch.last_act = [] {
+                               const rlimit limit = {1000, 1000};
+                               setrlimit(RLIMIT_FSIZE, &limit);
+                             };
+                           }});
+  expect_refusal(game, "File too large");
+  EXPECT_EQ(content_of(game.folder / scores), long_table);
+}
+
+// A file system of one page, which the old table fills, seen by the program alone. What is on it
+// when the program has ended comes as its output.
+constexpr const char* play_on_a_full_disk = R"sh(
+mount -t tmpfs -o size=4k none tmp || exit 99
+printf %s "$1" >tmp/kavo_high.txt
+"$0"
+status=$?
+cat tmp/kavo_high.txt
+printf ' and %d in all' "$(ls -A tmp | wc -l)"
+exit $status)sh";
+
+bool may_mount() {
+  const auto outcome =
+      desktop::Process({{"unshare", "-rm", "mount", "-t", "tmpfs", "none", "/mnt"}, {}, "."})
+          .wait();
+  return outcome.has_exited && outcome.code == 0;
+}
+
+TEST(Saving, OnAFullDiskIsAnErrorAndTheOldTableStays) {
+  if (!may_mount())
+    GTEST_SKIP() << "no file system may be mounted here; the largest size of a file stands in";
+  Game game(Conditions{.arrange = put_old_table, .change = [](desktop::Launch& launch) {
+                         launch.arguments = {"unshare",           "-rm",        "sh",     "-c",
+                                             play_on_a_full_disk, KAVO_PROGRAM, old_table};
+                       }});
+  game.lose();
+  game.enter_name();
+  const auto outcome = game.process->wait();
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_EQ(outcome.errors, "Unhandled exception: BINWRITER: cannot write \"tmp/kavo_high.txt\": "
+                            "No space left on device\n");
+  EXPECT_EQ(outcome.output, std::string(old_table) + " and 1 in all");
+}
+
+// Root is stopped by permissions like everybody else once it has given this up.
+void obey_permissions(desktop::Launch& launch) {
+  launch.last_act = [] { prctl(PR_CAPBSET_DROP, CAP_DAC_OVERRIDE); };
+}
+
+TEST(Saving, InAFolderThatMayNotBeWrittenIsAnErrorAndTheOldTableStays) {
+  Game game(Conditions{.arrange =
+                           [](const TemporaryFolder& folder) {
+                             put_old_table(folder);
+                             fs::permissions(folder / "tmp",
+                                             fs::perms::owner_read | fs::perms::owner_exec);
+                           },
+                       .change = obey_permissions});
+  expect_refusal(game, "Permission denied");
+  expect_only_the_old_table(game.folder);
+  fs::permissions(game.folder / "tmp", fs::perms::owner_all);
+}
+
+TEST(Saving, OverAFileThatMayNotBeWrittenIsAnErrorAndTheOldTableStays) {
+  Game game(Conditions{.arrange =
+                           [](const TemporaryFolder& folder) {
+                             put_old_table(folder);
+                             fs::permissions(folder / scores, fs::perms::owner_read);
+                           },
+                       .change = obey_permissions});
+  expect_refusal(game, "Permission denied");
+  expect_only_the_old_table(game.folder);
+}
+
+TEST(Saving, WhereAFolderStandsIsAnErrorAndTheFolderStays) {
+  Game game(Conditions{.arrange = [](const TemporaryFolder& folder) {
+    fs::create_directories(folder / scores);
+    write_file(folder / scores + "/note", "mine");
+  }});
+  expect_refusal(game, "Is a directory");
+  EXPECT_EQ(content_of(game.folder / scores + "/note"), "mine");
+}
+
+TEST(Saving, WhereAFileStandsForTheFolderIsAnErrorAndTheFileStays) {
+  Game game(Conditions{
+      .arrange = [](const TemporaryFolder& folder) { write_file(folder / "tmp", "mine"); }});
+  expect_refusal(game, "Not a directory");
+  EXPECT_EQ(content_of(game.folder / "tmp"), "mine");
+}
+
+TEST(Saving, ThroughALinkReplacesTheFileItLeadsToAndLeavesTheLink) {
+  Game game(Conditions{.arrange = [](const TemporaryFolder& folder) {
+    put_old_table(folder);
+    fs::create_directory(folder / "elsewhere");
+    fs::rename(folder / scores, folder / "elsewhere/table");
+    fs::create_symlink("../elsewhere/table", folder / scores);
+  }});
+  game.lose();
+  game.enter_name();
+  EXPECT_TRUE(game.is_on_title());
+  EXPECT_TRUE(fs::is_symlink(game.folder / scores));
+  EXPECT_TRUE(is_new_table(game.folder / "elsewhere/table"));
+}
+
+TEST(Saving, ThroughALinkToNoFolderIsAnErrorAndTheLinkStays) {
+  Game game(Conditions{.arrange = [](const TemporaryFolder& folder) {
+    fs::create_directory(folder / "tmp");
+    fs::create_symlink("../missing/table", folder / scores);
+  }});
+  expect_refusal(game, "No such file or directory");
+  EXPECT_TRUE(fs::is_symlink(game.folder / scores));
+}
+
+// Nothing could be kept there: better told at once than after a good game.
+TEST(Saving, WithALinkThatGoesRoundTheStartIsRefused) {
+  const TemporaryFolder folder;
+  fs::create_directory(folder / "tmp");
+  fs::create_symlink("kavo_high.txt", folder / scores);
+  const desktop::Desktop desktop;
+  const auto outcome = desktop.start(playing::launch(folder.path(), "", {}))->wait();
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_EQ(outcome.errors, "Unhandled exception: DIR$: cannot list \"tmp/kavo_high.txt\": Too "
+                            "many levels of symbolic links\n");
+}
+
+TEST(Saving, InAFolderThatWasDeletedIsAnError) {
+  Game game(Conditions{.change = [](desktop::Launch& launch) {
+    fs::create_directory(launch.folder + "/gone");
+    launch.folder += "/gone";
+    launch.last_act = [] { rmdir(fs::current_path().c_str()); };
+  }});
+  expect_refusal(game, "No such file or directory");
+}
+
+} // namespace
