@@ -267,7 +267,10 @@ Desktop::Desktop(int width, int height) {
   connection_ = std::make_unique<Connection>(display_name_);
 }
 
-Desktop::~Desktop() = default;
+// A frozen server could not be parted from.
+Desktop::~Desktop() {
+  server_->send_signal(SIGCONT);
+}
 
 std::unique_ptr<Process> Desktop::start(Launch launch) const {
   launch.environment.insert({{"DISPLAY", display_name_},
@@ -280,6 +283,10 @@ void Desktop::end() {
   connection_.reset(); // or Xlib would end the test
   server_->send_signal(SIGTERM);
   server_->wait();
+}
+
+void Desktop::freeze() {
+  server_->send_signal(SIGSTOP);
 }
 
 void Desktop::start_window_manager() {

@@ -79,6 +79,8 @@ public:
 
   // Ends the X server under the programs that use it. The desktop can be used no more.
   void end();
+  // Stops it in its tracks: it answers nobody any more.
+  void freeze();
 
   // Starts a window manager (openbox) and waits until it manages.
   void start_window_manager();

@@ -132,17 +132,4 @@ TEST(Scene, IsDrawnOnADisplayToo) {
   }
 }
 
-TEST(PlayedGame, SaysWhatIsMissingWithoutADisplay) {
-  const test::TemporaryFolder folder;
-  desktop::Launch launch;
-  launch.arguments = {KAVO_PROGRAM};
-  launch.folder = folder.path();
-  for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "SDL_VIDEODRIVER"})
-    launch.environment[name] = std::nullopt;
-  const auto outcome = desktop::Process(launch).wait();
-  EXPECT_TRUE(outcome.has_exited);
-  EXPECT_EQ(outcome.code, 1);
-  EXPECT_NE(outcome.errors.find("no display"), std::string::npos) << outcome.errors;
-}
-
 } // namespace
