@@ -24,5 +24,7 @@ void qor_sleep(uint32_t milliseconds) {
   auto& clock = kavo::test::fake_clock();
   clock.now_ms += milliseconds;
   clock.slept_ms += milliseconds;
+  if (clock.on_sleep)
+    clock.on_sleep();
 }
 }

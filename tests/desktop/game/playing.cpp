@@ -57,6 +57,10 @@ bool Game::is_on_title() {
   return shows([](const auto& picture) { return has_accent(picture, 130, 470, 104); });
 }
 
+bool Game::is_in_options() {
+  return shows([](const auto& picture) { return has_accent(picture, 130, 250, 80); });
+}
+
 bool Game::is_playing() {
   return shows([](const auto& picture) {
     return picture.at(board_left - 4, 300) != night && !has_accent(picture, 282, 338, 40);

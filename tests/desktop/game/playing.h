@@ -50,6 +50,7 @@ public:
 
   // Where the game is, seen from outside.
   bool is_on_title();
+  bool is_in_options();
   bool is_playing();
   bool is_entering_a_name();
   bool is_paused();
