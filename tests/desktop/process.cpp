@@ -91,10 +91,6 @@ bool Process::is_running() {
   return !status_;
 }
 
-std::string Process::errors() const {
-  return content_of(errors_);
-}
-
 void Process::send_signal(int signal) const {
   if (!status_)
     kill(id_, signal);
@@ -102,6 +98,10 @@ void Process::send_signal(int signal) const {
 
 std::string Process::output_so_far() const {
   return content_of(output_);
+}
+
+std::string Process::errors_so_far() const {
+  return content_of(errors_);
 }
 
 Outcome Process::wait() {

@@ -36,12 +36,12 @@ public:
 
   pid_t id() const { return id_; }
   bool is_running();
-  // What it has said on standard error so far.
-  std::string errors() const;
   void send_signal(int signal) const;
 
   // What it has written to standard output by now.
   std::string output_so_far() const;
+  // And to standard error.
+  std::string errors_so_far() const;
 
   // Waits until it ends. Throws std::runtime_error, with what it said so far, when that takes
   // longer than a minute.

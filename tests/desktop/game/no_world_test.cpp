@@ -123,7 +123,8 @@ void play_into_a_small_file(desktop::Launch& launch) {
 TEST(ASoundDeviceThatGoesAway, LeavesTheGamePlaying) {
   Game game(started_by(play_into_a_small_file));
   ASSERT_TRUE(desktop::eventually([&] {
-    return game.process->errors().find("no sound: the audio device is gone\n") != std::string::npos;
+    return game.process->errors_so_far().find("no sound: the audio device is gone\n") !=
+           std::string::npos;
   }));
   EXPECT_EQ(play_and_leave(game).code, 0);
 }
