@@ -106,6 +106,7 @@ int main(int argc, char** argv) {
   add_conversion("double to text, six decimals", "%.6f", 1000, qor_str);
   add_integers();
   add_lines();
+  add_pieces("4 words", 4);
   add_pieces("20 words", 20);
   add_pieces("10000 words", 10000);
   return bench::run(argc, argv);

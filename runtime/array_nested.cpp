@@ -79,7 +79,8 @@ uint32_t qor_array_classify_elem(const QorArray* array, double value) {
 }
 
 void qor_array_free_deep(QorArray* array) {
-  for (int64_t i = 0; i < qor_array_len(array); ++i) {
+  const auto length = qor_array_len(array);
+  for (int64_t i = 0; i < length; ++i) {
     const auto kind = qor::reference_kind(array, i);
     if (kind == QOR_TAG_STRING)
       qor_str_free(qor::reference_in<char>(array->data[i]));

@@ -1,24 +1,29 @@
 // Finding one text in another, again and again.
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 
 namespace qor {
 
-// Finds a needle that is not empty. Linear: the fast way, which looks for its first byte, is given
-// up once that byte has misled too often.
+// Finds a needle that is not empty. Linear: looking for the needle's ends is given up once these
+// have misled too often.
 class Search {
 public:
-  explicit Search(std::string_view needle) : needle_(needle) {}
+  explicit Search(std::string_view needle);
 
   // Where the needle next occurs in `text`, or its end.
   const char* next(std::string_view text);
 
 private:
-  const char* by_first_byte(std::string_view text);
-  const char* by_whole_needle(std::string_view text) const;
+  bool is_at(const char* candidate);
+  const char* close_by(const char*& at, const char* end);
+  const char* by_first_byte(const char* at, const char* end);
+  const char* by_whole_needle(const char* at, const char* end) const;
 
   std::string_view needle_;
+  uint64_t first_bytes_; // the needle's first byte, eight times
+  uint64_t last_bytes_;
   int misleads_left_ = 64;
 };
 

@@ -1,4 +1,4 @@
-// Strings: cutting, searching, comparing, padding, splitting and joining.
+// Strings: cutting, searching, comparing, padding.
 #include "runtime/error.h"
 #include "runtime/qorrt.h"
 #include "runtime/text.h"
@@ -7,15 +7,12 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
 #include <string>
 
 namespace {
 
 using namespace std::string_literals;
-using test::Strings;
 using test::take;
-using test::take_strings;
 
 class Text : public testing::Test {
 protected:
@@ -287,73 +284,6 @@ TEST_F(Trim, OfNothingButWhiteSpaceIsEmpty) {
   }
 }
 
-using Replace = Text;
-
-TEST_F(Replace, ReplacesEveryOccurrenceLeftToRight) {
-  EXPECT_EQ(take(qor_replace("a-b-c", "-", "+")), "a+b+c");
-  EXPECT_EQ(take(qor_replace("aaaa", "aa", "b")), "bb");
-  EXPECT_EQ(take(qor_replace("aaa", "aa", "b")), "ba");
-  EXPECT_EQ(take(qor_replace("abc", "abc", "")), "");
-  EXPECT_EQ(take(qor_replace("abc", "x", "y")), "abc");
-}
-
-TEST_F(Replace, DoesNotLookAtWhatItPutIn) {
-  EXPECT_EQ(take(qor_replace("aa", "a", "aa")), "aaaa");
-}
-
-TEST_F(Replace, OfAnEmptyTextToFindCopies) {
-  EXPECT_EQ(take(qor_replace("abc", "", "x")), "abc");
-  EXPECT_EQ(take(qor_replace("abc", nullptr, "x")), "abc");
-  EXPECT_EQ(take(qor_replace(nullptr, "a", "x")), "");
-  EXPECT_EQ(take(qor_replace("abc", "b", nullptr)), "ac");
-}
-
-using Split = Text;
-
-TEST_F(Split, GivesThePiecesBetween) {
-  EXPECT_EQ(take_strings(qor_split("a,b,,c", ",")), (Strings{"a", "b", "", "c"}));
-  EXPECT_EQ(take_strings(qor_split(",a,", ",")), (Strings{"", "a", ""}));
-  EXPECT_EQ(take_strings(qor_split("a<>b<>c", "<>")), (Strings{"a", "b", "c"}));
-}
-
-TEST_F(Split, WithoutOccurrenceGivesOnePiece) {
-  EXPECT_EQ(take_strings(qor_split("abc", ",")), Strings{"abc"});
-  EXPECT_EQ(take_strings(qor_split("abc", "")), Strings{"abc"});
-  EXPECT_EQ(take_strings(qor_split("abc", nullptr)), Strings{"abc"});
-  EXPECT_EQ(take_strings(qor_split("", ",")), Strings{""});
-  EXPECT_EQ(take_strings(qor_split(nullptr, ",")), Strings{""});
-}
-
-TEST_F(Split, MakesAStringArray) {
-  const auto pieces = test::own_deep(qor_split("a,b", ","));
-  EXPECT_EQ(pieces->flags, QOR_FLAG_NESTED | QOR_FLAG_STRINGS);
-  EXPECT_EQ(pieces->tags, nullptr);
-}
-
-using Join = Text;
-
-TEST_F(Join, PutsTheSeparatorBetweenStrings) {
-  EXPECT_EQ(take(qor_join_arr(test::strings({"a", "", "c"}).get(), ", ")), "a, , c");
-  EXPECT_EQ(take(qor_join_arr(test::strings({"a", "b"}).get(), nullptr)), "ab");
-  EXPECT_EQ(take(qor_join_arr(test::strings({}).get(), ",")), "");
-  EXPECT_EQ(take(qor_join_arr(nullptr, ",")), "");
-}
-
-TEST_F(Join, CountsANullStringAsEmpty) {
-  const auto array = test::own(qor_array_new(2));
-  qor_array_set_string_elems(array.get());
-  EXPECT_EQ(take(qor_join_arr(array.get(), "-")), "-");
-}
-
-TEST_F(Join, WritesNumbersInSixSignificantDigits) {
-  EXPECT_EQ(take(qor_join_arr(test::numbers({1, 2.5, 1e20, -0.0, 1234567}).get(), " ")),
-            "1 2.5 1e+20 -0 1.23457e+06");
-}
-
-TEST_F(Join, GoesIntoRows) {
-  EXPECT_EQ(take(qor_join_arr(test::rows({{1, 2}, {3}}).get(), ",")), "1,2,3");
-}
-
 using Repeat = Text;
 
 TEST_F(Repeat, RepeatsText) {
@@ -415,56 +345,6 @@ TEST_F(Ends, AreCompared) {
   EXPECT_EQ(qor_endswith("abc", "ab"), 0);
   EXPECT_EQ(qor_startswith("abc", nullptr), 1);
   EXPECT_EQ(qor_endswith(nullptr, "a"), 0);
-}
-
-using Characters = Text;
-
-TEST_F(Characters, AreSplitByTheirLeadBytes) {
-  EXPECT_EQ(take_strings(qor_str_to_chars("aü€😀z")), (Strings{"a", "ü", "€", "😀", "z"}));
-  EXPECT_EQ(take_strings(qor_str_to_chars(nullptr)), Strings{});
-}
-
-TEST_F(Characters, TakeAStrayContinuationByteAlone) {
-  EXPECT_EQ(take_strings(qor_str_to_chars("\x80\xBFz")), (Strings{"\x80", "\xBF", "z"}));
-}
-
-TEST_F(Characters, AreCutShortAtTheEnd) {
-  EXPECT_EQ(take_strings(qor_str_to_chars("a\xF0\x9F")), (Strings{"a", "\xF0\x9F"}));
-}
-
-std::string random_text(std::mt19937& random, std::size_t longest) {
-  std::string text(random() % (longest + 1), ' ');
-  for (char& c : text)
-    c = static_cast<char>('a' + random() % 2);
-  return text;
-}
-
-TEST(TextProperty, JoiningTheSplitPiecesGivesTheTextBack) {
-  std::mt19937 random(1); // the same texts every time
-  for (int i = 0; i < 5000; ++i) {
-    const auto text = random_text(random, 20);
-    const auto separator = random_text(random, 3);
-    const auto pieces = test::own_deep(qor_split(text.c_str(), separator.c_str()));
-    ASSERT_EQ(take(qor_join_arr(pieces.get(), separator.c_str())), text);
-  }
-}
-
-std::string replaced_by_loop(std::string text, const std::string& find, const std::string& with) {
-  for (std::size_t at = 0; !find.empty() && (at = text.find(find, at)) != std::string::npos;
-       at += with.size())
-    text.replace(at, find.size(), with);
-  return text;
-}
-
-TEST(TextProperty, ReplaceIsWhatTheStraightforwardLoopGives) {
-  std::mt19937 random(2); // the same texts every time
-  for (int i = 0; i < 5000; ++i) {
-    const auto text = random_text(random, 20);
-    const auto find = random_text(random, 3);
-    const auto with = random_text(random, 3);
-    ASSERT_EQ(take(qor_replace(text.c_str(), find.c_str(), with.c_str())),
-              replaced_by_loop(text, find, with));
-  }
 }
 
 } // namespace
