@@ -78,6 +78,7 @@ void Keyboard::end_frame() {
     if (was_asked_for_any)
       state.was_asked_before = std::exchange(state.was_asked_for, false);
   }
+  was_ever_asked_ |= was_asked_for_any;
   frame_end_.reset();
   last_question_.reset();
 }
@@ -85,7 +86,10 @@ void Keyboard::end_frame() {
 Keyboard::KeyState& Keyboard::state_of(int code) {
   const auto found = std::find_if(keys_.begin(), keys_.end(),
                                   [code](const KeyState& state) { return state.code == code; });
-  return found != keys_.end() ? *found : keys_.emplace_back(KeyState{.code = code});
+  // Until the first frame has shown which keys the program asks for, any may be one of them.
+  return found != keys_.end()
+             ? *found
+             : keys_.emplace_back(KeyState{.code = code, .was_asked_before = !was_ever_asked_});
 }
 
 void Keyboard::let_go(int code) {

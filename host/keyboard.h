@@ -73,6 +73,7 @@ private:
   std::vector<KeyState> keys_;
   std::vector<HeldSource> held_;
   Ordinal next_ordinal_ = 0;
+  bool was_ever_asked_ = false;           // in a frame that has ended
   std::optional<Ordinal> frame_end_;      // known from the frame's first question on
   std::optional<Question> last_question_; // in this frame
 };

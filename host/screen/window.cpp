@@ -89,6 +89,7 @@ Window::Video::Video() {
   // X11 takes pixels directly, which spares the graphics driver; Wayland needs SDL's renderer.
   SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
   end_in_order_when_the_display_is_lost();
+  ForeignKeys::listen();
 }
 
 Window::Window(const ScreenRequest& request) : picture_{request.width, request.height} {
@@ -142,6 +143,8 @@ void Window::deliver(const SDL_Event& event, EventSink& sink) {
     return deliver_key(event.key, sink);
   case SDL_WINDOWEVENT:
     return deliver_window_event(event.window, sink);
+  case SDL_SYSWMEVENT:
+    return foreign_keys_.note(*event.syswm.msg);
   case SDL_MOUSEMOTION: {
     note_pointer_motion();
     const SDL_Point point = picture_point(event.motion.x, event.motion.y);
@@ -166,6 +169,8 @@ void Window::deliver(const SDL_Event& event, EventSink& sink) {
 
 void Window::deliver_key(const SDL_KeyboardEvent& event, EventSink& sink) {
   const bool is_down = event.type == SDL_KEYDOWN;
+  if (is_down && foreign_keys_.is_last_press_foreign())
+    return;
   if (is_down && is_full_screen_key(event.keysym)) {
     if (event.repeat == 0)
       toggle_full_screen();

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "host/controllers.h"
+#include "host/screen/foreign_keys.h"
 #include "host/screen/idle_pointer.h"
 #include "host/screen/presenter.h"
 #include "host/screen/scaler.h"
@@ -57,6 +58,7 @@ private:
   std::optional<Controllers>
       controllers_; // from the first picture on, which need not wait for them
   IdlePointer pointer_;
+  ForeignKeys foreign_keys_;
   std::string unplayable_reason_; // stays empty: a window can be played in
 };
 

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <random>
@@ -15,7 +16,8 @@ using typing::game_keys;
 using typing::Typist;
 
 constexpr int few_taps = 500;
-constexpr int repeats_of_a_long_press = 30; // X repeats 25 times a second
+constexpr std::chrono::milliseconds until_x_repeats{900}; // it begins after 660
+constexpr int repeats_of_a_long_press = 30;               // X repeats 25 times a second
 
 int taps_wanted() {
   const char* wanted = std::getenv("KAVO_KEY_TAPS");
@@ -158,14 +160,33 @@ TEST(Keys, TapsOfBothKeysOfADirectionAreSeenOneByOne) {
 
 TEST(Keys, AKeyThatIsStillHeldWhenTheKeyboardComesBackIsNoNewPress) {
   Typist typist;
-  for (const std::string& key : game_keys) {
+  for (const char* key : {"space", "Escape", "Down"}) {
     typist.press(key);
     typist.take_the_keyboard_away();
     typist.give_it_back();
-    typist.tap("p" == key ? "m" : "p");
+    std::this_thread::sleep_for(until_x_repeats);
     typist.release_unseen(key);
     typist.tap(key);
   }
+  EXPECT_EQ(typist.difference_at_the_end(), "");
+}
+
+TEST(Keys, AKeyThatWasPressedElsewhereIsNoPressHere) {
+  Typist typist;
+  typist.take_the_keyboard_away();
+  typist.press_unseen("space");
+  typist.give_it_back();
+  std::this_thread::sleep_for(until_x_repeats);
+  typist.tap("Left");
+  typist.release_unseen("space");
+  typist.tap("space");
+  EXPECT_EQ(typist.difference_at_the_end(), "");
+}
+
+TEST(Keys, AKeyThatIsHeldWhileThePointerComesInStaysHeld) {
+  Typist typist;
+  typist.press("Left");
+  typist.move_pointer_out_and_in();
   EXPECT_EQ(typist.difference_at_the_end(), "");
 }
 

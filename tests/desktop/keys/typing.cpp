@@ -106,6 +106,11 @@ void Typist::give_it_back() {
   window_->focus();
 }
 
+void Typist::move_pointer_out_and_in() {
+  for (const int place : {1000, 10, 1000, 10})
+    desktop_.move_pointer(place, place);
+}
+
 void Typist::make_it_busy() {
   const int before = count_in_output("busy\n");
   desktop_.tap("F5");

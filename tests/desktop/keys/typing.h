@@ -37,6 +37,8 @@ public:
   void take_the_keyboard_away();
   void give_it_back();
 
+  void move_pointer_out_and_in();
+
   // Holds the program up: with frames that read no key, or by stopping it altogether.
   void make_it_busy();
   void stop_it();
