@@ -1,143 +1,168 @@
-// The host's thirteen operations with whatever a program may send: any name, count, tag and
-// number, slots that are what their tags say. No call may do more than leave an error.
+// The host's thirteen operations with whatever a program may send from its one thread: any handle,
+// name, count, tag and number, slots that are what their tags say. A call gives a result or leaves
+// an error that says something. Files are those of a sandbox, sound goes to SDL's dummy device.
+#include <limits>
+
 #include "host/catalogue.h"
 #include "runtime/qorrt.h"
-#include "tests/fuzz/input.h"
-
-#include <vector>
+#include "tests/fuzz/arguments.h"
+#include "tests/fuzz/sandbox.h"
 
 namespace {
 
-using fuzz::Array;
+using fuzz::ArgumentList;
 using fuzz::Input;
+using fuzz::Values;
+using kavo::host::Command;
+using kavo::host::Kind;
 
 constexpr int most_calls = 32;
-constexpr int most_arguments = 7;
-constexpr int deepest = 5;
-constexpr size_t longest_text = 64;
+constexpr size_t longest_name = 64;
 
-// All that one input makes, so that slots stay valid until its end.
-struct Values {
-  std::vector<Array> arrays;
-  std::vector<std::unique_ptr<std::string>> texts;
+// The program under test: its host, and all that it holds.
+struct Program {
+  Input& input;
+  Values values = {};
+  int64_t host = qorrt_init(0, nullptr);
 };
 
-Array any_array(Input& input, int depth);
-
-// A reference of the kind that the array holds, or a number's bits.
-void fill(Input& input, QorArray* array, int depth) {
-  for (int64_t i = 0; i < array->length; ++i) {
-    qor_slot slot = {};
-    if ((array->flags & QOR_FLAG_STRINGS) != 0)
-      slot.str = qor_str_concat(input.text(longest_text).c_str(), "");
-    else if ((array->flags & QOR_FLAG_NESTED) != 0)
-      slot.arr = any_array(input, depth + 1).release();
-    else
-      slot.f64 = input.value<double>();
-    std::memcpy(&array->data[i], &slot, sizeof slot);
-  }
-}
-
-Array any_array(Input& input, int depth) {
-  constexpr uint32_t kinds[] = {0, QOR_FLAG_NESTED, QOR_FLAG_NESTED | QOR_FLAG_STRINGS,
-                                QOR_FLAG_BOOLS};
-  const auto form = input.value<uint8_t>();
-  if (form == 255)
-    return nullptr;
-  Array array(qor_array_new(form % 6));
-  array->flags = depth < deepest ? kinds[form / 6 % 4] : 0;
-  fill(input, array.get(), depth);
-  return array;
-}
-
-const char* any_text(Input& input, Values& values) {
-  values.texts.push_back(std::make_unique<std::string>(input.text(longest_text)));
-  return values.texts.back()->c_str();
-}
-
-qor_slot any_slot(Input& input, uint32_t tag, Values& values) {
-  qor_slot slot = {};
-  switch (tag) {
-  case QOR_TAG_STRING:
-    slot.str = any_text(input, values);
-    break;
-  case QOR_TAG_ARRAY:
-    values.arrays.push_back(any_array(input, 0));
-    slot.arr = values.arrays.back().get();
-    break;
-  default:
-    slot.i64 = input.value<int64_t>();
-  }
-  return slot;
+// Mostly that of the host that runs.
+int64_t any_handle(Program& program) {
+  const auto form = program.input.value<uint8_t>();
+  return form < 240 ? program.host : form < 248 ? program.host - 1 : program.input.value<int64_t>();
 }
 
 // Small pictures: a large one is only slow.
-void make_affordable(const std::string& name, std::vector<qor_slot>& slots,
-                     const std::vector<uint32_t>& tags) {
-  if (name != "SCREEN")
-    return;
-  for (size_t i = 0; i < std::min<size_t>(2, slots.size()); ++i) {
-    if (tags[i] == QOR_TAG_INT64)
-      slots[i].i64 %= 100;
-    else if (tags[i] == QOR_TAG_FLOAT64 && !(slots[i].f64 < 100))
-      slots[i].f64 = 100;
+void make_affordable(ArgumentList& list) {
+  for (size_t i = 0; i < std::min<size_t>(2, list.slots.size()); ++i) {
+    if (list.tags[i] == QOR_TAG_INT64)
+      list.slots[i].i64 %= 100;
+    else if (list.tags[i] == QOR_TAG_FLOAT64 && !(list.slots[i].f64 < 100))
+      list.slots[i].f64 = 100;
   }
 }
 
-// Files and folders outside are none of a fuzzer's business, nor is a sound device.
-bool is_left_alone(const std::string& name) {
-  return name == "BINWRITER" || name == "GFX.SAVE_SCREENSHOT" || name == "DIR$" ||
-         name == "SOUND.INIT";
-}
-
-std::string any_name(Input& input) {
-  const auto commands = kavo::host::all_commands();
-  const auto choice = input.value<uint8_t>();
-  return choice < commands.size() ? std::string(commands[choice].name) : input.text(longest_text);
-}
-
-void call_command(Input& input, int64_t host, Values& values) {
-  const std::string name = any_name(input);
-  if (is_left_alone(name))
+// Files outside the sandbox are none of a fuzzer's business.
+void keep_inside(ArgumentList& list, Values& values) {
+  if (list.slots.empty() || list.tags[0] != QOR_TAG_STRING || list.slots[0].str == nullptr)
     return;
-  const auto count = input.value<uint8_t>() % (most_arguments + 1);
+  const auto sent = std::ranges::find_if(
+      values.texts, [&](const auto& text) { return text->get() == list.slots[0].str; });
+  auto inside =
+      std::make_unique<fuzz::SentText>(fuzz::contained((*sent)->bytes()), (*sent)->is_registered());
+  list.slots[0].str = inside->get();
+  values.texts.push_back(std::move(inside));
+}
+
+bool names_a_file(std::string_view name) {
+  return name == "BINWRITER" || name == "GFX.SAVE_SCREENSHOT" || name == "DIR$";
+}
+
+ArgumentList fitting_arguments(const Command& command, Program& program) {
   std::vector<uint32_t> tags;
-  std::vector<qor_slot> slots;
-  for (int i = 0; i < count; ++i) {
-    tags.push_back(input.value<uint8_t>() % 9);
-    slots.push_back(any_slot(input, tags.back(), values));
+  for (int i = 0; i < command.argument_count; ++i) {
+    const Kind kind = command.kinds[static_cast<size_t>(i)];
+    const uint32_t number =
+        program.input.value<uint8_t>() % 2 == 0 ? QOR_TAG_INT64 : QOR_TAG_FLOAT64;
+    tags.push_back(kind == Kind::number ? number
+                   : kind == Kind::text ? QOR_TAG_STRING
+                                        : QOR_TAG_ARRAY);
   }
-  make_affordable(name, slots, tags);
-  const bool wants_array = input.value<uint8_t>() % 2 == 1;
-  if (wants_array)
-    values.arrays.emplace_back(
-        qorrt_call_typed_arr(host, name.c_str(), slots.data(), tags.data(), count));
-  else
-    qorrt_call_typed_f64(host, name.c_str(), slots.data(), tags.data(), count);
+  return fuzz::arguments_of(tags, program.input, program.values);
 }
 
-void call_anything(Input& input, int64_t host, Values& values) {
-  switch (input.value<uint8_t>() % 16) {
+void call(Program& program, const char* name, const ArgumentList& list, bool wants_array,
+          int64_t count) {
+  const int64_t handle = any_handle(program);
+  if (!wants_array) {
+    qorrt_call_typed_f64(handle, name, list.slots.data(), list.tags.data(), count);
+    return;
+  }
+  qorrt_clear_last_error(handle);
+  QorArray* result = qorrt_call_typed_arr(handle, name, list.slots.data(), list.tags.data(), count);
+  fuzz::require((result == nullptr) == (qorrt_last_error(handle) != nullptr),
+                "there is a result or an error");
+  program.values.arrays.emplace_back(result);
+}
+
+void call_known_command(Program& program) {
+  const auto commands = kavo::host::all_commands();
+  const Command& command = commands[program.input.value<uint8_t>() % commands.size()];
+  const auto form = program.input.value<uint8_t>();
+  // The dummy device takes its time.
+  if (command.name == "SOUND.INIT" && form % 16 != 0)
+    return;
+  ArgumentList list = form % 4 == 3 ? fuzz::any_arguments(program.input, program.values)
+                                    : fitting_arguments(command, program);
+  if (command.name == "SCREEN")
+    make_affordable(list);
+  if (names_a_file(command.name))
+    keep_inside(list, program.values);
+  const bool wants_array = (command.run_array != nullptr) != (form % 32 == 31);
+  call(program, std::string(command.name).c_str(), list, wants_array,
+       static_cast<int64_t>(list.slots.size()));
+}
+
+// A name, count or list that no command has; a null name and a null list too.
+void call_nonsense(Program& program) {
+  constexpr int64_t counts[] = {-1, 7, std::numeric_limits<int64_t>::max(),
+                                std::numeric_limits<int64_t>::min()};
+  const auto form = program.input.value<uint8_t>();
+  const std::string name = form % 4 == 0 ? "RECT" : program.input.text(longest_name) + "?";
+  call(program, form == 255 ? nullptr : name.c_str(), {}, form % 2 == 0, counts[form / 4 % 4]);
+}
+
+void start_or_stop(Program& program) {
+  if (program.input.value<uint8_t>() % 2 == 0)
+    program.host = qorrt_init(0, nullptr);
+  else
+    qorrt_shutdown(any_handle(program));
+}
+
+void ask_for_host_value(Program& program) {
+  const int64_t handle = any_handle(program);
+  qorrt_val_to_f64(handle, program.input.value<int64_t>());
+  const fuzz::Text text(qorrt_val_to_str(handle, program.input.value<int64_t>()));
+  fuzz::require(text != nullptr, "a host value has a text");
+}
+
+void register_text(Program& program) {
+  const char* text = fuzz::any_text(program.input, program.values);
+  const auto length = static_cast<int64_t>(text == nullptr ? 0 : std::strlen(text));
+  qorrt_register_binary(text, length);
+  fuzz::require(qorrt_strlen(text) == (text == nullptr ? -1 : length),
+                "the length is the one told");
+  if (program.input.value<uint8_t>() % 2 == 0)
+    qorrt_register_binary(text, -1);
+}
+
+void ignore_event(const char*, const int64_t*, const uint32_t*, int64_t) {}
+
+void call_anything(Program& program) {
+  Input& input = program.input;
+  switch (input.value<uint8_t>() % 32) {
   case 0:
-    return qorrt_frame_end(host, qorrt_frame_begin(host));
+    return qorrt_frame_end(any_handle(program), qorrt_frame_begin(any_handle(program)));
   case 1:
-    return qorrt_frame_end(host, input.value<int64_t>());
+    return qorrt_frame_end(any_handle(program), input.value<int64_t>());
   case 2:
-    qorrt_frame_begin(host);
+    qorrt_frame_begin(any_handle(program));
     return;
   case 3:
-    qorrt_val_to_f64(host, input.value<int64_t>());
-    return qor_str_free(qorrt_val_to_str(host, input.value<int64_t>()));
-  case 4: {
-    const char* text = any_text(input, values);
-    qorrt_register_binary(text, input.value<uint8_t>() % (std::strlen(text) + 1));
-    fuzz::require(qorrt_strlen(text) >= 0, "a registered string has a length");
-    return qorrt_register_binary(text, -1);
-  }
+    return ask_for_host_value(program);
+  case 4:
+    return register_text(program);
   case 5:
-    return qorrt_clear_last_error(host);
+    return qorrt_clear_last_error(any_handle(program));
+  case 6:
+    return qorrt_set_event_dispatcher(any_handle(program),
+                                      input.value<uint8_t>() % 2 == 0 ? ignore_event : nullptr);
+  case 7:
+    return start_or_stop(program);
+  case 8:
+    return call_nonsense(program);
   default:
-    return call_command(input, host, values);
+    return call_known_command(program);
   }
 }
 
@@ -146,14 +171,14 @@ void call_anything(Input& input, int64_t host, Values& values) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   setenv("SDL_VIDEODRIVER", "dummy", 1);
   setenv("SDL_AUDIODRIVER", "dummy", 1);
+  const fuzz::Sandbox sandbox;
   Input input(data, size);
-  Values values;
-  const int64_t host = qorrt_init(0, nullptr);
+  Program program{input};
   for (int i = 0; i < most_calls && !input.rest().empty(); ++i) {
-    call_anything(input, host, values);
-    const char* error = qorrt_last_error(host);
+    call_anything(program);
+    const char* error = qorrt_last_error(program.host);
     fuzz::require(error == nullptr || *error != '\0', "an error says something");
   }
-  qorrt_shutdown(host);
+  qorrt_shutdown(program.host);
   return 0;
 }

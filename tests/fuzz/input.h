@@ -27,6 +27,13 @@ public:
     return piece;
   }
 
+  // The next bytes, as many as there are.
+  std::string bytes(std::size_t count) {
+    std::string piece(rest_.substr(0, count));
+    rest_.remove_prefix(piece.size());
+    return piece;
+  }
+
   // A value of any bits; zeros when the input ends early.
   template<typename T>
   T value() {
