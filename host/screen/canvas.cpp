@@ -96,7 +96,23 @@ private:
 
 Canvas::Canvas(int width, int height)
     : width_(width), height_(height),
-      pixels_(static_cast<size_t>(width) * static_cast<size_t>(height)) {}
+      own_pixels_(static_cast<size_t>(width) * static_cast<size_t>(height)), pixels_(own_pixels_) {}
+
+void Canvas::move_to(uint32_t* memory) {
+  settle();
+  if (memory == pixels_.data())
+    return;
+  std::copy(pixels_.begin(), pixels_.end(), memory);
+  pixels_ = {memory, pixels_.size()};
+  own_pixels_ = {};
+}
+
+void Canvas::move_home() {
+  if (!own_pixels_.empty())
+    return;
+  own_pixels_.assign(pixels_.begin(), pixels_.end());
+  pixels_ = own_pixels_;
+}
 
 void Canvas::blacken() const {
   std::fill(pixels_.begin(), pixels_.end(), 0U);

@@ -19,6 +19,11 @@ public:
 
   // A black picture; both sizes are at least 1. The drawing colour starts as white.
   Canvas(int width, int height);
+  Canvas(Canvas&&) = default;
+  Canvas& operator=(Canvas&&) = default;
+  Canvas(const Canvas&) = delete;
+  Canvas& operator=(const Canvas&) = delete;
+  ~Canvas() = default;
 
   int width() const { return width_; }
   int height() const { return height_; }
@@ -27,6 +32,12 @@ public:
     return pixels_;
   }
   const uint32_t* row(int y) const { return &pixels()[static_cast<size_t>(y) * width_]; }
+
+  // Moves the picture, as it is, into somebody else's memory of width × height pixels, where it is
+  // whole afterwards and all that follows is drawn. The memory must stay until the picture has
+  // moved on, or home into memory of its own. That spares whoever shows it a copy.
+  void move_to(uint32_t* memory);
+  void move_home();
 
   // Makes the whole picture black; the drawing colour stays.
   void clear() { is_clear_due_ = true; }
@@ -64,7 +75,8 @@ private:
   int width_;
   int height_;
   uint32_t colour_ = 0x00FFFFFF;
-  mutable std::vector<uint32_t> pixels_;
+  std::vector<uint32_t> own_pixels_; // empty while the picture lies elsewhere
+  std::span<uint32_t> pixels_;
   mutable bool is_clear_due_ = false;
 };
 

@@ -12,7 +12,7 @@ public:
   explicit Offscreen(std::string unplayable_reason)
       : unplayable_reason_(std::move(unplayable_reason)) {}
 
-  void present(const Canvas&) override {}
+  void present(Canvas&) override {}
   void deliver_events(EventSink&) override {}
   const std::string& unplayable_reason() const override { return unplayable_reason_; }
 

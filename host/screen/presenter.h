@@ -32,8 +32,9 @@ class Presenter {
 public:
   virtual ~Presenter() = default;
 
-  // Shows the whole picture; nothing refers to the canvas afterwards.
-  virtual void present(const Canvas& canvas) = 0;
+  // Shows the whole picture. It may move into the presenter's own memory, and comes home before
+  // that goes: the canvas lives as long as the presenter.
+  virtual void present(Canvas& canvas) = 0;
 
   // Reports what happened since the last time. Does not wait.
   virtual void deliver_events(EventSink& sink) = 0;

@@ -59,6 +59,12 @@ bool is_full_screen(SDL_Window* window) {
   return (SDL_GetWindowFlags(window) & SDL_WINDOW_FULLSCREEN_DESKTOP) != 0;
 }
 
+bool has_layout_of(const Canvas& canvas, const SDL_Surface& surface) {
+  return surface.format->format == SDL_PIXELFORMAT_RGB888 && surface.w == canvas.width() &&
+         surface.h == canvas.height() &&
+         surface.pitch == canvas.width() * static_cast<int>(sizeof(uint32_t));
+}
+
 Size room_on_display() {
   SDL_Rect bounds = {};
   if (SDL_GetDisplayUsableBounds(0, &bounds) != 0)
@@ -103,22 +109,51 @@ Window::Window(const ScreenRequest& request) : picture_{request.width, request.h
   // Keys are keys here; an input method would keep some of them for itself.
   SDL_StopTextInput();
   note_pointer_motion();
+  SDL_AddEventWatch(watch_changes, this);
 }
 
-void Window::present(const Canvas& canvas) {
+Window::~Window() {
+  SDL_DelEventWatch(watch_changes, this);
+  send_home();
+}
+
+// A picture that needs no scaling is drawn in the window's memory itself.
+void Window::present(Canvas& canvas) {
   SDL_Surface* surface = SDL_GetWindowSurface(window_.get());
   if (surface == nullptr)
     fail();
-  if (surface->format->format == SDL_PIXELFORMAT_RGB888)
-    scaler_.draw(canvas, {static_cast<uint32_t*>(surface->pixels),
-                          {surface->w, surface->h},
-                          surface->pitch / static_cast<int>(sizeof(uint32_t))});
-  else
+  if (has_layout_of(canvas, *surface)) {
+    canvas.move_to(static_cast<uint32_t*>(surface->pixels));
+    lodger_ = &canvas;
+  } else if (surface->format->format == SDL_PIXELFORMAT_RGB888) {
+    draw_scaled(canvas, surface);
+  } else {
     draw_converted(canvas, surface);
+  }
   if (SDL_UpdateWindowSurface(window_.get()) != 0)
     fail();
   if (!controllers_)
     controllers_.emplace();
+}
+
+// SDL replaces the window's memory the next time that it is asked for it after the window has
+// changed. Watchers hear of a change at once; in the queue its event may lie behind that call.
+int Window::watch_changes(void* window, SDL_Event* event) {
+  if (event->type == SDL_WINDOWEVENT)
+    static_cast<Window*>(window)->send_home();
+  return 0;
+}
+
+void Window::send_home() {
+  if (lodger_ != nullptr)
+    lodger_->move_home();
+  lodger_ = nullptr;
+}
+
+void Window::draw_scaled(const Canvas& canvas, SDL_Surface* surface) {
+  scaler_.draw(canvas, {static_cast<uint32_t*>(surface->pixels),
+                        {surface->w, surface->h},
+                        surface->pitch / static_cast<int>(sizeof(uint32_t))});
 }
 
 void Window::draw_converted(const Canvas& canvas, SDL_Surface* surface) {

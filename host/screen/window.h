@@ -25,7 +25,11 @@ public:
   // Throws CommandError with SDL's reason when there is no display to open it on.
   explicit Window(const ScreenRequest& request);
 
-  void present(const Canvas& canvas) override;
+  ~Window() override;
+  Window(const Window&) = delete;
+  Window& operator=(const Window&) = delete;
+
+  void present(Canvas& canvas) override;
   void deliver_events(EventSink& sink) override;
   const std::string& unplayable_reason() const override { return unplayable_reason_; }
 
@@ -48,12 +52,16 @@ private:
   void hide_idle_pointer() const;
   void note_pointer_motion();
   SDL_Point picture_point(int x, int y) const;
+  static int SDLCALL watch_changes(void* window, SDL_Event* event);
+  void send_home();
+  void draw_scaled(const Canvas& canvas, SDL_Surface* surface);
   void draw_converted(const Canvas& canvas, SDL_Surface* surface);
 
   Video video_;
   std::unique_ptr<SDL_Window, DestroyWindow> window_;
   Size picture_;
   Scaler scaler_;
+  Canvas* lodger_ = nullptr;        // whose picture lies in the window's memory
   std::vector<uint32_t> converted_; // for displays of another pixel format
   std::optional<Controllers>
       controllers_; // from the first picture on, which need not wait for them

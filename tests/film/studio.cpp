@@ -16,7 +16,7 @@ namespace {
 
 class StudioPresenter final : public host::Presenter {
 public:
-  void present(const host::Canvas& canvas) override {
+  void present(host::Canvas& canvas) override {
     has_shown_a_picture_ = true;
     if (studio().watch)
       studio().watch(canvas);

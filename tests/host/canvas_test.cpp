@@ -12,6 +12,7 @@
 #include <limits>
 #include <random>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -73,6 +74,41 @@ TEST(Canvas, ClearMakesEveryPixelBlackAndKeepsTheColour) {
   EXPECT_TRUE(is_black(canvas));
   canvas.fill_rectangle(2, 1, 1, 1);
   EXPECT_EQ(canvas.row(1)[2], 0x00ABCDEFU);
+}
+
+TEST(Canvas, MovesWithItsPictureIntoOtherMemoryAndIsDrawnThere) {
+  Canvas canvas(3, 2);
+  canvas.fill_rectangle(1, 0, 1, 1);
+  std::vector<uint32_t> memory(3 * 2, 0x00ABCDEFU);
+  canvas.move_to(memory.data());
+  EXPECT_EQ(memory, (std::vector<uint32_t>{0, 0x00FFFFFF, 0, 0, 0, 0}));
+  canvas.fill_rectangle(0, 1, 2, 1);
+  EXPECT_EQ(memory, (std::vector<uint32_t>{0, 0x00FFFFFF, 0, 0x00FFFFFF, 0x00FFFFFF, 0}));
+  EXPECT_EQ(canvas.pixels().data(), memory.data());
+}
+
+TEST(Canvas, LeavesAClearedPictureInTheMemoryItMovesTo) {
+  Canvas canvas(2, 1);
+  std::vector<uint32_t> memory(2, 0x00ABCDEFU);
+  canvas.move_to(memory.data());
+  canvas.fill_rectangle(0, 0, 2, 1);
+  canvas.clear();
+  canvas.move_to(memory.data());
+  EXPECT_EQ(memory, (std::vector<uint32_t>{0, 0}));
+}
+
+TEST(Canvas, ComesHomeWithItsPictureAndLeavesTheMemoryAlone) {
+  Canvas canvas(2, 1);
+  std::vector<uint32_t> memory(2);
+  canvas.move_to(memory.data());
+  canvas.fill_rectangle(0, 0, 1, 1);
+  canvas.move_home();
+  canvas.move_home(); // where it is already
+  std::ranges::fill(memory, 0x00ABCDEFU);
+  EXPECT_EQ(canvas.row(0)[0], 0x00FFFFFFU);
+  EXPECT_EQ(canvas.row(0)[1], 0U);
+  canvas.fill_rectangle(1, 0, 1, 1);
+  EXPECT_EQ(memory[1], 0x00ABCDEFU);
 }
 
 TEST(FilledRectangle, CoversItsPixelsAndNoOther) {

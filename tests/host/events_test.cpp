@@ -92,7 +92,7 @@ TEST_F(EventTest, WithoutADispatcherEventsAreDropped) {
 class EndlessPresenter : public Presenter {
 public:
   explicit EndlessPresenter(Events& events) : events_(events) {}
-  void present(const Canvas&) override {}
+  void present(Canvas&) override {}
   void deliver_events(EventSink& sink) override {
     sink.pointer_moved(++deliveries_, 0);
     events_.take_from(*this);

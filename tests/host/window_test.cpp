@@ -176,6 +176,25 @@ TEST_F(WindowTest, GoesToFullScreenAndBack) {
   }
 }
 
+TEST_F(WindowTest, KeepsThePictureThroughFullScreenAndOtherSizes) {
+  desktop.start_window_manager();
+  const DesktopWindow window = open();
+  draw_squares(bridge);
+  for (int round = 0; round < 3; ++round) {
+    desktop.tap("F11");
+    pixels_at(window, {1400, 1700});
+    desktop.tap("F11");
+    pixels_at(window, {width, height});
+    window.resize(width + 1, height);
+    pixels_at(window, {width + 1, height});
+    window.resize(width, height);
+    const Bitmap shown = pixels_at(window, {width, height});
+    for (int y = 0; y < height; y += 3)
+      for (int x = 0; x < width; ++x)
+        ASSERT_EQ(shown.at(x, y), colour_at(x, y)) << x << ',' << y;
+  }
+}
+
 TEST_F(WindowTest, ShiftAndCapsLockDoNotChangeALettersName) {
   open();
   for (const char* modifier : {"Shift_L", "Shift_R", "Caps_Lock"}) {
