@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstring>
 
 namespace kavo::film {
 
@@ -12,7 +13,7 @@ constexpr int cell_side = 4;                   // pixels
 constexpr int field_columns = 341 / cell_side; // ten degrees of vision at a usual distance
 constexpr int field_rows = 256 / cell_side;
 constexpr int large_area = field_columns * field_rows / 4; // cells
-constexpr int8_t one_flash = 3;                            // pictures that belong together
+constexpr double second_ms = 1000;
 
 // The sRGB curve, for components 0..255.
 std::array<float, 256> linear_values() {
@@ -64,27 +65,44 @@ void FlashMeter::prepare(const host::Canvas& picture) {
   columns_ = picture.width() / cell_side;
   rows_ = picture.height() / cell_side;
   const auto cells = static_cast<size_t>(columns_) * static_cast<size_t>(rows_);
-  luminance_.cells.assign(cells, Cell{.age = one_flash});
-  red_.cells.assign(cells, Cell{.age = one_flash});
+  luminance_.cells.assign(cells, Cell{});
+  red_.cells.assign(cells, Cell{});
   sums_.assign(static_cast<size_t>(columns_ + 1) * static_cast<size_t>(rows_ + 1), 0);
 }
 
-void FlashMeter::measure_cells(const host::Canvas& picture) {
-  size_t index = 0;
+// Most of a picture is as it was in the last one.
+void FlashMeter::measure_changed_cells(const host::Canvas& picture) {
+  changed_.clear();
+  uint32_t index = 0;
   for (int row = 0; row < rows_; ++row) {
     for (int column = 0; column < columns_; ++column, ++index) {
+      if (!has_changed(picture, column, row))
+        continue;
       const Light light = mean_light(picture, column, row);
       luminance_.cells[index].value = relative_luminance(light);
       red_.cells[index].value = saturated_red(light);
+      changed_.push_back(index);
     }
   }
+  last_picture_ = picture;
+}
+
+bool FlashMeter::has_changed(const host::Canvas& picture, int column, int row) const {
+  if (!last_picture_)
+    return true;
+  const auto first = static_cast<ptrdiff_t>(column) * cell_side;
+  for (int y = row * cell_side; y < (row + 1) * cell_side; ++y)
+    if (std::memcmp(picture.row(y) + first, last_picture_->row(y) + first,
+                    cell_side * sizeof(uint32_t)) != 0)
+      return true;
+  return false;
 }
 
 void FlashMeter::look_at(const host::Canvas& picture, double now_ms) {
   const bool is_first = columns_ == 0;
   if (is_first)
     prepare(picture);
-  measure_cells(picture);
+  measure_changed_cells(picture);
   for (Quantity* quantity : {&luminance_, &red_}) {
     if (is_first)
       for (Cell& cell : quantity->cells)
@@ -93,39 +111,64 @@ void FlashMeter::look_at(const host::Canvas& picture, double now_ms) {
   }
 }
 
-// A flash that has been counted is over: its cells do not count towards the next one.
 void FlashMeter::advance(Quantity& quantity, double now_ms) {
-  for (Cell& cell : quantity.cells) {
-    cell.age = static_cast<int8_t>(std::min(cell.age + 1, +one_flash));
+  forget_before(quantity, now_ms - second_ms);
+  quantity.last_second.push_back(change_cells(quantity, now_ms));
+  quantity.now = flashes_of_large_area(quantity);
+  quantity.most = std::max(quantity.most, quantity.now);
+}
+
+void FlashMeter::forget_before(Quantity& quantity, double time_ms) {
+  auto& flashes = quantity.last_second;
+  for (; !flashes.empty() && flashes.front().time_ms <= time_ms; flashes.pop_front())
+    for (const uint32_t index : flashes.front().cells) {
+      --quantity.cells[index].flashes;
+      --quantity.flashes;
+    }
+}
+
+FlashMeter::Flash FlashMeter::change_cells(Quantity& quantity, double now_ms) const {
+  Flash flash{.time_ms = now_ms, .cells = {}};
+  for (const uint32_t index : changed_) {
+    Cell& cell = quantity.cells[index];
     const float difference = cell.value - cell.extreme;
     const auto direction = static_cast<int8_t>((difference > 0) - (difference < 0));
     const bool is_change = std::abs(difference) >= quantity.threshold &&
                            std::min(cell.value, cell.extreme) < quantity.darkest_side_below;
-    if (is_change && direction != cell.direction)
-      change(cell, direction, now_ms);
-    else if (direction == cell.direction)
+    if (is_change && direction != cell.direction) {
+      if (completes_flash(cell, direction, now_ms)) {
+        flash.cells.push_back(index);
+        ++cell.flashes;
+      }
+    } else if (direction == cell.direction) {
       cell.extreme = cell.value;
+    }
   }
-  if (!is_large_flash(quantity.cells))
-    return;
-  quantity.flashes_ms.push_back(now_ms);
-  for (Cell& cell : quantity.cells)
-    cell.age = one_flash;
+  quantity.flashes += flash.cells.size();
+  return flash;
 }
 
-void FlashMeter::change(Cell& cell, int8_t direction, double now_ms) {
-  const bool is_flash = cell.has_changed && now_ms - cell.changed_at_ms < 1000;
-  if (is_flash)
-    cell.age = 0;
+bool FlashMeter::completes_flash(Cell& cell, int8_t direction, double now_ms) {
+  const bool is_flash = cell.has_changed && now_ms - cell.changed_at_ms < second_ms;
   cell.has_changed = !is_flash;
   cell.changed_at_ms = now_ms;
   cell.direction = direction;
   cell.extreme = cell.value;
+  return is_flash;
 }
 
-// Whether some field of vision holds enough cells that have just flashed, by a table of sums.
-bool FlashMeter::is_large_flash(const std::vector<Cell>& cells) {
-  const auto has_flashed = [](const Cell& cell) { return cell.age < one_flash; };
+int FlashMeter::flashes_of_large_area(const Quantity& quantity) {
+  if (quantity.flashes <= large_area)
+    return 0;
+  int flashes = 0;
+  while (is_large(quantity.cells, flashes + 1))
+    ++flashes;
+  return flashes;
+}
+
+// Whether some field of vision holds enough cells that have flashed so often, by a table of sums.
+bool FlashMeter::is_large(const std::vector<Cell>& cells, int flashes) {
+  const auto has_flashed = [flashes](const Cell& cell) { return cell.flashes >= flashes; };
   if (std::count_if(cells.begin(), cells.end(), has_flashed) <= large_area)
     return false;
   const auto at = [this](int row, int column) -> int32_t& {
@@ -146,17 +189,6 @@ bool FlashMeter::is_large_flash(const std::vector<Cell>& cells) {
           large_area)
         return true;
   return false;
-}
-
-int most_in_a_second(const std::vector<double>& times_ms) {
-  ptrdiff_t most = 0;
-  auto first = times_ms.begin();
-  for (auto last = times_ms.begin(); last != times_ms.end(); ++last) {
-    while (*last - *first >= 1000)
-      ++first;
-    most = std::max(most, last - first + 1);
-  }
-  return static_cast<int>(most);
 }
 
 } // namespace kavo::film

@@ -2,20 +2,23 @@
 #pragma once
 
 #include <cstdint>
-#include <vector>
 
 #include "tests/film/player.h"
 
 namespace kavo::film {
 
+// The most in any second, by the guidelines' count; see flash_meter.h.
+struct Most {
+  int general = 0;
+  int red = 0;
+};
+
 struct Flashes {
   bool has_ended_well = false;
   double seconds = 0; // of play
-  std::vector<double> general_ms;
-  std::vector<double> red_ms;
-  // The same without those of a board that tips or shakes.
-  std::vector<double> general_ms_at_rest;
-  std::vector<double> red_ms_at_rest;
+  Most all;
+  Most at_rest;     // without the pictures of a board that tips or shakes
+  int too_many = 0; // times that more than three general flashes came together
 };
 
 // Lets the player play for so many frames, whole games after each other.
