@@ -1,5 +1,7 @@
 #include "host/sound/fourier.h"
 
+#include <algorithm>
+#include <bit>
 #include <cmath>
 #include <numbers>
 #include <utility>
@@ -8,11 +10,30 @@ namespace kavo::sound {
 
 using Point = std::complex<double>;
 
-FourierTransform::FourierTransform(std::size_t size) : size_(size), turns_(size / 2) {
+FourierTransform::FourierTransform(std::size_t size) : size_(size), turns_(size) {
   const double angle = -2.0 * std::numbers::pi / static_cast<double>(size);
-  for (std::size_t k = 0; k < turns_.size(); ++k)
-    turns_[k] = std::polar(1.0, angle * static_cast<double>(k));
+  const std::size_t last = size / 2;
+  for (std::size_t k = 0; k < last; ++k)
+    turns_[last + k] = std::polar(1.0, angle * static_cast<double>(k));
+  for (std::size_t half = last / 2; half >= 1; half /= 2)
+    for (std::size_t k = 0; k < half; ++k)
+      turns_[half + k] = turns_[2 * (half + k)];
 }
+
+namespace {
+
+// Two transforms of `half` points become one of twice as many.
+void join(Point* upper, Point* lower, const Point* turns, std::size_t half) {
+  for (std::size_t k = 0; k < half; ++k) {
+    // Spelled out: the operator of std::complex looks for infinities on every product.
+    const Point turned(lower[k].real() * turns[k].real() - lower[k].imag() * turns[k].imag(),
+                       lower[k].real() * turns[k].imag() + lower[k].imag() * turns[k].real());
+    lower[k] = upper[k] - turned;
+    upper[k] += turned;
+  }
+}
+
+} // namespace
 
 void FourierTransform::reorder(std::vector<Point>& points) const {
   std::size_t reversed = 0;
@@ -26,23 +47,16 @@ void FourierTransform::reorder(std::vector<Point>& points) const {
   }
 }
 
-void FourierTransform::transform(std::vector<Point>& points) const {
+void FourierTransform::transform(std::vector<Point>& points, std::size_t used) const {
   reorder(points);
-  for (std::size_t half = 1; half < size_; half *= 2) {
-    const std::size_t stride = size_ / (2 * half);
-    for (std::size_t start = 0; start < size_; start += 2 * half) {
-      for (std::size_t k = 0; k < half; ++k) {
-        Point& upper = points[start + k];
-        Point& lower = points[start + k + half];
-        const Point turn = turns_[k * stride];
-        // Spelled out: the operator of std::complex looks for infinities on every product.
-        const Point turned(lower.real() * turn.real() - lower.imag() * turn.imag(),
-                           lower.real() * turn.imag() + lower.imag() * turn.real());
-        lower = upper - turned;
-        upper += turned;
-      }
-    }
-  }
+  // The points in use now stand `spread` apart. Joining one with a zero gives it twice, so that the
+  // passes up to there do nothing but repeat it.
+  const std::size_t spread = size_ / std::bit_ceil(used);
+  for (std::size_t start = 0; start < size_; start += spread)
+    std::fill_n(&points[start], spread, Point(points[start]));
+  for (std::size_t half = spread; half < size_; half *= 2)
+    for (std::size_t start = 0; start < size_; start += 2 * half)
+      join(&points[start], &points[start + half], &turns_[half], half);
 }
 
 } // namespace kavo::sound

@@ -16,13 +16,20 @@ public:
   explicit FourierTransform(std::size_t size);
 
   // In place: X[k] = sum over n of x[n] * exp(-2 pi i k n / size). `points` holds `size` points.
-  void transform(std::vector<std::complex<double>>& points) const;
+  void transform(std::vector<std::complex<double>>& points) const { transform(points, size_); }
+
+  // The same where all points from the `used`th on are zero (1 <= used <= size), which takes less
+  // time and gives the same result to the bit.
+  void transform(std::vector<std::complex<double>>& points, std::size_t used) const;
 
 private:
   void reorder(std::vector<std::complex<double>>& points) const;
 
   std::size_t size_;
-  std::vector<std::complex<double>> turns_; // exp(-2 pi i k / size), half a circle of them
+  // For the pass that joins transforms of `half` points: exp(-pi i k / half) at half + k. Every
+  // pass has its own, one after the other: picked out of one table in strides, as a transform of
+  // 32768 points takes them in its first passes, each would cost a cache line.
+  std::vector<std::complex<double>> turns_;
 };
 
 } // namespace kavo::sound

@@ -51,7 +51,7 @@ public:
     points_.assign(size, 0.0);
     for (std::size_t k = 1; k <= harmonics; ++k)
       points_[k] = harmonic(waveform, k);
-    transforms_.try_emplace(size, size).first->second.transform(points_);
+    transforms_.try_emplace(size, size).first->second.transform(points_, harmonics + 1);
     std::vector<double> cycle(size);
     std::transform(points_.begin(), points_.end(), cycle.begin(),
                    [](const auto& point) { return -point.imag(); });

@@ -67,6 +67,20 @@ TEST(FourierTransform, AgreesWithItsDefinition) {
   }
 }
 
+TEST(FourierTransform, IsTheSameToTheBitWhenItKnowsOfZeros) {
+  constexpr std::size_t size = 64;
+  const FourierTransform transform(size);
+  for (std::size_t used = 1; used <= size; ++used) {
+    std::vector<std::complex<double>> all(size);
+    for (std::size_t n = 0; n < used; ++n)
+      all[n] = {static_cast<double>(n) + 0.3, 1.0 / static_cast<double>(n + 1)};
+    auto pruned = all;
+    transform.transform(all);
+    transform.transform(pruned, used);
+    EXPECT_EQ(pruned, all) << used;
+  }
+}
+
 TEST(Wavetable, WaveformsHaveTheirNames) {
   EXPECT_EQ(waveform_named("SQUARE"), Waveform::square);
   EXPECT_EQ(waveform_named("SAW"), Waveform::saw);
