@@ -148,7 +148,7 @@ std::vector<Figure> measure_present() {
 
 std::vector<Figure> measure_size() {
   double bytes = 0;
-  const test::TemporaryFolder folder;
+  const kavo::test::TemporaryFolder folder;
   for (const std::string path : {KAVO_PROGRAM, KAVO_LIBRARY}) {
     const std::string stripped = folder / "stripped";
     const desktop::Outcome outcome =

@@ -4,7 +4,8 @@
 
 #include "bench/desktop/frame_watch.h"
 #include "tests/desktop/desktop.h"
-#include "tests/host/temporary_folder.h"
+#include "tests/support/files.h"
+#include "tests/support/temporary_folder.h"
 
 #include <memory>
 #include <optional>
@@ -42,7 +43,7 @@ private:
   void tap_later(const std::string& key);
 
   int scale_;
-  test::TemporaryFolder folder_;
+  kavo::test::TemporaryFolder folder_;
   desktop::Desktop desktop_;
   FrameWatch watch_;
   std::unique_ptr<desktop::Process> process_;

@@ -56,7 +56,7 @@ struct Sofa {
 };
 
 TEST(Controller, PlaysAGameToItsEndAndNamesItsScore) {
-  const test::TemporaryFolder scores;
+  const test::WorkingFolder scores;
   Player player({.cleared_row = 8, .hole = 7, .height = 1}, 2); // piles up, and turns and moves
   std::optional<Sofa> sofa;
   std::set<std::string> states;

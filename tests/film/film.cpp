@@ -35,7 +35,7 @@ void save(const Canvas& picture, const std::filesystem::path& folder, int number
 
 // Plays until `watch` says that it has seen enough.
 bool play(Player player, int seed, const std::function<bool(const Canvas&)>& watch) {
-  const kavo::test::TemporaryFolder scores;
+  const kavo::test::WorkingFolder scores;
   studio().play = [&](kavo::host::EventSink& sink) { player.act(sink); };
   studio().watch = [&](const Canvas& picture) {
     if (watch(picture))
@@ -75,7 +75,7 @@ int count_flashes(int games, int64_t frames, int frames_for_a_key) {
   // Players who look for tips, do not mind them, avoid them.
   constexpr double pulls[] = {0.4, 0.0, -0.3};
   kavo::film::Flashes sum;
-  const kavo::test::TemporaryFolder scores;
+  const kavo::test::WorkingFolder scores;
   for (int game = 0; game < games; ++game) {
     const auto flashes = kavo::film::flashes_of_play(
         Player({.pull = pulls[game % 3]}, frames_for_a_key), game + 1, frames);

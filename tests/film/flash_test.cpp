@@ -98,7 +98,7 @@ TEST(FlashMeter, TheEdgesOfAShakenGridCountWhereTheyAreALargePartOfIt) {
 // how often. Everything else that the game shows, the rows that clear, lightning, popups and the
 // red pulse of a full well, stays within what the guidelines allow.
 TEST(Flashes, WhereTheWellStandsStillThereAreThreeInASecondAtMost) {
-  const test::TemporaryFolder scores;
+  const test::WorkingFolder scores;
   for (const double pull : {0.4, -0.3}) {
     const auto count = flashes_of_play(Player({.pull = pull}, 10), 1, 500);
     ASSERT_TRUE(count.has_ended_well);

@@ -319,7 +319,7 @@ protected:
     run(run_program(1, arguments));
   }
 
-  TemporaryFolder folder;
+  WorkingFolder folder;
 };
 
 TEST_F(WholeRunTest, TwentyThousandFramesOfPlayLeaveAScoreFileThatReadsBack) {

@@ -38,7 +38,7 @@ protected:
     return {begin, begin + static_cast<std::ptrdiff_t>(count)};
   }
 
-  TemporaryFolder folder;
+  WorkingFolder folder;
   static inline std::string printed;
 };
 

@@ -47,7 +47,7 @@ protected:
         });
   }
 
-  TemporaryFolder folder;
+  WorkingFolder folder;
 };
 
 TEST_F(SweepTest, StartUpTheTitleAndTheEnd) {

@@ -1,14 +1,16 @@
 // The array and file commands as a program sends them.
 #include "runtime/text.h"
 #include "tests/host/bridge.h"
-#include "tests/host/temporary_folder.h"
 #include "tests/runtime/values.h"
+#include "tests/support/files.h"
+#include "tests/support/temporary_folder.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
-using test::content_of;
+using kavo::test::read_file;
+using kavo::test::TemporaryFolder;
 using test::InvisibleBridge;
 using test::Numbers;
 using test::numbers;
@@ -18,7 +20,6 @@ using test::rows;
 using test::Strings;
 using test::take_rows;
 using test::take_strings;
-using test::TemporaryFolder;
 
 TEST(DataCommands, TransposeGivesANewMatrix) {
   InvisibleBridge host;
@@ -74,7 +75,7 @@ TEST(DataCommands, BinwriterTakesTheRegisteredLength) {
   qorrt_register_binary(bytes, 3);
   host.bridge.send("BINWRITER", folder / "a.bin", static_cast<const char*>(bytes));
   qorrt_register_binary(bytes, -1);
-  EXPECT_EQ(content_of(folder / "a.bin"), std::string("a\0b", 3));
+  EXPECT_EQ(read_file(folder / "a.bin"), std::string("a\0b", 3));
 }
 
 TEST(DataCommands, SplitRegistersPartsWithNulBytes) {

@@ -3,7 +3,8 @@
 #include "host/command.h"
 #include "host/files.h"
 #include "host/temporary_file.h"
-#include "tests/host/temporary_folder.h"
+#include "tests/support/files.h"
+#include "tests/support/temporary_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -27,9 +28,9 @@ namespace fs = std::filesystem;
 using kavo::host::CommandError;
 using kavo::host::names_at;
 using kavo::host::write_whole_file;
-using test::content_of;
-using test::TemporaryFolder;
-using test::write_file;
+using kavo::test::read_file;
+using kavo::test::TemporaryFolder;
+using kavo::test::write_file;
 using Names = std::vector<std::string>;
 
 std::string error_of_writing(const std::string& path, const std::string& content = "new") {
@@ -68,14 +69,14 @@ mode_t permissions_of(const std::string& path) {
 TEST(WritingAFile, MakesANewOne) {
   const TemporaryFolder folder;
   write_whole_file(folder / "a.txt", "hello");
-  EXPECT_EQ(content_of(folder / "a.txt"), "hello");
+  EXPECT_EQ(read_file(folder / "a.txt"), "hello");
 }
 
 TEST(WritingAFile, ReplacesAnOldOneWhole) {
   const TemporaryFolder folder;
   write_file(folder / "a.txt", std::string(100'000, 'x'));
   write_whole_file(folder / "a.txt", "short");
-  EXPECT_EQ(content_of(folder / "a.txt"), "short");
+  EXPECT_EQ(read_file(folder / "a.txt"), "short");
 }
 
 TEST(WritingAFile, LeavesNothingElseBehind) {
@@ -91,14 +92,14 @@ TEST(WritingAFile, KeepsEveryByte) {
   for (int i = 0; i < 256; ++i)
     bytes += static_cast<char>(i);
   write_whole_file(folder / "a.bin", bytes);
-  EXPECT_EQ(content_of(folder / "a.bin"), bytes);
+  EXPECT_EQ(read_file(folder / "a.bin"), bytes);
 }
 
 TEST(WritingAFile, CanBeEmpty) {
   const TemporaryFolder folder;
   write_file(folder / "a.txt", "old");
   write_whole_file(folder / "a.txt", "");
-  EXPECT_EQ(content_of(folder / "a.txt"), "");
+  EXPECT_EQ(read_file(folder / "a.txt"), "");
   EXPECT_EQ(folder.entry_count(), 1U);
 }
 
@@ -124,7 +125,7 @@ TEST(WritingAFile, TakesANameWithoutAFolder) {
   fs::current_path(folder.path());
   write_whole_file("a.txt", "here");
   fs::current_path(before);
-  EXPECT_EQ(content_of(folder / "a.txt"), "here");
+  EXPECT_EQ(read_file(folder / "a.txt"), "here");
 }
 
 TEST(WritingAFile, FollowsASymbolicLink) {
@@ -134,7 +135,7 @@ TEST(WritingAFile, FollowsASymbolicLink) {
   fs::create_symlink("elsewhere/a.txt", folder / "link");
   write_whole_file(folder / "link", "new");
   EXPECT_TRUE(fs::is_symlink(folder / "link"));
-  EXPECT_EQ(content_of(folder / "elsewhere/a.txt"), "new");
+  EXPECT_EQ(read_file(folder / "elsewhere/a.txt"), "new");
 }
 
 TEST(WritingAFile, FollowsALinkToNothingYet) {
@@ -142,7 +143,7 @@ TEST(WritingAFile, FollowsALinkToNothingYet) {
   fs::create_symlink("second", folder / "first");
   fs::create_symlink(folder / "a.txt", folder / "second");
   write_whole_file(folder / "first", "new");
-  EXPECT_EQ(content_of(folder / "a.txt"), "new");
+  EXPECT_EQ(read_file(folder / "a.txt"), "new");
   EXPECT_TRUE(fs::is_symlink(folder / "first"));
 }
 
@@ -196,7 +197,7 @@ TEST(WritingAFile, InAFolderThatMayNotBeWrittenLeavesTheOldFile) {
            cannot_write(folder / "a.txt", "Permission denied");
   }));
   chmod(folder.path().c_str(), 0755);
-  EXPECT_EQ(content_of(folder / "a.txt"), "old");
+  EXPECT_EQ(read_file(folder / "a.txt"), "old");
   EXPECT_EQ(folder.entry_count(), 1U);
 }
 
@@ -209,7 +210,7 @@ TEST(WritingAFile, ThatMayNotBeWrittenLeavesIt) {
     return error_of_writing(folder / "a.txt") ==
            cannot_write(folder / "a.txt", "Permission denied");
   }));
-  EXPECT_EQ(content_of(folder / "a.txt"), "old");
+  EXPECT_EQ(read_file(folder / "a.txt"), "old");
 }
 
 TEST(WritingAFile, ThatRunsOutOfSpaceLeavesTheOldFileAndNoOther) {
@@ -224,7 +225,7 @@ TEST(WritingAFile, ThatRunsOutOfSpaceLeavesTheOldFileAndNoOther) {
     return error_of_writing(folder / "a.txt", std::string(5000, 'x')) ==
            cannot_write(folder / "a.txt", "File too large");
   }));
-  EXPECT_EQ(content_of(folder / "a.txt"), "old");
+  EXPECT_EQ(read_file(folder / "a.txt"), "old");
   EXPECT_EQ(folder.entry_count(), 1U);
 }
 
@@ -237,7 +238,7 @@ TEST(WritingAFile, WritesIntoAPipeInsteadOfReplacingIt) {
   const TemporaryFolder folder;
   ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
   std::string received;
-  std::thread reader([&] { received = content_of(folder / "pipe"); });
+  std::thread reader([&] { received = read_file(folder / "pipe"); });
   write_whole_file(folder / "pipe", "through");
   reader.join();
   EXPECT_EQ(received, "through");
@@ -249,8 +250,8 @@ TEST(WritingAFile, PassesOverATemporaryFileThatAnotherRunLeft) {
   const std::string left = folder / (".qorrt-" + std::to_string(getpid()) + "-0.tmp");
   write_file(left, "half");
   write_whole_file(folder / "a.txt", "whole");
-  EXPECT_EQ(content_of(folder / "a.txt"), "whole");
-  EXPECT_EQ(content_of(left), "half");
+  EXPECT_EQ(read_file(folder / "a.txt"), "whole");
+  EXPECT_EQ(read_file(left), "half");
 }
 
 TEST(Listing, AFileGivesItsName) {
@@ -333,7 +334,7 @@ TEST(Leftovers, OfAKilledProgramAreRemovedWhenTheFileIsLookedFor) {
   ASSERT_EQ(folder.entry_count(), 2U);
   EXPECT_EQ(names_at(folder / "a.txt"), Names{"a.txt"});
   EXPECT_EQ(folder.entry_count(), 1U);
-  EXPECT_EQ(content_of(folder / "a.txt"), "old");
+  EXPECT_EQ(read_file(folder / "a.txt"), "old");
 }
 
 TEST(Leftovers, AreRemovedWhereALinkLeads) {
@@ -352,7 +353,7 @@ TEST(Leftovers, AreNotTheFilesOfAProgramAtWork) {
   EXPECT_EQ(names_at(folder / "a.txt"), Names{});
   ASSERT_TRUE(at_work.fill("whole", std::nullopt));
   ASSERT_TRUE(at_work.rename_to(folder / "a.txt"));
-  EXPECT_EQ(content_of(folder / "a.txt"), "whole");
+  EXPECT_EQ(read_file(folder / "a.txt"), "whole");
 }
 
 TEST(Leftovers, AreNothingThatOnlySoundsLikeThem) {

@@ -1,7 +1,8 @@
 // The screen commands as a program sends them; what they draw is read back from a screenshot.
 #include "tests/host/bridge.h"
 #include "tests/host/read_png.h"
-#include "tests/host/temporary_folder.h"
+#include "tests/support/files.h"
+#include "tests/support/temporary_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -9,12 +10,12 @@
 
 namespace {
 
+using kavo::test::read_file;
+using kavo::test::TemporaryFolder;
 using test::Bridge;
-using test::content_of;
 using test::Environment;
 using test::InvisibleBridge;
 using test::read_png;
-using test::TemporaryFolder;
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double nan = std::numeric_limits<double>::quiet_NaN();
@@ -26,7 +27,7 @@ protected:
 
   std::vector<uint32_t> pixels() {
     EXPECT_EQ(bridge.error_of("GFX.SAVE_SCREENSHOT", folder_ / "a.png"), "");
-    return read_png(content_of(folder_ / "a.png")).pixels;
+    return read_png(read_file(folder_ / "a.png")).pixels;
   }
   uint32_t pixel(int x, int y) { return pixels()[static_cast<size_t>(y * 8 + x)]; }
 

@@ -110,7 +110,7 @@ protected:
   void SetUp() override { setenv("SDL_VIDEODRIVER", "offscreen", 1); }
 
 private:
-  TemporaryFolder folder_;
+  WorkingFolder folder_;
 };
 
 TEST_F(BlockingAnimations, AreTheFlashOfARowAndTheTip) {

@@ -54,7 +54,7 @@ protected:
     release_state();
   }
 
-  TemporaryFolder folder;
+  WorkingFolder folder;
 };
 
 Picture read_picture(const std::string& path) {

@@ -81,7 +81,7 @@ TEST(PlayedGame, IsLostNamedAndKeptOnDisk) {
   game.tap("Up");
   game.tap("Return");
   EXPECT_TRUE(game.is_on_title());
-  const std::string scores = test::content_of(game.folder / "tmp/kavo_high.txt");
+  const std::string scores = kavo::test::read_file(game.folder / "tmp/kavo_high.txt");
   EXPECT_EQ(scores.substr(0, 4), "BAA;") << scores;
 }
 
@@ -123,12 +123,12 @@ TEST(Scene, IsDrawnOnADisplayToo) {
         Scene{"opts", "opts shot\n", "tmp/kavo_opts.png"},
         Scene{"enter", "enter shot\n", "tmp/kavo_enter.png"},
         Scene{"", "shot saved\n", "tmp/kavo.png"}}) {
-    const test::TemporaryFolder folder;
+    const kavo::test::TemporaryFolder folder;
     const auto outcome = desktop.start(playing::launch(folder.path(), "1", {"shot", word}))->wait();
     EXPECT_TRUE(outcome.has_exited) << word;
     EXPECT_EQ(outcome.code, 0) << word << outcome.errors;
     EXPECT_EQ(outcome.output, line);
-    EXPECT_GT(test::content_of(folder / picture).size(), 1000) << word;
+    EXPECT_GT(kavo::test::read_file(folder / picture).size(), 1000) << word;
   }
 }
 

@@ -47,7 +47,7 @@ void expect_a_game(void (*change)(desktop::Launch&)) {
 // ---- the display --------------------------------------------------------------------------------
 
 desktop::Outcome start_with_display(const std::optional<std::string>& display) {
-  const test::TemporaryFolder folder;
+  const kavo::test::TemporaryFolder folder;
   desktop::Launch launch = playing::launch(folder.path(), "", {});
   launch.environment["DISPLAY"] = display;
   launch.environment["WAYLAND_DISPLAY"] = std::nullopt;
@@ -158,7 +158,7 @@ TEST(WithStandardStreamsClosed, TheGameIsPlayed) {
 }
 
 TEST(WithStandardStreamsClosed, AnErrorIsStillAnError) {
-  const test::TemporaryFolder folder;
+  const kavo::test::TemporaryFolder folder;
   desktop::Launch launch = playing::launch(folder.path(), "", {});
   launch.environment["DISPLAY"] = std::nullopt;
   launch.last_act = [] { close(STDERR_FILENO); };

@@ -2,7 +2,8 @@
 #pragma once
 
 #include "tests/desktop/desktop.h"
-#include "tests/host/temporary_folder.h"
+#include "tests/support/files.h"
+#include "tests/support/temporary_folder.h"
 
 #include <cstdint>
 #include <functional>
@@ -24,9 +25,12 @@ desktop::Launch launch(const std::string& folder, const std::string& seed,
 
 // Under what conditions a game is to run.
 struct Conditions {
-  std::string seed = "";                                          // empty leaves chance free
-  std::function<void(const test::TemporaryFolder&)> arrange = {}; // what it finds in its folder
-  std::function<void(desktop::Launch&)> change = {};              // how it is started otherwise
+  // Empty leaves chance free.
+  std::string seed = "";
+  // What it finds in its folder.
+  std::function<void(const kavo::test::TemporaryFolder&)> arrange = {};
+  // How it is started otherwise.
+  std::function<void(desktop::Launch&)> change = {};
 };
 
 // What a cell of the upright board shows, left of its middle.
@@ -73,7 +77,7 @@ public:
   // From the name entry on: takes the first name, AAA.
   void enter_name() { tap("Return"); }
 
-  test::TemporaryFolder folder;
+  kavo::test::TemporaryFolder folder;
   desktop::Desktop desktop;
   std::unique_ptr<desktop::Process> process;
   std::optional<desktop::DesktopWindow> window;

@@ -15,11 +15,11 @@
 namespace {
 
 namespace fs = std::filesystem;
+using kavo::test::read_file;
+using kavo::test::TemporaryFolder;
+using kavo::test::write_file;
 using playing::Conditions;
 using playing::Game;
-using test::content_of;
-using test::TemporaryFolder;
-using test::write_file;
 
 constexpr const char* scores = "tmp/kavo_high.txt";
 constexpr const char* old_table = "OLD;5\n---;0\n---;0\n---;0\n---;0";
@@ -41,13 +41,13 @@ void expect_refusal(Game& game, const std::string& reason) {
 }
 
 void expect_only_the_old_table(const TemporaryFolder& folder) {
-  EXPECT_EQ(content_of(folder / scores), old_table);
+  EXPECT_EQ(read_file(folder / scores), old_table);
   EXPECT_EQ(std::distance(fs::directory_iterator(folder / "tmp"), fs::directory_iterator()), 1);
 }
 
 // The table as it is after the first name was entered above the old one.
 bool is_new_table(const std::string& path) {
-  const std::string table = content_of(path);
+  const std::string table = read_file(path);
   return table.starts_with("AAA;") && table.ends_with("\nOLD;5\n---;0\n---;0\n---;0");
 }
 
@@ -67,7 +67,7 @@ TEST(Saving, BeyondTheLargestSizeOfAFileIsAnError) {
                              };
                            }});
   expect_refusal(game, "File too large");
-  EXPECT_EQ(content_of(game.folder / scores), long_table);
+  EXPECT_EQ(read_file(game.folder / scores), long_table);
 }
 
 // A file system of one page, which the old table fills, seen by the program alone. What is on it
@@ -139,14 +139,14 @@ TEST(Saving, WhereAFolderStandsIsAnErrorAndTheFolderStays) {
     write_file(folder / scores + "/note", "mine");
   }});
   expect_refusal(game, "Is a directory");
-  EXPECT_EQ(content_of(game.folder / scores + "/note"), "mine");
+  EXPECT_EQ(read_file(game.folder / scores + "/note"), "mine");
 }
 
 TEST(Saving, WhereAFileStandsForTheFolderIsAnErrorAndTheFileStays) {
   Game game(Conditions{
       .arrange = [](const TemporaryFolder& folder) { write_file(folder / "tmp", "mine"); }});
   expect_refusal(game, "Not a directory");
-  EXPECT_EQ(content_of(game.folder / "tmp"), "mine");
+  EXPECT_EQ(read_file(game.folder / "tmp"), "mine");
 }
 
 TEST(Saving, ThroughALinkReplacesTheFileItLeadsToAndLeavesTheLink) {

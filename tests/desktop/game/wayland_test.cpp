@@ -49,7 +49,7 @@ public:
   Bitmap pixels() const { return screen_.pixels(); }
   void tap(const std::string& key) { desktop_.tap(key); }
 
-  test::TemporaryFolder folder;
+  kavo::test::TemporaryFolder folder;
 
 private:
   std::string socket_ = "wayland-test";

@@ -125,6 +125,12 @@ void Typist::let_it_go_on() {
   program_->send_signal(SIGCONT);
 }
 
+void Typist::let_it_catch_up() const {
+  constexpr int most_unseen = 50;
+  if (presses_ % most_unseen == 0)
+    says("+", presses_ - most_unseen);
+}
+
 bool Typist::says(const std::string& text, int times) const {
   return desktop::eventually([&] { return count_in_output(text) >= times; });
 }

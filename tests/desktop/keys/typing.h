@@ -44,6 +44,10 @@ public:
   void stop_it();
   void let_it_go_on();
 
+  // A frame reports one quick tap at the most, and a busy machine has few frames: waits until the
+  // program has seen all but the last few presses.
+  void let_it_catch_up() const;
+
   // Waits until the program has written the text so often; false when it does not.
   bool says(const std::string& text, int times = 1) const;
   int count_in_output(const std::string& text) const;

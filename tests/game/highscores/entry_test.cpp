@@ -32,7 +32,7 @@ protected:
 
   static double letter(int64_t position) { return qor_array_get(ENTERNAME.get(), position); }
 
-  TemporaryFolder folder;
+  WorkingFolder folder;
 
 private:
   static void repeat(int times, double up, double down, double left, double right, double enter) {

@@ -50,7 +50,7 @@ protected:
     return message;
   }
 
-  TemporaryFolder folder;
+  WorkingFolder folder;
 };
 
 // ---- reading

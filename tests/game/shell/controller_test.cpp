@@ -58,7 +58,7 @@ TEST_F(ControllerKeysTest, SouthSwitchesAnOptionOnce) {
 }
 
 TEST_F(ControllerKeysTest, SouthAcceptsANameAndStartsNothing) {
-  const TemporaryFolder scores;
+  const WorkingFolder scores;
   std::filesystem::create_directory("tmp");
   ENTERNAME = numbers({0, 0, 0});
   ENTERRANK = 0;

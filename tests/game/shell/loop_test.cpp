@@ -244,7 +244,7 @@ TEST_F(LoopTest, AnEntryFrameUpdatesDrawsAndPresents) {
 }
 
 TEST_F(LoopTest, TheEntryListensToTheArrowsAndReturn) {
-  const TemporaryFolder folder;
+  const WorkingFolder folder;
   std::filesystem::create_directory("tmp");
   enter_state("enter");
   ENTERRANK = 2;
