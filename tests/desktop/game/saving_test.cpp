@@ -8,8 +8,14 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
 #include <filesystem>
+#include <random>
 #include <string>
+#include <thread>
 #include <utility>
 
 namespace {
@@ -191,6 +197,47 @@ TEST(Saving, InAFolderThatWasDeletedIsAnError) {
     launch.last_act = [] { rmdir(fs::current_path().c_str()); };
   }});
   expect_refusal(game, "No such file or directory");
+}
+
+// How often the real program is killed around a save; tests of the two libraries alone, which need
+// no game for each kill, do it far more often.
+int kills_wanted() {
+  const char* wanted = std::getenv("KAVO_PROGRAM_KILLS");
+  return wanted == nullptr ? 2 : std::atoi(wanted);
+}
+
+// From the key press on: the frame in which it is seen, the save, and some time after it.
+void kill_around_the_save(Game& game, int delay_us) {
+  game.lose();
+  game.enter_name();
+  std::this_thread::sleep_for(std::chrono::microseconds(delay_us));
+  game.process->send_signal(SIGKILL);
+  const auto outcome = game.process->wait();
+  EXPECT_FALSE(outcome.has_exited) << outcome.errors;
+}
+
+void start_again_in(const Game& game) {
+  desktop::Launch launch = playing::launch(game.folder.path(), "", {});
+  launch.environment["DISPLAY"] = std::nullopt; // which it asks for when it has its scores
+  EXPECT_EQ(desktop::Process(launch).wait().code, 1);
+}
+
+TEST(Saving, IsWholeOrNotDoneWhenTheProgramIsKilled) {
+  std::mt19937 random(1);
+  std::uniform_int_distribution<int> delay_us(0, 40'000);
+  int saved = 0;
+  const int kills = kills_wanted();
+  for (int i = 0; i < kills; ++i) {
+    Game game(Conditions{.arrange = put_old_table});
+    kill_around_the_save(game, delay_us(random));
+    const bool is_saved = is_new_table(game.folder / scores);
+    EXPECT_TRUE(is_saved || content_of(game.folder / scores) == old_table);
+    saved += is_saved;
+    start_again_in(game);
+    EXPECT_EQ(std::distance(fs::directory_iterator(game.folder / "tmp"), fs::directory_iterator()),
+              1);
+  }
+  std::printf("%d kills of the program, %d after the save\n", kills, saved);
 }
 
 } // namespace
