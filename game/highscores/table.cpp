@@ -1,5 +1,7 @@
 #include "game/highscores/table.h"
 
+#include <string>
+
 #include "game/commands.h"
 #include "game/state.h"
 
@@ -25,9 +27,11 @@ double score_at(int64_t slot) {
 
 Out<> read_entry(int64_t slot, const char* line) {
   const Array fields = TRY(command::split(line, ";"));
-  if (qor_array_len(fields.get()) > 1)
-    DO(set_entry(slot, qor_array_get_str(fields.get(), 0),
-                 qor_val(qor_array_get_str(fields.get(), 1))));
+  if (qor_array_len(fields.get()) <= 1)
+    return {};
+  // Without what a damaged file may hold behind a NUL byte: there a saved line would end.
+  const std::string name = qor_array_get_str(fields.get(), 0);
+  DO(set_entry(slot, name.c_str(), qor_val(qor_array_get_str(fields.get(), 1))));
   return {};
 }
 

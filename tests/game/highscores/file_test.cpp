@@ -178,6 +178,12 @@ TEST_F(ScoreFileTest, NulBytesEndTheProgramNowhereAndTheTableStaysWhole) {
     EXPECT_NE(qor_array_get_str(HS_NAME.get(), slot), nullptr);
 }
 
+TEST_F(ScoreFileTest, ANameEndsAtANulByteAndKeepsItsScoreWhenItIsSaved) {
+  load(std::string("JON\0\0N;12\nABE;8", 14));
+  run(SAVEHIGH());
+  EXPECT_EQ(read_file(file), "JON;12\nABE;8\n---;0\n---;0\n---;0");
+}
+
 TEST_F(ScoreFileTest, BytesAboveAsciiAreKeptAsTheyAre) {
   load("J\xC3\x96N;12\n\xFF\x80Z;5");
   expect_entry(0, "J\xC3\x96N", 12);
