@@ -8,41 +8,15 @@
 #include "game/highscores/table.h"
 #include "game/state.h"
 #include "tests/fuzz/input.h"
+#include "tests/fuzz/sandbox.h"
 
 namespace {
 
-namespace fs = std::filesystem;
 using kavo::HS_NAME;
 using kavo::HS_SCORE;
 
 constexpr const char* path = "tmp/kavo_high.txt";
 constexpr int64_t entries = 5;
-
-// The program's folder, in memory where there is such a place; removed at the end.
-const std::string& folder() {
-  static const auto& made = *new std::string([] {
-    const fs::path memory = "/dev/shm";
-    std::string name =
-        (fs::is_directory(memory) ? memory : fs::temp_directory_path()) / "kavo-fuzz-XXXXXX";
-    fuzz::require(mkdtemp(name.data()) != nullptr, "there is a folder");
-    fs::create_directory(name + "/tmp");
-    std::atexit([] { fs::remove_all(folder()); });
-    return name;
-  }());
-  return made;
-}
-
-// The current folder while it lives; the fuzzer needs its own for the rest.
-class InFolder {
-public:
-  InFolder() { fs::current_path(folder()); }
-  ~InFolder() { fs::current_path(before_); }
-  InFolder(const InFolder&) = delete;
-  InFolder& operator=(const InFolder&) = delete;
-
-private:
-  fs::path before_ = fs::current_path();
-};
 
 void start_host() {
   qor_runtime_set_handle(qorrt_init(0, nullptr));
@@ -109,7 +83,8 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  const InFolder here;
+  const fuzz::Sandbox folder;
+  std::filesystem::create_directory("tmp");
   std::ofstream(path, std::ios::binary)
       .write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
   load();

@@ -179,7 +179,7 @@ TEST_F(ScoreFileTest, NulBytesEndTheProgramNowhereAndTheTableStaysWhole) {
 }
 
 TEST_F(ScoreFileTest, ANameEndsAtANulByteAndKeepsItsScoreWhenItIsSaved) {
-  load(std::string("JON\0\0N;12\nABE;8", 14));
+  load(std::string("JON\0\0N;12\nABE;8", 15));
   run(SAVEHIGH());
   EXPECT_EQ(read_file(file), "JON;12\nABE;8\n---;0\n---;0\n---;0");
 }
