@@ -7,6 +7,7 @@
 #include "host/command.h"
 #include "host/screen/display_loss.h"
 #include "host/screen/icon.h"
+#include "host/screen/key_meaning.h"
 
 namespace kavo::host {
 
@@ -34,25 +35,6 @@ std::string desktop_drivers() {
 
 bool is_full_screen_key(const SDL_Keysym& key) {
   return key.sym == SDLK_F11 || (key.sym == SDLK_RETURN && (key.mod & KMOD_ALT) != 0);
-}
-
-// The keypad stands in for Return and, while Num Lock is off, for the arrow keys.
-SDL_Keycode meaning_of(const SDL_Keysym& key) {
-  const bool has_digits = (key.mod & KMOD_NUM) != 0;
-  switch (key.sym) {
-  case SDLK_KP_ENTER:
-    return SDLK_RETURN;
-  case SDLK_KP_4:
-    return has_digits ? key.sym : SDLK_LEFT;
-  case SDLK_KP_6:
-    return has_digits ? key.sym : SDLK_RIGHT;
-  case SDLK_KP_8:
-    return has_digits ? key.sym : SDLK_UP;
-  case SDLK_KP_2:
-    return has_digits ? key.sym : SDLK_DOWN;
-  default:
-    return key.sym;
-  }
 }
 
 bool is_full_screen(SDL_Window* window) {
