@@ -55,7 +55,7 @@ int film_tip(const std::filesystem::path& folder, int seed) {
   const bool has_ended_well = play(Player({.pull = 0.0}, 6), seed, [&](const Canvas& picture) {
     has_tipped = has_tipped || kavo::ROWS < kavo::COLS;
     if (reel.size() < frames)
-      reel.push_back(picture);
+      reel.push_back(kavo::film::copy_of(picture));
     if (!has_tipped && reel.size() > frames_before)
       reel.pop_front();
     return reel.size() == frames;

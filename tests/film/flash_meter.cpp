@@ -5,6 +5,8 @@
 #include <cmath>
 #include <cstring>
 
+#include "tests/film/studio.h"
+
 namespace kavo::film {
 
 namespace {
@@ -84,7 +86,7 @@ void FlashMeter::measure_changed_cells(const host::Canvas& picture) {
       changed_.push_back(index);
     }
   }
-  last_picture_ = picture;
+  last_picture_ = copy_of(picture);
 }
 
 bool FlashMeter::has_changed(const host::Canvas& picture, int column, int row) const {

@@ -19,7 +19,7 @@ constexpr int allowed_in_a_second = 3;
 class RestMeter {
 public:
   void look_at(const host::Canvas& picture, double now_ms, bool is_shaking) {
-    waiting_.emplace_back(now_ms, picture);
+    waiting_.emplace_back(now_ms, copy_of(picture));
     if (is_shaking) {
       waiting_.clear();
       rests_from_ms_ = now_ms + after_ms;

@@ -1,5 +1,7 @@
 #include "tests/film/studio.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 #include <iostream>
 #include <string>
@@ -58,6 +60,15 @@ bool run_game(std::initializer_list<const char*> arguments, int seed) {
     std::cerr << "the game ended with: " << chars(Text(qor_err_msg())) << '\n';
   qor_err_clear();
   return !has_failed;
+}
+
+host::Canvas copy_of(const host::Canvas& picture) {
+  host::Canvas copy(picture.width(), picture.height());
+  std::vector<uint32_t> memory(picture.pixels().size());
+  copy.move_to(memory.data());
+  std::ranges::copy(picture.pixels(), memory.begin());
+  copy.move_home();
+  return copy;
 }
 
 } // namespace kavo::film

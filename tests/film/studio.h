@@ -23,4 +23,7 @@ Studio& studio();
 // it, which is named on standard error.
 bool run_game(std::initializer_list<const char*> arguments, int seed);
 
+// A picture of its own, which stays as it is while the first one is drawn on.
+host::Canvas copy_of(const host::Canvas& picture);
+
 } // namespace kavo::film
