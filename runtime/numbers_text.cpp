@@ -31,6 +31,14 @@ char* new_grouped(std::string_view digits) {
   return qor::new_string({grouped.data(), static_cast<std::size_t>(out - grouped.begin())});
 }
 
+// Written where it stays: malloc has no block shorter than the longest integer.
+char* new_integer(int64_t value) {
+  constexpr std::size_t longest = 20; // the sign and 19 digits
+  auto* text = qor::new_uninitialised_string(longest);
+  *std::to_chars(text, text + longest, value).ptr = '\0';
+  return text;
+}
+
 char* new_digits(uint64_t value, int base) {
   std::array<char, 64> digits; // to_chars fills what is read
   auto* end = std::to_chars(digits.begin(), digits.end(), value, base).ptr;
@@ -55,9 +63,10 @@ void qor_setlocale(const char* name) {
 }
 
 char* qor_int_to_str(int64_t value) {
+  if (locale_flag == 0)
+    return new_integer(value);
   qor::NumberBuffer buffer;
-  const auto digits = qor::write_integer(buffer, value);
-  return locale_flag != 0 ? new_grouped(digits) : qor::new_string(digits);
+  return new_grouped(qor::write_integer(buffer, value));
 }
 
 char* qor_double_to_str(double value) {

@@ -236,6 +236,10 @@ void for_many_numbers(Check check) {
     check(static_cast<double>(random() % 2000000) / 1000.0 - 1000.0);
     check(static_cast<double>(random() % 20000001) / 2e7);
     check(static_cast<double>(random() % 20000001) * 0.05);
+    const auto tie = static_cast<double>(random() % 200000000) / 128.0; // of the sixth decimal
+    check(tie);
+    check(std::nextafter(tie, 0.0));
+    check(std::nextafter(-tie, -INFINITY));
     check(std::ldexp(static_cast<double>(random() >> 11), -70 + static_cast<int>(random() % 40)));
   }
 }
