@@ -39,6 +39,8 @@ void add_arithmetic(const std::string& size, int64_t length) {
     bench::add(name + size + "/eigen",
                [=] { benchmark::DoNotOptimize(Peer(peer(a.peer, b.peer)).data()); });
   };
+  for (const std::string name : {"add ", "multiply ", "divide ", "scale ", "sum ", "dot "})
+    bench::expect(name + size + "/eigen", bench::at_least(0.9));
   add_op("add ", QOR_OP_ADD, [](const Peer& x, const Peer& y) { return x + y; });
   add_op("multiply ", QOR_OP_MULTIPLY, [](const Peer& x, const Peer& y) { return x * y; });
   add_op("divide ", QOR_OP_DIVIDE, [](const Peer& x, const Peer& y) { return x / y; });
@@ -58,6 +60,7 @@ void add_sort(const std::string& size, int64_t length) {
   const auto pair = make_pair(length, 3);
   const std::vector<double> values(pair.peer.data(), pair.peer.data() + length);
   bench::add("sort " + size + "/ours", [=] { qor_array_free(qor_array_sort(pair.ours)); });
+  bench::expect("sort " + size + "/std::stable_sort", bench::at_least(0.9));
   bench::add("sort " + size + "/std::stable_sort", [=] {
     auto copy = values;
     std::ranges::stable_sort(copy);

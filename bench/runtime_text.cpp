@@ -1,4 +1,4 @@
-// Number to text beside snprintf, replace and split beside the straightforward loops over
+// Number to text beside snprintf; replace, split and join beside the straightforward loops over
 // std::string. All results are owned on both sides.
 #include "bench/ratios.h"
 #include "runtime/qor.h"
@@ -27,6 +27,7 @@ void add_conversion(const std::string& name, const char* format, double scale, C
     for (const double number : numbers)
       qor_str_free(convert(number));
   });
+  bench::expect(name + "/snprintf", bench::at_least(3.0));
   bench::add(name + "/snprintf", [=] {
     std::array<char, 64> buffer;
     for (const double number : numbers) {
@@ -44,6 +45,7 @@ void add_integers() {
     for (const double number : numbers)
       qor_str_free(qor_int_to_str(static_cast<int64_t>(number)));
   });
+  bench::expect("integer to text/snprintf", bench::at_least(3.0));
   bench::add("integer to text/snprintf", [=] {
     std::array<char, 64> buffer;
     for (const double number : numbers) {
@@ -71,22 +73,44 @@ std::string replaced_by_loop(std::string text, const std::string& find, const st
   return text;
 }
 
+std::string joined_by_loop(const std::vector<std::string>& pieces, const std::string& separator) {
+  std::string text;
+  for (std::size_t i = 0; i < pieces.size(); ++i) {
+    if (i > 0)
+      text += separator;
+    text += pieces[i];
+  }
+  return text;
+}
+
+// Our work beside the plain loop's, which is to be no faster.
+template<typename Ours, typename Loop>
+void add_pair(const std::string& name, Ours ours, Loop loop) {
+  bench::add(name + "/ours", ours);
+  bench::add(name + "/loop", loop);
+  bench::expect(name + "/loop", bench::at_least(1.0));
+}
+
+// The array lives as long as the process.
 void add_pieces(const std::string& size, std::size_t words) {
   std::string text;
   for (std::size_t i = 0; i < words; ++i)
     text += "word" + std::to_string(i) + ", ";
-  bench::add("split " + size + "/ours",
-             [=] { qor_array_free_deep(qor_split(text.c_str(), ", ")); });
-  bench::add("split " + size + "/loop",
-             [=] { benchmark::DoNotOptimize(split_by_loop(text, ", ").data()); });
-  bench::add("replace by as much " + size + "/ours",
-             [=] { qor_str_free(qor_replace(text.c_str(), ", ", "; ")); });
-  bench::add("replace by as much " + size + "/loop",
-             [=] { benchmark::DoNotOptimize(replaced_by_loop(text, ", ", "; ").data()); });
-  bench::add("replace by more " + size + "/ours",
-             [=] { qor_str_free(qor_replace(text.c_str(), ", ", " and ")); });
-  bench::add("replace by more " + size + "/loop",
-             [=] { benchmark::DoNotOptimize(replaced_by_loop(text, ", ", " and ").data()); });
+  const auto keep = [](const auto& result) { benchmark::DoNotOptimize(result.data()); };
+  add_pair(
+      "split " + size, [=] { qor_array_free_deep(qor_split(text.c_str(), ", ")); },
+      [=] { keep(split_by_loop(text, ", ")); });
+  add_pair(
+      "replace by as much " + size, [=] { qor_str_free(qor_replace(text.c_str(), ", ", "; ")); },
+      [=] { keep(replaced_by_loop(text, ", ", "; ")); });
+  add_pair(
+      "replace by more " + size, [=] { qor_str_free(qor_replace(text.c_str(), ", ", " and ")); },
+      [=] { keep(replaced_by_loop(text, ", ", " and ")); });
+  const auto pieces = split_by_loop(text, ", ");
+  const auto* array = qor_split(text.c_str(), ", ");
+  add_pair(
+      "join " + size, [=] { qor_str_free(qor_join_arr(array, "; ")); },
+      [=] { keep(joined_by_loop(pieces, "; ")); });
 }
 
 // Lines, which no std::string keeps inside itself.
@@ -94,9 +118,24 @@ void add_lines() {
   std::string text;
   for (int i = 0; i < 1000; ++i)
     text += "a line of some forty characters, no. " + std::to_string(i) + "\n";
-  bench::add("split 1000 lines/ours", [=] { qor_array_free_deep(qor_split(text.c_str(), "\n")); });
-  bench::add("split 1000 lines/loop",
-             [=] { benchmark::DoNotOptimize(split_by_loop(text, "\n").data()); });
+  add_pair(
+      "split 1000 lines", [=] { qor_array_free_deep(qor_split(text.c_str(), "\n")); },
+      [=] { benchmark::DoNotOptimize(split_by_loop(text, "\n").data()); });
+}
+
+void add_format() {
+  bench::add("format three numbers/ours", [] {
+    qor_str_free(qor_format3("{>6d} of {d}: {.2f} per cent", 123.0, 456.0, 26.97));
+  });
+  bench::add("format three numbers/snprintf", [] {
+    std::array<char, 64> buffer;
+    std::snprintf(buffer.data(), buffer.size(), "%6lld of %lld: %.2f per cent", 123LL, 456LL,
+                  26.97);
+    auto* copy = strdup(buffer.data());
+    benchmark::DoNotOptimize(copy);
+    free(copy);
+  });
+  bench::expect("format three numbers/snprintf", bench::at_least(1.0));
 }
 
 } // namespace
@@ -105,6 +144,7 @@ int main(int argc, char** argv) {
   add_conversion("double to text, %g", "%g", 1000, qor_double_to_str);
   add_conversion("double to text, six decimals", "%.6f", 1000, qor_str);
   add_integers();
+  add_format();
   add_lines();
   add_pieces("4 words", 4);
   add_pieces("20 words", 20);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "runtime/internal/array_slots.h"
+#include "runtime/internal/cpu.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -45,6 +46,32 @@ QorArray* new_rows(int64_t length, MakeRow make_row) {
   return result;
 }
 
+// Calls `step` with every index below `length`.
+template<typename Step>
+void for_each_index(std::size_t length, const Step& step) {
+  for (std::size_t i = 0; i < length; ++i)
+    step(i);
+}
+
+// The same, vectorised as wide as the processor can: twice as wide as every processor can, which
+// makes up for the call and the allocation around it in arrays of a thousand numbers
+// (scripts/bench runtime_arrays).
+#if defined(__x86_64__)
+template<typename Step>
+__attribute__((target("avx2"))) void for_each_index_avx2(std::size_t length, const Step& step) {
+  for_each_index(length, step);
+}
+#endif
+
+template<typename Step>
+void for_each_index_widely(std::size_t length, const Step& step) {
+#if defined(__x86_64__)
+  if (has_avx2())
+    return for_each_index_avx2(length, step);
+#endif
+  for_each_index(length, step);
+}
+
 // The function applied to every number.
 template<typename Function>
 QorArray* mapped(const QorArray* array, Function function) {
@@ -71,9 +98,9 @@ QorArray* combined_with_scalar(const QorArray* array, double s, bool is_scalar_f
     const auto* in = values.data();
     auto* out = result->data;
     if (is_scalar_first)
-      std::transform(in, in + values.size(), out, [=](double x) { return operation(s, x); });
+      for_each_index_widely(values.size(), [=](std::size_t i) { out[i] = operation(s, in[i]); });
     else
-      std::transform(in, in + values.size(), out, [=](double x) { return operation(x, s); });
+      for_each_index_widely(values.size(), [=](std::size_t i) { out[i] = operation(in[i], s); });
   });
   return result;
 }
@@ -94,7 +121,10 @@ QorArray* combined(const QorArray* a, const QorArray* b, const WithOperation& wi
     });
   auto* result = new_uninitialised_array(static_cast<int64_t>(length), 0);
   with_operation([&](auto operation) {
-    std::transform(left.data(), left.data() + length, right.data(), result->data, operation);
+    const auto* first = left.data();
+    const auto* second = right.data();
+    auto* out = result->data;
+    for_each_index_widely(length, [=](std::size_t i) { out[i] = operation(first[i], second[i]); });
   });
   return result;
 }
