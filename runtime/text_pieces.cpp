@@ -106,7 +106,9 @@ QorArray* qor_str_to_chars(const char* s) {
 }
 
 char* qor_join_arr(const QorArray* array, const char* separator) {
-  qor::StringBuilder joined(0);
-  append_joined(joined, array, qor::text_of(separator));
+  constexpr std::size_t usual_length = 12; // a guess; the builder grows
+  const auto between = qor::text_of(separator);
+  qor::StringBuilder joined(qor::slots_of(array).size() * (usual_length + between.size()));
+  append_joined(joined, array, between);
   return joined.release();
 }
