@@ -151,7 +151,7 @@ protected:
   static long files() { return std::distance(fs::directory_iterator("tmp"), {}); }
 
 private:
-  TemporaryFolder folder_;
+  WorkingFolder folder_;
 };
 
 // What the kills hit.

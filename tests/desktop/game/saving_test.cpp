@@ -231,7 +231,7 @@ TEST(Saving, IsWholeOrNotDoneWhenTheProgramIsKilled) {
     Game game(Conditions{.arrange = put_old_table});
     kill_around_the_save(game, delay_us(random));
     const bool is_saved = is_new_table(game.folder / scores);
-    EXPECT_TRUE(is_saved || content_of(game.folder / scores) == old_table);
+    EXPECT_TRUE(is_saved || read_file(game.folder / scores) == old_table);
     saved += is_saved;
     start_again_in(game);
     EXPECT_EQ(std::distance(fs::directory_iterator(game.folder / "tmp"), fs::directory_iterator()),

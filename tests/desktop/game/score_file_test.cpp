@@ -13,9 +13,9 @@ using playing::Conditions;
 using playing::Game;
 
 void expect_a_title_with(const std::string& scores) {
-  Game game(Conditions{.arrange = [&](const test::TemporaryFolder& folder) {
+  Game game(Conditions{.arrange = [&](const kavo::test::TemporaryFolder& folder) {
     std::filesystem::create_directory(folder / "tmp");
-    test::write_file(folder / "tmp/kavo_high.txt", scores);
+    kavo::test::write_file(folder / "tmp/kavo_high.txt", scores);
   }});
   EXPECT_TRUE(game.is_on_title());
   game.tap("Escape");

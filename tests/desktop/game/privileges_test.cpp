@@ -1,0 +1,193 @@
+// What the real program asks of the system while a game is played, lost, named and saved: no
+// network, no other program, no other rights, and nothing written outside of its own folder.
+#include "tests/desktop/game/playing.h"
+
+#include <gtest/gtest.h>
+
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <sched.h>
+#include <sys/prctl.h>
+#include <sys/socket.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstddef>
+#include <regex>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+using playing::Conditions;
+using playing::Game;
+
+// The leak sanitizer starts a process that traces its own.
+void look_for_no_leaks(desktop::Launch& launch) {
+  launch.environment["ASAN_OPTIONS"] = "detect_leaks=0";
+}
+
+void play_to_a_saved_score(Game& game) {
+  game.lose();
+  game.enter_name();
+  EXPECT_TRUE(game.is_on_title());
+  game.tap("Escape");
+  const auto outcome = game.process->wait();
+  EXPECT_TRUE(outcome.has_exited) << "ended by signal " << outcome.code;
+  EXPECT_EQ(outcome.code, 0) << outcome.errors;
+  EXPECT_TRUE(kavo::test::read_file(game.folder / "tmp/kavo_high.txt").starts_with("AAA;"));
+}
+
+// ---- enforced -----------------------------------------------------------------------------------
+
+constexpr uint32_t offset_of_first_argument = offsetof(seccomp_data, args);
+
+// Kills the process that makes the system call.
+void forbid(std::vector<sock_filter>& filter, uint32_t call) {
+  filter.push_back(BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, call, 0, 1));
+  filter.push_back(BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_KILL_PROCESS));
+}
+
+// Local sockets lead to the display, the kernel's tell of devices that are plugged in.
+void forbid_networks(std::vector<sock_filter>& filter) {
+  filter.insert(filter.end(), {BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_socket, 0, 5),
+                               BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offset_of_first_argument),
+                               BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, AF_UNIX, 2, 0),
+                               BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, AF_NETLINK, 1, 0),
+                               BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_KILL_PROCESS),
+                               BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW)});
+}
+
+// Threads stay allowed; a filter cannot read what clone3 is given, and libc then takes clone.
+void forbid_processes(std::vector<sock_filter>& filter) {
+  filter.insert(filter.end(), {BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_clone3, 0, 1),
+                               BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | ENOSYS),
+                               BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_clone, 0, 4),
+                               BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offset_of_first_argument),
+                               BPF_JUMP(BPF_JMP | BPF_JSET | BPF_K, CLONE_THREAD, 1, 0),
+                               BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_KILL_PROCESS),
+                               BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW)});
+}
+
+std::vector<sock_filter> filter_of_what_a_game_needs() {
+  std::vector<sock_filter> filter = {
+      BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr))};
+  for (const uint32_t call :
+       {SYS_setuid, SYS_setgid, SYS_setreuid, SYS_setregid, SYS_setresuid, SYS_setresgid,
+        SYS_setgroups, SYS_capset, SYS_ptrace, SYS_mount, SYS_chroot, SYS_bpf, SYS_reboot})
+    forbid(filter, call);
+#ifdef SYS_fork
+  forbid(filter, SYS_fork);
+  forbid(filter, SYS_vfork);
+#endif
+  forbid_networks(filter);
+  forbid_processes(filter);
+  filter.push_back(BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW));
+  return filter;
+}
+
+void confine() {
+  std::vector<sock_filter> filter = filter_of_what_a_game_needs();
+  const sock_fprog program = {static_cast<unsigned short>(filter.size()), filter.data()};
+  if (prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) != 0 ||
+      prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) != 0)
+    _exit(99);
+}
+
+bool is_killed_by_the_filter(const std::vector<std::string>& command) {
+  const auto outcome = desktop::Process({command, {}, ".", confine}).wait();
+  return !outcome.has_exited && outcome.code == SIGSYS;
+}
+
+TEST(Privileges, TheFilterStopsWhatItIsToStop) {
+  EXPECT_TRUE(is_killed_by_the_filter({"bash", "-c", ": >/dev/tcp/127.0.0.1/9"}));
+  EXPECT_TRUE(is_killed_by_the_filter({"bash", "-c", "true | true"}));
+}
+
+TEST(Privileges, AGameNeedsNoNetworkNoProcessAndNoOtherRights) {
+  Game game(Conditions{.change = [](desktop::Launch& launch) {
+    look_for_no_leaks(launch);
+    launch.last_act = confine;
+  }});
+  play_to_a_saved_score(game);
+}
+
+// ---- traced -------------------------------------------------------------------------------------
+
+// Those that this machine's kernel does not know are passed over.
+constexpr const char* traced_calls =
+    "trace=?socket,?execve,?execveat,?open,?openat,?openat2,?creat,?truncate,?mkdir,?mkdirat,?"
+    "rmdir,"
+    "?rename,?renameat,?renameat2,?link,?linkat,?symlink,?symlinkat,?unlink,?unlinkat,?chmod,"
+    "?fchmodat,?chown,?lchown,?fchownat,?mknod,?mknodat,?utimensat";
+
+std::vector<std::string> traced_command() {
+  return {"strace", "-f", "-qq", "-s", "4096", "-o", "trace", "-e", traced_calls};
+}
+
+bool may_trace() {
+  const kavo::test::TemporaryFolder folder;
+  auto command = traced_command();
+  command.emplace_back("true");
+  const auto outcome = desktop::Process({command, {}, folder.path()}).wait();
+  return outcome.has_exited && outcome.code == 0;
+}
+
+std::vector<std::string> lines_of(const std::string& text) {
+  std::vector<std::string> lines;
+  std::istringstream stream(text);
+  for (std::string line; std::getline(stream, line);)
+    lines.push_back(line);
+  return lines;
+}
+
+bool contains(const std::string& line, const char* pattern) {
+  return std::regex_search(line, std::regex(pattern));
+}
+
+// Changes a name or opens a file for more than reading.
+bool is_writing(const std::string& line) {
+  if (contains(line, R"(^\d+ +(open|openat|openat2)\()"))
+    return contains(line, "O_WRONLY|O_RDWR|O_CREAT|O_TRUNC|O_APPEND");
+  return !contains(line, R"(^\d+ +(socket|execve|execveat)\()") && contains(line, R"(^\d+ +\w+\()");
+}
+
+// The names in the line all lie in the game's own folder for files, or are devices.
+bool is_within_bounds(const std::string& line) {
+  const std::regex name(R"rx("((?:[^"\\]|\\.)*)")rx");
+  for (std::sregex_iterator found(line.begin(), line.end(), name), end; found != end; ++found)
+    if (!contains((*found)[1], "^(tmp|tmp/[^/]*|/dev/null|/dev/input/.*)$"))
+      return false;
+  return true;
+}
+
+TEST(Privileges, AGameWritesInItsOwnFolderOnly) {
+  if (!may_trace())
+    GTEST_SKIP() << "system calls may not be traced here: what is written was NOT looked at";
+  Game game(Conditions{.change = [](desktop::Launch& launch) {
+    look_for_no_leaks(launch);
+    auto command = traced_command();
+    command.push_back(launch.arguments.front());
+    launch.arguments = command;
+  }});
+  play_to_a_saved_score(game);
+  int started = 0;
+  int written = 0;
+  for (const std::string& line : lines_of(kavo::test::read_file(game.folder / "trace"))) {
+    started += contains(line, R"(^\d+ +execve)");
+    if (contains(line, R"(^\d+ +socket\()")) {
+      EXPECT_TRUE(contains(line, R"(\((AF_UNIX|AF_NETLINK), )")) << line;
+    }
+    if (!is_writing(line))
+      continue;
+    ++written;
+    EXPECT_TRUE(is_within_bounds(line)) << line;
+  }
+  EXPECT_EQ(started, 1) << "it starts other programs";
+  EXPECT_GE(written, 3) << "its folder, the table's new content and its renaming were not seen";
+}
+
+} // namespace
