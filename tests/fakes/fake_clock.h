@@ -8,8 +8,8 @@ namespace kavo::test {
 
 struct FakeClock {
   double now_ms = 0.0;
-  double slept_ms = 0.0;          // all sleeps together
-  double step_ms = 0.0;           // how far every reading moves it on
+  double slept_ms = 0.0;               // all sleeps together
+  double step_ms = 0.0;                // how far every reading moves it on
   std::function<void()> on_sleep = {}; // called after every sleep
 };
 
