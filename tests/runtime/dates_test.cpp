@@ -197,8 +197,12 @@ TEST_F(Utc, EveryUnitIsAdded) {
   EXPECT_EQ(take(qor_dateadd("month", date, 13)), "2025-02-01 00:00:00");
   EXPECT_EQ(take(qor_dateadd("d", date, 60)), "2024-03-01 00:00:00");
   EXPECT_EQ(take(qor_dateadd("H", date, -1)), "2023-12-31 23:00:00");
-  EXPECT_EQ(take(qor_dateadd("N", date, 90)), "2024-01-01 01:30:00");
+  EXPECT_EQ(take(qor_dateadd("n", date, -1)), "2023-12-31 23:59:00");
   EXPECT_EQ(take(qor_dateadd("s", date, 86400)), "2024-01-02 00:00:00");
+}
+
+TEST_F(Utc, NAddsMinutes) {
+  EXPECT_EQ(take(qor_dateadd("N", "2024-01-01 00:00:00", 90)), "2024-01-01 01:30:00");
 }
 
 TEST_F(Utc, AnUnknownUnitAddsNothing) {
@@ -230,8 +234,11 @@ TEST_F(Utc, AYearBeyond32BitsGivesNothing) {
   EXPECT_EQ(take(qor_dateadd("M", "-2147483647-01-01", -1)), "") << "it would not read back";
 }
 
-TEST_F(Utc, DifferencesHaveUnits) {
+TEST_F(Utc, ALowerCaseDIsDaysToo) {
   EXPECT_EQ(qor_datediff("d", "2024-01-01", "2024-01-02"), 1.0);
+}
+
+TEST_F(Utc, DifferencesHaveUnits) {
   EXPECT_EQ(qor_datediff("H", "2024-01-01", "2024-01-02"), 24.0);
   EXPECT_EQ(qor_datediff("N", "2024-01-01", "2024-01-02"), 1440.0);
   EXPECT_EQ(qor_datediff("D", "2024-01-02", "2024-01-01 12:00"), -0.5);
