@@ -1,8 +1,14 @@
 // Fails one command after the other of whole runs of the program. Each time it must stop right
-// there, with the error pending and every routine left.
+// there, with the error pending and every routine left; and the process, where the error reaches
+// the top, ends with its line and status 1.
 //
 // A quick run sweeps start-up and one scene whole and strides through the rest; with
 // KAVO_SWEEP_ALL set every one of the first 20,000 commands of each run fails once.
+#include <sys/mman.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 
@@ -15,44 +21,112 @@ namespace {
 
 constexpr int64_t last_swept = 20'000;
 
+using Words = std::vector<std::string>;
+
+// Calls `run` with the program's arguments.
+template<class Run>
+auto with_arguments(Words words, Run run) {
+  std::vector<char*> argv;
+  for (std::string& word : words)
+    argv.push_back(word.data());
+  argv.push_back(nullptr);
+  return run(static_cast<int>(words.size()), argv.data());
+}
+
+// How a process ended that ran the program to its exit.
+struct Ending {
+  int status;
+  std::string errors;
+};
+
 class SweepTest : public GameTest {
 protected:
-  static void start(std::vector<std::string> words) {
-    std::vector<char*> argv;
-    for (std::string& word : words)
-      argv.push_back(word.data());
-    argv.push_back(nullptr);
-    run(run_program(static_cast<int>(words.size()), argv.data()));
-  }
+  static void start(const Words& words) { run(with_arguments(words, run_program)); }
 
   // Fails every `stride`-th command of the run; gives how many commands the whole run sends.
-  static int64_t sweep(int64_t stride, const std::function<void()>& arrange,
-                       const std::function<void()>& routine) {
+  static int64_t sweep(int64_t stride, const std::function<void()>& arrange, const Words& words) {
     const bool is_thorough = std::getenv("KAVO_SWEEP_ALL") != nullptr;
-    int64_t nth = 1;
     const auto arrange_folder = [&arrange] {
       std::filesystem::remove_all("tmp");
       arrange();
     };
-    while (nth <= last_swept && fails_cleanly_at(nth, arrange_folder, routine))
+    int64_t swept = 0;
+    int64_t nth = 1;
+    while (nth <= last_swept && fails_cleanly_at(nth, arrange_folder, [&] { start(words); })) {
+      if (is_thorough || swept++ % quick_processes_stride == 0)
+        expect_the_process_to_end_at(nth, arrange_folder, words);
       nth += is_thorough ? 1 : stride;
+    }
     return host().commands;
   }
 
   static int64_t sweep_scene(const char* word, int64_t stride) {
-    return sweep(
-        stride, [] {},
-        [word] {
-          start({"kavo", "shot", word});
-        });
+    return sweep(stride, [] {}, {"kavo", "shot", word});
   }
+
+private:
+  static constexpr int64_t quick_processes_stride = 16;
+
+  // In a process of its own: the uncaught-error line and nothing else, and status 1.
+  static void expect_the_process_to_end_at(int64_t nth, const std::function<void()>& arrange,
+                                           const Words& words) {
+    const Ending ending = run_process([&] {
+      start_afresh();
+      arrange();
+      host().forget();
+      host().is_discarding = true;
+      host().fail_at = nth;
+      return with_arguments(words, run_to_exit);
+    });
+    SCOPED_TRACE("command " + std::to_string(nth));
+    EXPECT_EQ(ending.status, 1);
+    EXPECT_TRUE(ending.errors.starts_with("Unhandled exception: ")) << ending.errors;
+    EXPECT_TRUE(ending.errors.ends_with(": failed on command\n")) << ending.errors;
+    EXPECT_EQ(std::count(ending.errors.begin(), ending.errors.end(), '\n'), 1) << ending.errors;
+  }
+
+  // The status is not the process's own when it did not stop at the command that failed.
+  static Ending run_process(const std::function<int()>& program) {
+    const Memory errors;
+    const pid_t child = fork();
+    if (child == 0) {
+      dup2(errors.file(), STDERR_FILENO);
+      on_exit(check_and_exit, nullptr);
+      std::exit(program());
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, errors.content()};
+  }
+
+  // Leaks are looked for in the test's own process, once and for all.
+  static void check_and_exit(int status, void*) {
+    constexpr int went_on = 99;
+    const bool has_stopped = host().commands == host().fail_at && host().faults.empty() &&
+                             qor_recursion_depth() == 0 && host().open_frames == 0;
+    _exit(has_stopped ? status : went_on);
+  }
+
+  // A file without a name.
+  class Memory {
+  public:
+    Memory() : file_(memfd_create("errors", MFD_CLOEXEC)) {}
+    ~Memory() { close(file_); }
+    Memory(const Memory&) = delete;
+    Memory& operator=(const Memory&) = delete;
+
+    int file() const { return file_; }
+    std::string content() const { return read_file("/proc/self/fd/" + std::to_string(file_)); }
+
+  private:
+    int file_;
+  };
 
   WorkingFolder folder;
 };
 
 TEST_F(SweepTest, StartUpTheTitleAndTheEnd) {
-  const auto commands = sweep(
-      1, [] { host().keys = {"Escape"}; }, [] { start({"kavo"}); });
+  const auto commands = sweep(1, [] { host().keys = {"Escape"}; }, {"kavo"});
   EXPECT_GT(commands, 200);
 }
 
@@ -130,21 +204,7 @@ TEST_F(SweepTest, TheScriptedGameComesToItsEnd) {
 }
 
 TEST_F(SweepTest, AWholeGame) {
-  EXPECT_GT(sweep(131, play_steps, [] { start({"kavo"}); }), 10'000);
-}
-
-// ---- the process --------------------------------------------------------------------------------
-
-using SweepDeathTest = SweepTest;
-
-TEST_F(SweepDeathTest, AFailureInTheMiddleOfAGameEndsTheProgramWithItsMessageAndStatusOne) {
-  play_steps();
-  host().is_discarding = true;
-  host().fail_name = "MVINS";
-  std::string name = "kavo";
-  char* arguments[] = {name.data(), nullptr};
-  EXPECT_EXIT(run_to_exit(1, arguments), ::testing::ExitedWithCode(1),
-              "^Unhandled exception: MVINS: failed on command\n$");
+  EXPECT_GT(sweep(131, play_steps, {"kavo"}), 10'000);
 }
 
 } // namespace
