@@ -96,7 +96,9 @@ private:
 
 Canvas::Canvas(int width, int height)
     : width_(width), height_(height),
-      own_pixels_(static_cast<size_t>(width) * static_cast<size_t>(height)), pixels_(own_pixels_) {}
+      own_pixels_(static_cast<size_t>(width) * static_cast<size_t>(height)), pixels_(own_pixels_),
+      drawn_from_(static_cast<size_t>(height), static_cast<int16_t>(width)),
+      drawn_to_(static_cast<size_t>(height), 0) {}
 
 void Canvas::move_to(uint32_t* memory) {
   settle();
@@ -114,9 +116,32 @@ void Canvas::move_home() {
   pixels_ = own_pixels_;
 }
 
-void Canvas::blacken() const {
-  std::fill(pixels_.begin(), pixels_.end(), 0U);
+void Canvas::blacken() {
   is_clear_due_ = false;
+  fill_everything(0);
+}
+
+void Canvas::fill_everything(uint32_t colour) {
+  if (colour != ground_)
+    note_drawing(0, width_, 0, height_);
+  ground_ = colour;
+  for (size_t row = 0; row < drawn_from_.size(); ++row) {
+    const int64_t count = drawn_to_[row] - drawn_from_[row];
+    if (count > 0)
+      fill_run(&pixels_[row * static_cast<size_t>(width_) + static_cast<size_t>(drawn_from_[row])],
+               count, colour);
+    drawn_from_[row] = static_cast<int16_t>(width_);
+    drawn_to_[row] = 0;
+  }
+}
+
+void Canvas::note_drawing(int64_t left, int64_t right, int64_t top, int64_t bottom) {
+  for (int64_t row = top; row < bottom; ++row) {
+    auto& from = drawn_from_[static_cast<size_t>(row)];
+    auto& to = drawn_to_[static_cast<size_t>(row)];
+    from = std::min(from, static_cast<int16_t>(left));
+    to = std::max(to, static_cast<int16_t>(right));
+  }
 }
 
 void Canvas::fill_rectangle(int x, int y, int width, int height) {
@@ -126,10 +151,12 @@ void Canvas::fill_rectangle(int x, int y, int width, int height) {
     return;
   const int64_t run = columns.end - columns.begin;
   const int64_t lines = rows.end - rows.begin;
-  if (run == width_ && lines == height_)
+  if (run == width_ && lines == height_) {
     is_clear_due_ = false;
-  else
-    settle();
+    return fill_everything(colour_);
+  }
+  settle();
+  note_drawing(columns.begin, columns.end, rows.begin, rows.end);
   uint32_t* row = &pixels_[static_cast<size_t>(rows.begin * width_ + columns.begin)];
   if (run == width_)
     return fill_run(row, run * lines, colour_);
@@ -172,6 +199,8 @@ void Canvas::shallow_line(int64_t x1, int64_t y1, int64_t x2, int64_t y2) {
   const Range columns = clipped(x1, x2 - x1 + 1, width_);
   if (columns.is_empty())
     return;
+  const Range rows = clipped(std::min(y1, y2), std::abs(y2 - y1) + 1, height_);
+  note_drawing(columns.begin, columns.end, rows.begin, rows.end);
   Slope slope(y1, x2 - x1, y2 - y1, columns.begin - x1);
   for (int64_t x = columns.begin; x < columns.end; ++x, slope.step())
     if (slope.position() >= 0 && slope.position() < height_)
@@ -186,6 +215,8 @@ void Canvas::steep_line(int64_t x1, int64_t y1, int64_t x2, int64_t y2) {
   const Range rows = clipped(y1, y2 - y1 + 1, height_);
   if (rows.is_empty())
     return;
+  const Range columns = clipped(std::min(x1, x2), std::abs(x2 - x1) + 1, width_);
+  note_drawing(columns.begin, columns.end, rows.begin, rows.end);
   Slope slope(x1, y2 - y1, x2 - x1, rows.begin - y1);
   for (int64_t y = rows.begin; y < rows.end; ++y, slope.step())
     if (slope.position() >= 0 && slope.position() < width_)
@@ -203,6 +234,7 @@ void Canvas::glyph(int64_t x, int64_t y, const uint8_t* rows) {
   const Range lines = clipped(y, cell_height, height_);
   if (columns.is_empty() || lines.is_empty())
     return;
+  note_drawing(columns.begin, columns.end, lines.begin, lines.end);
   for (int64_t line = lines.begin; line < lines.end; ++line) {
     const unsigned bits = rows[line - y];
     uint32_t* row = &pixels_[static_cast<size_t>(line * width_)];

@@ -17,7 +17,8 @@ public:
   static constexpr int cell_width = 8; // of one character
   static constexpr int cell_height = 16;
 
-  // A black picture; both sizes are at least 1. The drawing colour starts as white.
+  // A black picture; both sizes are at least 1 and at most 32767. The drawing colour starts as
+  // white.
   Canvas(int width, int height);
   Canvas(Canvas&&) = default;
   Canvas& operator=(Canvas&&) = default;
@@ -28,7 +29,8 @@ public:
   int width() const { return width_; }
   int height() const { return height_; }
   std::span<const uint32_t> pixels() const {
-    settle();
+    // Black pixels that are written late are still the same picture.
+    const_cast<Canvas*>(this)->settle();
     return pixels_;
   }
   const uint32_t* row(int y) const { return &pixels()[static_cast<size_t>(y) * width_]; }
@@ -66,18 +68,27 @@ private:
 
   // A clear waits until a pixel is read or drawn: most frames fill the whole picture right after
   // it, and then it need not be done at all. That saves a third of the pixels of a busy frame.
-  void settle() const {
+  void settle() {
     if (is_clear_due_)
       blacken();
   }
-  void blacken() const;
+  void blacken();
+  void fill_everything(uint32_t colour);
+  void note_drawing(int64_t left, int64_t right, int64_t top, int64_t bottom);
 
   int width_;
   int height_;
   uint32_t colour_ = 0x00FFFFFF;
   std::vector<uint32_t> own_pixels_; // empty while the picture lies elsewhere
   std::span<uint32_t> pixels_;
-  mutable bool is_clear_due_ = false;
+  bool is_clear_due_ = false;
+
+  // Frame after frame begins with a fill of the whole picture in the same colour: only what was
+  // drawn since the last one needs it. That is half of a frame of play, and less to fetch from the
+  // core on which the X server read the last one.
+  uint32_t ground_ = 0;             // the colour of all pixels but
+  std::vector<int16_t> drawn_from_; // these to those, row by row
+  std::vector<int16_t> drawn_to_;
 };
 
 } // namespace kavo::host

@@ -111,6 +111,43 @@ TEST(Canvas, ComesHomeWithItsPictureAndLeavesTheMemoryAlone) {
   EXPECT_EQ(memory[1], 0x00ABCDEFU);
 }
 
+// Any shape, also one that reaches out of the picture of 40 × 30 pixels.
+void draw_any_shape(Canvas& canvas, std::mt19937& random) {
+  const auto any = [&random](int least, int most) {
+    return std::uniform_int_distribution(least, most)(random);
+  };
+  canvas.set_colour(static_cast<uint32_t>(random()));
+  const int x = any(-10, 45), y = any(-10, 35);
+  switch (any(0, 4)) {
+  case 0:
+    return canvas.fill_rectangle(x, y, any(0, 20), any(0, 20));
+  case 1:
+    return canvas.outline_rectangle(x, y, any(0, 20), any(0, 20));
+  case 2:
+    return canvas.text(x, y, "ab");
+  default:
+    return canvas.line(x, y, any(-10, 45), any(-10, 35));
+  }
+}
+
+TEST(Canvas, AFrameThatBeginsWithAFillIsTheSameOnACanvasThatWasDrawnOn) {
+  Canvas used(40, 30);
+  for (unsigned frame = 0; frame < 500; ++frame) {
+    Canvas fresh(40, 30);
+    for (Canvas* canvas : {&used, &fresh}) {
+      std::mt19937 random(frame);
+      if (frame % 3 == 0)
+        canvas->clear();
+      canvas->set_colour(frame / 4); // four frames on the same ground
+      if (frame % 5 != 0 || frame % 3 != 0)
+        canvas->fill_rectangle(0, 0, 40, 30);
+      for (unsigned shape = 0; shape < frame % 7; ++shape)
+        draw_any_shape(*canvas, random);
+    }
+    ASSERT_TRUE(std::ranges::equal(used.pixels(), fresh.pixels())) << frame;
+  }
+}
+
 TEST(FilledRectangle, CoversItsPixelsAndNoOther) {
   Canvas canvas(6, 4);
   canvas.fill_rectangle(1, 1, 3, 2);
