@@ -1,12 +1,11 @@
 // One busy frame's drawing commands on our canvas, beside bare fills of as many pixels and beside
 // two libraries that a game could draw with instead. The peers get the same letters as ready-made
 // masks, which each of them colours and copies.
-#include "bench/command_list.h"
 #include "bench/ratios.h"
+#include "bench/storm_frame.h"
 #include "host/screen/canvas.h"
 #include "host/screen/font.h"
 #include "host/screen/scaler.h"
-#include "runtime/qorrt.h"
 
 #include <SDL.h>
 #include <benchmark/benchmark.h>
@@ -18,50 +17,27 @@
 
 namespace {
 
-using bench::CommandList;
-using bench::RecordedCommand;
+using bench::Shape;
+using bench::Shapes;
 using kavo::host::Canvas;
 
 constexpr int width = 660;
 constexpr int height = 800;
 
-const CommandList& busy_frame() {
-  static const CommandList list = bench::read_commands(BUSY_FRAME);
-  return list;
-}
-
-uint32_t colour_of(const RecordedCommand& command) {
-  const auto part = [&](size_t index) {
-    return static_cast<uint32_t>(std::clamp(command.whole(index), 0, 255));
-  };
-  return part(0) << 16U | part(1) << 8U | part(2);
-}
-
-void draw(Canvas& canvas, const RecordedCommand& command) {
-  if (command.name == "RECT" && command.whole(4) != 0)
-    canvas.fill_rectangle(command.whole(0), command.whole(1), command.whole(2), command.whole(3));
-  else if (command.name == "RECT")
-    canvas.outline_rectangle(command.whole(0), command.whole(1), command.whole(2),
-                             command.whole(3));
-  else if (command.name == "LINE")
-    canvas.line(command.whole(0), command.whole(1), command.whole(2), command.whole(3));
-  else if (command.name == "TEXT")
-    canvas.text(command.whole(0), command.whole(1), command.slots[2].str);
-  else if (command.name == "DRAWCOLOR")
-    canvas.set_colour(colour_of(command));
-  else
-    canvas.clear();
+const Shapes& busy_frame() {
+  static const Shapes shapes = bench::record_storm_frame();
+  return shapes;
 }
 
 // How many pixels the list must write, clipped shapes counting as what is left of them. The fill
 // of the whole picture that follows a CLS makes that one's pixels needless: they do not count.
 int64_t pixels_written() {
   int64_t sum = 0;
-  for (const RecordedCommand& command : busy_frame().commands) {
+  for (const Shape& shape : busy_frame()) {
     Canvas canvas(width, height);
-    if (command.name == "DRAWCOLOR" || command.name == "CLS")
+    if (shape.kind == Shape::Kind::colour || shape.kind == Shape::Kind::clear)
       continue;
-    draw(canvas, command);
+    draw(canvas, shape);
     sum += std::count_if(canvas.pixels().begin(), canvas.pixels().end(),
                          [](uint32_t pixel) { return pixel != 0; });
   }
@@ -84,55 +60,11 @@ void BareFills(benchmark::State& state) {
 void CanvasAlone(benchmark::State& state) {
   Canvas canvas(width, height);
   for (auto _ : state) {
-    for (const RecordedCommand& command : busy_frame().commands)
-      draw(canvas, command);
+    for (const Shape& shape : busy_frame())
+      draw(canvas, shape);
     benchmark::DoNotOptimize(canvas.pixels().data());
     benchmark::ClobberMemory();
   }
-}
-
-// As the game draws: each command by its name through the C interface.
-void HostCommands(benchmark::State& state) {
-  const int64_t host = qorrt_init(0, nullptr);
-  qor_slot screen[4] = {};
-  screen[0].i64 = width;
-  screen[1].i64 = height;
-  screen[2].str = "bench";
-  screen[3].i64 = 1;
-  const uint32_t tags[4] = {QOR_TAG_INT64, QOR_TAG_INT64, QOR_TAG_STRING, QOR_TAG_INT64};
-  qorrt_call_typed_f64(host, "SCREEN", screen, tags, 4);
-  for (auto _ : state)
-    for (const RecordedCommand& command : busy_frame().commands)
-      qorrt_call_typed_f64(host, command.name.c_str(), command.slots.data(), command.tags.data(),
-                           std::ssize(command.slots));
-  qorrt_shutdown(host);
-}
-
-// The price of a command: one pixel, look-up and checks included.
-void OnePixelRectangle(benchmark::State& state) {
-  const int64_t host = qorrt_init(0, nullptr);
-  qor_slot slots[5] = {};
-  slots[0].i64 = width;
-  slots[1].i64 = height;
-  slots[2].str = "bench";
-  slots[3].i64 = 1;
-  uint32_t tags[5] = {QOR_TAG_INT64, QOR_TAG_INT64, QOR_TAG_STRING, QOR_TAG_INT64, QOR_TAG_INT64};
-  qorrt_call_typed_f64(host, "SCREEN", slots, tags, 4);
-  for (size_t i = 0; i < 5; ++i) {
-    slots[i].f64 = i < 2 ? 100 : 1;
-    tags[i] = QOR_TAG_FLOAT64;
-  }
-  for (auto _ : state)
-    benchmark::DoNotOptimize(qorrt_call_typed_f64(host, "RECT", slots, tags, 5));
-  qorrt_shutdown(host);
-}
-
-// The part of it that is not drawing.
-void OneCommandWithoutWork(benchmark::State& state) {
-  const int64_t host = qorrt_init(0, nullptr);
-  for (auto _ : state)
-    benchmark::DoNotOptimize(qorrt_call_typed_f64(host, "GFX.CLOSE", nullptr, nullptr, 0));
-  qorrt_shutdown(host);
 }
 
 // The printable letters of ASCII as masks of one byte a pixel, one below the other.
@@ -154,10 +86,9 @@ std::vector<uint8_t> letter_masks(int pitch) {
 
 // Calls `place(letter, x)` for each letter of a text.
 template<typename Place>
-void for_each_letter(const RecordedCommand& command, Place place) {
-  int x = command.whole(0);
-  for (const char* letter = command.slots[2].str; *letter != '\0';
-       ++letter, x += Canvas::cell_width)
+void for_each_letter(const Shape& shape, Place place) {
+  int x = shape.numbers[0];
+  for (const char* letter = shape.text.c_str(); *letter != '\0'; ++letter, x += Canvas::cell_width)
     place(std::clamp(*letter - first_letter, 0, letter_count - 1), x);
 }
 
@@ -176,33 +107,33 @@ SdlTexture sdl_letters(SDL_Renderer* renderer) {
   return {texture, SDL_DestroyTexture};
 }
 
-void draw_text(SDL_Renderer* renderer, SDL_Texture* letters, const RecordedCommand& command) {
+void draw_text(SDL_Renderer* renderer, SDL_Texture* letters, const Shape& shape) {
   uint8_t red = 0, green = 0, blue = 0, alpha = 0;
   SDL_GetRenderDrawColor(renderer, &red, &green, &blue, &alpha);
   SDL_SetTextureColorMod(letters, red, green, blue);
-  for_each_letter(command, [&](int letter, int x) {
+  for_each_letter(shape, [&](int letter, int x) {
     const SDL_Rect source = {0, letter * Canvas::cell_height, Canvas::cell_width,
                              Canvas::cell_height};
-    const SDL_Rect target = {x, command.whole(1), Canvas::cell_width, Canvas::cell_height};
+    const SDL_Rect target = {x, shape.numbers[1], Canvas::cell_width, Canvas::cell_height};
     SDL_RenderCopy(renderer, letters, &source, &target);
   });
 }
 
-void draw(SDL_Renderer* renderer, SDL_Texture* letters, const RecordedCommand& command) {
-  if (command.name == "DRAWCOLOR") {
-    const uint32_t colour = colour_of(command);
+void draw(SDL_Renderer* renderer, SDL_Texture* letters, const Shape& shape) {
+  if (shape.kind == Shape::Kind::colour) {
+    const uint32_t colour = shape.colour();
     SDL_SetRenderDrawColor(renderer, static_cast<uint8_t>(colour >> 16U),
                            static_cast<uint8_t>(colour >> 8U), static_cast<uint8_t>(colour), 255);
-  } else if (command.name == "RECT") {
-    const SDL_Rect area = {command.whole(0), command.whole(1), command.whole(2), command.whole(3)};
-    command.whole(4) != 0 ? SDL_RenderFillRect(renderer, &area)
-                          : SDL_RenderDrawRect(renderer, &area);
-  } else if (command.name == "LINE") {
-    SDL_RenderDrawLine(renderer, command.whole(0), command.whole(1), command.whole(2),
-                       command.whole(3));
-  } else if (command.name == "TEXT") {
-    draw_text(renderer, letters, command);
-  } else if (command.name == "CLS") {
+  } else if (shape.kind == Shape::Kind::filled || shape.kind == Shape::Kind::outlined) {
+    const SDL_Rect area = {shape.numbers[0], shape.numbers[1], shape.numbers[2], shape.numbers[3]};
+    shape.kind == Shape::Kind::filled ? SDL_RenderFillRect(renderer, &area)
+                                      : SDL_RenderDrawRect(renderer, &area);
+  } else if (shape.kind == Shape::Kind::line) {
+    SDL_RenderDrawLine(renderer, shape.numbers[0], shape.numbers[1], shape.numbers[2],
+                       shape.numbers[3]);
+  } else if (shape.kind == Shape::Kind::text) {
+    draw_text(renderer, letters, shape);
+  } else if (shape.kind == Shape::Kind::clear) {
     SDL_SetRenderDrawColor(renderer, 0, 0, 0, 255);
     SDL_RenderClear(renderer);
   }
@@ -216,8 +147,8 @@ void SdlSoftwareRenderer(benchmark::State& state) {
       SDL_CreateSoftwareRenderer(surface.get()), SDL_DestroyRenderer);
   const SdlTexture letters = sdl_letters(renderer.get());
   for (auto _ : state) {
-    for (const RecordedCommand& command : busy_frame().commands)
-      draw(renderer.get(), letters.get(), command);
+    for (const Shape& shape : busy_frame())
+      draw(renderer.get(), letters.get(), shape);
     SDL_RenderFlush(renderer.get());
   }
 }
@@ -235,10 +166,10 @@ public:
   CairoLetters(const CairoLetters&) = delete;
   CairoLetters& operator=(const CairoLetters&) = delete;
 
-  void draw(cairo_t* cairo, const RecordedCommand& command) const {
+  void draw(cairo_t* cairo, const Shape& shape) const {
     cairo_set_operator(cairo, CAIRO_OPERATOR_OVER);
-    for_each_letter(command, [&](int letter, int x) {
-      cairo_mask_surface(cairo, surfaces_[static_cast<size_t>(letter)], x, command.whole(1));
+    for_each_letter(shape, [&](int letter, int x) {
+      cairo_mask_surface(cairo, surfaces_[static_cast<size_t>(letter)], x, shape.numbers[1]);
     });
     cairo_set_operator(cairo, CAIRO_OPERATOR_SOURCE);
   }
@@ -248,24 +179,24 @@ private:
   std::vector<cairo_surface_t*> surfaces_;
 };
 
-void draw(cairo_t* cairo, const CairoLetters& letters, const RecordedCommand& command) {
-  if (command.name == "DRAWCOLOR") {
-    const uint32_t colour = colour_of(command);
+void draw(cairo_t* cairo, const CairoLetters& letters, const Shape& shape) {
+  if (shape.kind == Shape::Kind::colour) {
+    const uint32_t colour = shape.colour();
     cairo_set_source_rgb(cairo, (colour >> 16U) / 255.0, (colour >> 8U & 0xFFU) / 255.0,
                          (colour & 0xFFU) / 255.0);
-  } else if (command.name == "RECT") {
-    const bool is_filled = command.whole(4) != 0;
+  } else if (shape.kind == Shape::Kind::filled || shape.kind == Shape::Kind::outlined) {
+    const bool is_filled = shape.kind == Shape::Kind::filled;
     const double inset = is_filled ? 0 : 0.5;
-    cairo_rectangle(cairo, command.whole(0) + inset, command.whole(1) + inset,
-                    command.whole(2) - 2 * inset, command.whole(3) - 2 * inset);
+    cairo_rectangle(cairo, shape.numbers[0] + inset, shape.numbers[1] + inset,
+                    shape.numbers[2] - 2 * inset, shape.numbers[3] - 2 * inset);
     is_filled ? cairo_fill(cairo) : cairo_stroke(cairo);
-  } else if (command.name == "LINE") {
-    cairo_move_to(cairo, command.whole(0) + 0.5, command.whole(1) + 0.5);
-    cairo_line_to(cairo, command.whole(2) + 0.5, command.whole(3) + 0.5);
+  } else if (shape.kind == Shape::Kind::line) {
+    cairo_move_to(cairo, shape.numbers[0] + 0.5, shape.numbers[1] + 0.5);
+    cairo_line_to(cairo, shape.numbers[2] + 0.5, shape.numbers[3] + 0.5);
     cairo_stroke(cairo);
-  } else if (command.name == "TEXT") {
-    letters.draw(cairo, command);
-  } else if (command.name == "CLS") {
+  } else if (shape.kind == Shape::Kind::text) {
+    letters.draw(cairo, shape);
+  } else if (shape.kind == Shape::Kind::clear) {
     cairo_set_source_rgb(cairo, 0, 0, 0);
     cairo_paint(cairo);
   }
@@ -280,8 +211,8 @@ void Cairo(benchmark::State& state) {
   cairo_set_line_cap(cairo, CAIRO_LINE_CAP_SQUARE);
   const CairoLetters letters;
   for (auto _ : state) {
-    for (const RecordedCommand& command : busy_frame().commands)
-      draw(cairo, letters, command);
+    for (const Shape& shape : busy_frame())
+      draw(cairo, letters, shape);
     cairo_surface_flush(surface);
   }
   cairo_destroy(cairo);
@@ -291,8 +222,8 @@ void Cairo(benchmark::State& state) {
 // The finished picture in a window of another size.
 void Scaled(benchmark::State& state) {
   Canvas canvas(width, height);
-  for (const RecordedCommand& command : busy_frame().commands)
-    draw(canvas, command);
+  for (const Shape& shape : busy_frame())
+    draw(canvas, shape);
   const auto to_height = static_cast<int>(state.range(0));
   const int to_width = to_height * width / height;
   std::vector<uint32_t> pixels(static_cast<size_t>(to_width) * static_cast<size_t>(to_height));
@@ -305,21 +236,16 @@ void Scaled(benchmark::State& state) {
 
 BENCHMARK(BareFills)->Name("busy_frame/bare_fills")->Unit(benchmark::kMicrosecond);
 BENCHMARK(CanvasAlone)->Name("busy_frame/ours")->Unit(benchmark::kMicrosecond);
-BENCHMARK(HostCommands)->Name("busy_frame/ours_by_command_names")->Unit(benchmark::kMicrosecond);
 BENCHMARK(SdlSoftwareRenderer)->Name("busy_frame/SDL")->Unit(benchmark::kMicrosecond);
 BENCHMARK(Cairo)->Name("busy_frame/Cairo")->Unit(benchmark::kMicrosecond);
-BENCHMARK(OnePixelRectangle)->Unit(benchmark::kNanosecond);
-BENCHMARK(OneCommandWithoutWork)->Unit(benchmark::kNanosecond);
 BENCHMARK(Scaled)->Arg(800)->Arg(1600)->Arg(1080)->Arg(728)->Unit(benchmark::kMicrosecond);
 
 } // namespace
 
 int main(int argc, char** argv) {
-  setenv("SDL_VIDEODRIVER", "dummy", 1);
+  bench::start_storm();
   bench::expect("busy_frame/bare_fills", bench::at_most(1.8));
   bench::expect("busy_frame/SDL", bench::at_least(10));
   bench::expect("busy_frame/Cairo", bench::at_least(4));
-  bench::report_time("OnePixelRectangle", bench::at_most(60));
-  bench::report_time("OneCommandWithoutWork", bench::at_most(25));
   return bench::run(argc, argv);
 }
