@@ -48,7 +48,7 @@ int64_t pixels_written() {
 void BareFills(benchmark::State& state) {
   const int64_t wanted = pixels_written();
   std::vector<uint32_t> pixels(size_t{width} * height);
-  for (auto _ : state) {
+  for ([[maybe_unused]] const auto _ : state) {
     for (int64_t left = wanted; left > 0; left -= std::ssize(pixels)) {
       std::fill_n(pixels.begin(), std::min(left, std::ssize(pixels)), static_cast<uint32_t>(left));
       benchmark::ClobberMemory();
@@ -59,7 +59,7 @@ void BareFills(benchmark::State& state) {
 
 void CanvasAlone(benchmark::State& state) {
   Canvas canvas(width, height);
-  for (auto _ : state) {
+  for ([[maybe_unused]] const auto _ : state) {
     for (const Shape& shape : busy_frame())
       draw(canvas, shape);
     benchmark::DoNotOptimize(canvas.pixels().data());
@@ -146,7 +146,7 @@ void SdlSoftwareRenderer(benchmark::State& state) {
   const std::unique_ptr<SDL_Renderer, void (*)(SDL_Renderer*)> renderer(
       SDL_CreateSoftwareRenderer(surface.get()), SDL_DestroyRenderer);
   const SdlTexture letters = sdl_letters(renderer.get());
-  for (auto _ : state) {
+  for ([[maybe_unused]] const auto _ : state) {
     for (const Shape& shape : busy_frame())
       draw(renderer.get(), letters.get(), shape);
     SDL_RenderFlush(renderer.get());
@@ -210,7 +210,7 @@ void Cairo(benchmark::State& state) {
   cairo_set_line_width(cairo, 1);
   cairo_set_line_cap(cairo, CAIRO_LINE_CAP_SQUARE);
   const CairoLetters letters;
-  for (auto _ : state) {
+  for ([[maybe_unused]] const auto _ : state) {
     for (const Shape& shape : busy_frame())
       draw(cairo, letters, shape);
     cairo_surface_flush(surface);
@@ -228,7 +228,7 @@ void Scaled(benchmark::State& state) {
   const int to_width = to_height * width / height;
   std::vector<uint32_t> pixels(static_cast<size_t>(to_width) * static_cast<size_t>(to_height));
   kavo::host::Scaler scaler;
-  for (auto _ : state) {
+  for ([[maybe_unused]] const auto _ : state) {
     scaler.draw(canvas, {pixels.data(), {to_width, to_height}, to_width});
     benchmark::ClobberMemory();
   }

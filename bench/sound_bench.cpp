@@ -233,6 +233,53 @@ void worst_block(benchmark::State& state) {
 }
 BENCHMARK(worst_block)->Unit(benchmark::kMillisecond)->Iterations(1);
 
+// So many notes at once, six to a voice, that last longer than what is rendered: one second.
+void render_notes(int64_t notes) {
+  constexpr int64_t notes_a_voice = 6;
+  constexpr double seconds = 5;
+  auto block_output = std::make_unique<BlockOutput>();
+  BlockOutput& output = *block_output;
+  Player player(std::move(block_output));
+  player.init();
+  for (int64_t note = 0; note < notes; ++note) {
+    const auto voice = static_cast<double>(note / notes_a_voice);
+    if (note % notes_a_voice == 0)
+      player.voice(voice, "SAW", 0.001, seconds, 1, seconds);
+    player.play(voice, "c" + std::to_string(note % notes_a_voice + 1));
+  }
+  for (int64_t frames = 0; frames < rate; frames += block)
+    output.render();
+}
+
+void all_notes_at_once(benchmark::State& state) {
+  for (auto _ : state)
+    render_notes(state.range(0));
+}
+BENCHMARK(all_notes_at_once)
+    ->Name("notes")
+    ->Arg(1)
+    ->Arg(3)
+    ->Arg(6)
+    ->Arg(12)
+    ->Arg(24)
+    ->Arg(48)
+    ->Unit(benchmark::kMillisecond);
+
+// What a note costs must not grow with their number.
+void a_quarter_of_the_notes_four_times(benchmark::State& state) {
+  for (auto _ : state)
+    for (int i = 0; i < 4; ++i)
+      render_notes(12);
+}
+void forty_eight_notes(benchmark::State& state) {
+  for (auto _ : state)
+    render_notes(48);
+}
+BENCHMARK(forty_eight_notes)->Name("48_notes/ours")->Unit(benchmark::kMillisecond);
+BENCHMARK(a_quarter_of_the_notes_four_times)
+    ->Name("48_notes/12_notes_four_times")
+    ->Unit(benchmark::kMillisecond);
+
 // Tables and engine, as SOUND.INIT makes them.
 void start_up(benchmark::State& state) {
   std::size_t table_bytes = 0;
@@ -259,5 +306,8 @@ int main(int argc, char** argv) {
   bench::report_counter("silence", "core", "%", std::nullopt, per_cent);
   bench::report_counter("worst_block", "worst", "%", bench::at_most(5), per_cent);
   bench::report_time("start_up", bench::at_most(60 * ms));
+  for (const char* notes : {"1", "3", "6", "12", "24", "48"})
+    bench::report_time(std::string("notes/") + notes);
+  bench::expect("48_notes/12_notes_four_times", bench::at_most(1));
   return bench::run(argc, argv);
 }

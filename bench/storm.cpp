@@ -1,6 +1,7 @@
 #include "bench/storm.h"
 
 #include <random>
+#include <utility>
 
 #include "game/presentation/effects.h"
 #include "game/state.h"
@@ -37,6 +38,26 @@ void keep_storm_alive() {
   FLASH = 18;
   COMBOFLASH = 45;
   SHOCKLIFE = 16;
+}
+
+void keep_effects(int64_t count) {
+  const int64_t all = NPART + NPOP + NSTREAK;
+  const auto keep_share = [&](const Array& lives, int64_t slots) {
+    for (int64_t slot = slots * count / all; slot < slots; ++slot)
+      qor_array_set(lives.get(), slot, 0.0);
+  };
+  keep_share(PAR_LIFE, NPART);
+  keep_share(POP_LIFE, NPOP);
+  keep_share(STR_LIFE, NSTREAK);
+}
+
+void tip_board() {
+  Array tipped = zero_matrix(COLS, ROWS);
+  for (int64_t row = 0; row < ROWS; ++row)
+    for (int64_t column = 0; column < COLS; ++column)
+      put_cell(tipped.get(), column, row, cell_at(BOARD.get(), row, column));
+  BOARD = std::move(tipped);
+  std::swap(ROWS, COLS);
 }
 
 } // namespace kavo::bench

@@ -2,6 +2,8 @@
 // pool full.
 #pragma once
 
+#include <cstdint>
+
 namespace kavo::bench {
 
 // The board and the stars, once.
@@ -9,5 +11,11 @@ void raise_storm();
 
 // Everything that ages with a frame, before each frame.
 void keep_storm_alive();
+
+// Ends all effects of the three pools but so many, of each kind its share.
+void keep_effects(int64_t count);
+
+// Lays the board on its side, or sets it up again: each row becomes a column.
+void tip_board();
 
 } // namespace kavo::bench

@@ -29,6 +29,9 @@ using Shapes = std::vector<Shape>;
 // Starts the game on the real host, without a window, in the middle of a storm. Once in a process.
 void start_storm();
 
+// One whole frame with what is alive.
+void draw_frame();
+
 // One whole frame of it, from the rules to the pixels.
 void draw_storm_frame();
 
