@@ -301,7 +301,7 @@ TEST_F(NullString, NamesNothingOfTheSystem) {
 using NullObject = Null;
 
 TEST_F(NullObject, IsAMapWithoutEntries) {
-  const auto key = "x";
+  const auto* key = "x";
   qor_map_set_f64(nullptr, key, 1);
   qor_map_set_str(nullptr, key, "a");
   qor_map_set_tagged(nullptr, key, QOR_TAG_FLOAT64, {.f64 = 1});
