@@ -81,8 +81,10 @@ TEST(Split, FindsASeparatorOfAnyLengthAtAnyPlace) {
       // What surrounds it begins and ends as it does.
       const auto before = "-" + std::string(place, '<');
       const std::string after(100 - place, '\xAD');
-      EXPECT_EQ(take_strings(qor_split((before + separator + after).c_str(), separator.c_str())),
-                length == 1 ? pieces_by_loop(before + "<" + after, "<") : Strings({before, after}));
+      auto text = before;
+      text.append(separator).append(after);
+      EXPECT_EQ(take_strings(qor_split(text.c_str(), separator.c_str())),
+                length == 1 ? pieces_by_loop(text, separator) : Strings({before, after}));
     }
 }
 
