@@ -50,7 +50,10 @@ std::string argument_text(const qor::Placeholder& placeholder, const Argument& a
 class Formatter {
 public:
   Formatter(std::string_view format, std::span<const Argument> arguments)
-      : rest_(format), arguments_(arguments) {}
+      : rest_(format), arguments_(arguments) {
+    constexpr std::size_t usual_length = 8;
+    output_.reserve(format.size() + arguments.size() * usual_length);
+  }
 
   char* run() {
     while (!rest_.empty() && output_.size() < longest_output)
@@ -98,11 +101,12 @@ char* format_with(const char* format, std::span<const Argument> arguments) {
   return Formatter(qor::text_of(format), arguments).run();
 }
 
-char* format_numbers(const char* format, std::initializer_list<double> numbers) {
-  std::vector<Argument> arguments;
-  for (const double number : numbers)
-    arguments.push_back({.value = {.f64 = number}});
-  return format_with(format, arguments);
+Argument number(double x) {
+  return {.value = {.f64 = x}};
+}
+
+char* format_list(const char* format, std::initializer_list<Argument> arguments) {
+  return format_with(format, std::span(arguments.begin(), arguments.size()));
 }
 
 char* format_typed(const char* format, const char* types, std::initializer_list<qor_slot> slots) {
@@ -127,19 +131,19 @@ char* qor_format(const char* format, const QorArray* arguments) {
 }
 
 char* qor_format1(const char* format, double a) {
-  return format_numbers(format, {a});
+  return format_list(format, {number(a)});
 }
 
 char* qor_format2(const char* format, double a, double b) {
-  return format_numbers(format, {a, b});
+  return format_list(format, {number(a), number(b)});
 }
 
 char* qor_format3(const char* format, double a, double b, double c) {
-  return format_numbers(format, {a, b, c});
+  return format_list(format, {number(a), number(b), number(c)});
 }
 
 char* qor_format4(const char* format, double a, double b, double c, double d) {
-  return format_numbers(format, {a, b, c, d});
+  return format_list(format, {number(a), number(b), number(c), number(d)});
 }
 
 char* qor_format1_t(const char* format, const char* types, qor_slot a) {
