@@ -2,7 +2,9 @@
 // what it takes of processor and memory while it is played, in windows of one, two and three times
 // the picture's size.
 //
-//   bench_desktop [start] [play] [keys] [present] [size]      all of them without a word
+//   bench_desktop [start] [play] [keys] [present] [size] [1x] [2x] [3x]
+//
+// Without a word all parts, without a size all sizes of window.
 #include "bench/desktop/game_on_desktop.h"
 #include "bench/desktop/presents.h"
 #include "bench/desktop/process_cost.h"
@@ -124,10 +126,15 @@ std::vector<Figure> measure_keys(int scale) {
   };
 }
 
-// At one, two and three times the size; then the cost as it grows.
+// The sizes of window that the command line asks for.
+std::vector<int>& scales() {
+  static std::vector<int> scales;
+  return scales;
+}
+
 std::vector<Figure> at_every_scale(const std::function<std::vector<Figure>(int)>& measure) {
   std::vector<Figure> all;
-  for (const int scale : {1, 2, 3}) {
+  for (const int scale : scales()) {
     const std::vector<Figure> figures = measure(scale);
     all.insert(all.end(), figures.begin(), figures.end());
   }
@@ -138,7 +145,7 @@ std::vector<Figure> measure_present() {
   const desktop::Desktop desktop(GameOnDesktop::width * 3 + 20, GameOnDesktop::height * 3 + 60);
   const double bounds[] = {0.2 * ms, 3 * ms};
   std::vector<Figure> figures;
-  for (const int scale : {1, 2, 3}) {
+  for (const int scale : scales()) {
     const auto bound = scale <= 2 ? std::optional(at_most(bounds[scale - 1])) : std::nullopt;
     figures.push_back(time_figure(at_scale("present", scale),
                                   bench::present_seconds(desktop.display_name(), scale), bound));
@@ -169,9 +176,19 @@ const std::map<std::string, std::function<std::vector<Figure>()>> parts = {
 };
 
 std::vector<std::string> wanted_parts(int argc, char** argv) {
-  if (argc > 1)
-    return {argv + 1, argv + argc};
-  return {"start", "play", "keys", "present", "size"};
+  const std::map<std::string, int> sizes = {{"1x", 1}, {"2x", 2}, {"3x", 3}};
+  std::vector<std::string> wanted;
+  for (const std::string& word : std::vector<std::string>(argv + 1, argv + argc)) {
+    if (const auto size = sizes.find(word); size != sizes.end())
+      scales().push_back(size->second);
+    else
+      wanted.push_back(word);
+  }
+  if (scales().empty())
+    scales() = {1, 2, 3};
+  if (wanted.empty())
+    wanted = {"start", "play", "keys", "present", "size"};
+  return wanted;
 }
 
 } // namespace
