@@ -52,7 +52,7 @@ qor_slot any_number(Input& input, uint32_t tag) {
   else if (tag == QOR_TAG_FLOAT64)
     slot.f64 = input.value<int8_t>() / 16.0;
   else
-    slot.i64 = input.value<int8_t>();
+    slot.i64 = input.value<int16_t>() % 128;
   return slot;
 }
 
