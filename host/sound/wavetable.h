@@ -26,7 +26,7 @@ struct Wavetable {
 
 class WavetableBank {
 public:
-  // Made at the first call (not on the audio thread: it takes tens of milliseconds) and kept.
+  // Made at the first call (not on the audio thread: it takes some milliseconds) and kept.
   static const WavetableBank& shared();
 
   WavetableBank();
