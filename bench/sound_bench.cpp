@@ -107,7 +107,7 @@ void report_core(benchmark::State& state) {
 
 void render_seconds(benchmark::State& state, const Music& music, int64_t effect_frames) {
   int64_t frames = 0, next_effects = 0;
-  for (auto _ : state) {
+  for ([[maybe_unused]] const auto _ : state) {
     for (const int64_t end = frames + rate; frames < end; frames += block) {
       if (effect_frames > 0 && frames >= next_effects) {
         music.four_effects();
@@ -200,7 +200,7 @@ private:
 void music_in_stk(benchmark::State& state) {
   const Score score = read_score(music_pattern());
   StkMusic music(score);
-  for (auto _ : state)
+  for ([[maybe_unused]] const auto _ : state)
     for (int64_t frames = 0; frames < rate; frames += block)
       music.render();
   report_core(state);
@@ -218,7 +218,7 @@ double thread_seconds() {
 void worst_block(benchmark::State& state) {
   const Music music;
   std::vector<double> times;
-  for (auto _ : state) {
+  for ([[maybe_unused]] const auto _ : state) {
     for (int i = 0; i < 2 * 1440; ++i) {
       if (i % 6 == 0)
         music.four_effects();
@@ -252,7 +252,7 @@ void render_notes(int64_t notes) {
 }
 
 void all_notes_at_once(benchmark::State& state) {
-  for (auto _ : state)
+  for ([[maybe_unused]] const auto _ : state)
     render_notes(state.range(0));
 }
 BENCHMARK(all_notes_at_once)
@@ -267,12 +267,12 @@ BENCHMARK(all_notes_at_once)
 
 // What a note costs must not grow with their number.
 void a_quarter_of_the_notes_four_times(benchmark::State& state) {
-  for (auto _ : state)
+  for ([[maybe_unused]] const auto _ : state)
     for (int i = 0; i < 4; ++i)
       render_notes(12);
 }
 void forty_eight_notes(benchmark::State& state) {
-  for (auto _ : state)
+  for ([[maybe_unused]] const auto _ : state)
     render_notes(48);
 }
 BENCHMARK(forty_eight_notes)->Name("48_notes/ours")->Unit(benchmark::kMillisecond);
@@ -283,7 +283,7 @@ BENCHMARK(a_quarter_of_the_notes_four_times)
 // Tables and engine, as SOUND.INIT makes them.
 void start_up(benchmark::State& state) {
   std::size_t table_bytes = 0;
-  for (auto _ : state) {
+  for ([[maybe_unused]] const auto _ : state) {
     const WavetableBank bank;
     const Engine engine(rate);
     benchmark::DoNotOptimize(&engine);

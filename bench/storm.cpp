@@ -52,10 +52,12 @@ void keep_effects(int64_t count) {
 }
 
 void tip_board() {
+  // NOLINTBEGIN(readability-suspicious-call-argument): rows become columns here
   Array tipped = zero_matrix(COLS, ROWS);
   for (int64_t row = 0; row < ROWS; ++row)
     for (int64_t column = 0; column < COLS; ++column)
       put_cell(tipped.get(), column, row, cell_at(BOARD.get(), row, column));
+  // NOLINTEND(readability-suspicious-call-argument)
   BOARD = std::move(tipped);
   std::swap(ROWS, COLS);
 }
