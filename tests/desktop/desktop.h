@@ -74,6 +74,9 @@ public:
   // For DISPLAY.
   const std::string& display_name() const { return display_name_; }
 
+  // The X server's process.
+  pid_t server() const { return server_->id(); }
+
   // Starts a program on this desktop, on nothing but this one.
   std::unique_ptr<Process> start(Launch launch) const;
 
