@@ -5,10 +5,8 @@
 #include <X11/Xutil.h>
 #include <X11/extensions/XTest.h>
 #include <X11/extensions/Xfixes.h>
-#include <unistd.h>
 
 #include <algorithm>
-#include <array>
 #include <chrono>
 #include <csignal>
 #include <iterator>
@@ -32,14 +30,6 @@ using Owned = std::unique_ptr<T, FreeX>;
 // A window may vanish between two requests; then the second one fails, which is no fault here.
 int ignore_error(Display*, XErrorEvent*) {
   return 0;
-}
-
-std::string read_line(int file) {
-  std::string line;
-  char character = 0;
-  while (read(file, &character, 1) == 1 && character != '\n')
-    line += character;
-  return line;
 }
 
 } // namespace
@@ -164,6 +154,15 @@ WindowSize DesktopWindow::size() const {
   return {attributes.width, attributes.height};
 }
 
+Place DesktopWindow::place() const {
+  const auto [width, height] = size();
+  Place place = {0, 0, width, height};
+  Window child = 0;
+  XTranslateCoordinates(connection_->display(), id_, connection_->root(), 0, 0, &place.x, &place.y,
+                        &child);
+  return place;
+}
+
 void DesktopWindow::resize(int width, int height) const {
   XResizeWindow(connection_->display(), id_, static_cast<unsigned>(width),
                 static_cast<unsigned>(height));
@@ -247,33 +246,19 @@ void DesktopWindow::ask_to_close() const {
   connection_->finish();
 }
 
-Desktop::Desktop(int width, int height) {
-  // The server picks a free display itself and tells which through the pipe.
-  std::array<int, 2> pipe_ends = {};
-  if (pipe(pipe_ends.data()) != 0)
-    throw std::runtime_error("no pipe");
-  const std::string screen = std::to_string(width) + "x" + std::to_string(height) + "x24";
-  server_ =
-      std::make_unique<Process>(Launch{{"Xvfb", "-displayfd", std::to_string(pipe_ends[1]),
-                                        "-screen", "0", screen, "-nolisten", "tcp", "-noreset"},
-                                       {},
-                                       "."});
-  close(pipe_ends[1]);
-  const std::string number = read_line(pipe_ends[0]);
-  close(pipe_ends[0]);
-  if (number.empty())
-    throw std::runtime_error("Xvfb did not start: " + server_->wait().errors);
-  display_name_ = ":" + number;
-  connection_ = std::make_unique<Connection>(display_name_);
-}
+Desktop::Desktop(int width, int height) : Desktop(std::vector<DisplaySize>{{width, height}}) {}
+
+Desktop::Desktop(const std::vector<DisplaySize>& displays)
+    : displays_(displays), server_(displays),
+      connection_(std::make_unique<Connection>(display_name())) {}
 
 // A frozen server could not be parted from.
 Desktop::~Desktop() {
-  server_->send_signal(SIGCONT);
+  server_.process().send_signal(SIGCONT);
 }
 
 std::unique_ptr<Process> Desktop::start(Launch launch) const {
-  launch.environment.insert({{"DISPLAY", display_name_},
+  launch.environment.insert({{"DISPLAY", display_name()},
                              {"WAYLAND_DISPLAY", std::nullopt},
                              {"SDL_VIDEODRIVER", std::nullopt}});
   return std::make_unique<Process>(launch);
@@ -281,12 +266,12 @@ std::unique_ptr<Process> Desktop::start(Launch launch) const {
 
 void Desktop::end() {
   connection_.reset(); // or Xlib would end the test
-  server_->send_signal(SIGTERM);
-  server_->wait();
+  server_.process().send_signal(SIGTERM);
+  server_.process().wait();
 }
 
 void Desktop::freeze() {
-  server_->send_signal(SIGSTOP);
+  server_.process().send_signal(SIGSTOP);
 }
 
 void Desktop::start_window_manager() {
@@ -336,11 +321,24 @@ void Desktop::tap(const std::vector<std::string>& keys) {
   std::for_each(keys.rbegin(), keys.rend(), [this](const std::string& key) { release(key); });
 }
 
-void Desktop::set_layout(const std::string& name) {
-  const Outcome outcome = start({{"setxkbmap", name}, {}, "."})->wait();
+void Desktop::run(const std::vector<std::string>& arguments) const {
+  const Outcome outcome = start({arguments, {}, "."})->wait();
   if (outcome.code != 0)
-    throw std::runtime_error("setxkbmap " + name + ": " + outcome.errors);
+    throw std::runtime_error(arguments[0] + ": " + outcome.errors);
+}
+
+void Desktop::set_layout(const std::string& name) {
+  run({"setxkbmap", name});
   connection_->reload_keyboard();
+}
+
+void Desktop::unplug(size_t display) const {
+  run({"xrandr", "--output", output_name(display), "--off"});
+}
+
+void Desktop::plug_in(size_t display) const {
+  run({"xrandr", "--output", output_name(display), "--mode", mode_name(displays_[display]),
+       "--right-of", output_name(display - 1)});
 }
 
 void Desktop::move_pointer(int x, int y) {

@@ -1,8 +1,9 @@
-// A desktop of a test's own: an X server without a screen (Xvfb), a keyboard to press, windows to
-// find and their pixels to read.
+// A desktop of a test's own: an X server without a screen, a keyboard to press, windows to find and
+// their pixels to read.
 #pragma once
 
 #include "tests/desktop/process.h"
+#include "tests/desktop/x_server.h"
 
 #include <cstdint>
 #include <functional>
@@ -28,6 +29,16 @@ struct WindowSize {
   int height;
 };
 
+// Pixels, from the left and the top of the first display.
+struct Place {
+  int x;
+  int y;
+  int width;
+  int height;
+
+  bool operator==(const Place&) const = default;
+};
+
 class Connection; // to the X server
 
 // A program's window. It stays valid as a name after the window is gone.
@@ -39,6 +50,8 @@ public:
   // The two names by which desktops tie a window to its program.
   std::vector<std::string> class_names() const;
   WindowSize size() const;
+  // Where it lies on the desktop, without its borders.
+  Place place() const;
   // Returns when the server has done it.
   void resize(int width, int height) const;
   void move(int x, int y) const;
@@ -67,15 +80,17 @@ private:
 class Desktop {
 public:
   explicit Desktop(int width = 1280, int height = 1024);
+  // Several displays side by side, the first one at the left.
+  explicit Desktop(const std::vector<DisplaySize>& displays);
   ~Desktop();
   Desktop(const Desktop&) = delete;
   Desktop& operator=(const Desktop&) = delete;
 
   // For DISPLAY.
-  const std::string& display_name() const { return display_name_; }
+  const std::string& display_name() const { return server_.display_name(); }
 
   // The X server's process.
-  pid_t server() const { return server_->id(); }
+  pid_t server() const { return server_.process().id(); }
 
   // Starts a program on this desktop, on nothing but this one.
   std::unique_ptr<Process> start(Launch launch) const;
@@ -87,6 +102,10 @@ public:
 
   // Starts a window manager (openbox) and waits until it manages.
   void start_window_manager();
+
+  // Takes one of several displays away, counted from 0, and brings it back to its place.
+  void unplug(size_t display) const;
+  void plug_in(size_t display) const;
 
   // Nothing when there is no such window.
   std::optional<DesktopWindow> find_window(const std::string& title);
@@ -108,9 +127,10 @@ public:
 
 private:
   void send_key(const std::string& key, bool is_down);
+  void run(const std::vector<std::string>& arguments) const;
 
-  std::string display_name_;
-  std::unique_ptr<Process> server_;
+  std::vector<DisplaySize> displays_;
+  XServer server_;
   std::unique_ptr<Connection> connection_;
   std::unique_ptr<Process> window_manager_;
 };

@@ -6,14 +6,18 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace test {
 
 using desktop::Bitmap;
 using desktop::Desktop;
 using desktop::DesktopWindow;
+using desktop::DisplaySize;
 using desktop::WindowSize;
 
 constexpr const char* title = "KAVO - Schlagseite";
@@ -35,11 +39,27 @@ inline void draw_squares(Bridge& bridge) {
     }
 }
 
+// Whether the squares fill a window of any size, whole and undistorted: the middle of each of them
+// has its colour. Scaling may mix what lies at their edges.
+inline bool shows_squares(const Bitmap& shown) {
+  const double scale = std::min(static_cast<double>(shown.width) / width,
+                                static_cast<double>(shown.height) / height);
+  const double left = (shown.width - scale * width) / 2;
+  const double top = (shown.height - scale * height) / 2;
+  for (int y = 5; y < height; y += 10)
+    for (int x = 5; x < width; x += 10)
+      if (shown.at(static_cast<int>(left + scale * x), static_cast<int>(top + scale * y)) !=
+          colour_at(x, y))
+        return false;
+  return true;
+}
+
 // A desktop and a host of this process on it.
 class WindowTest : public testing::Test {
 protected:
   explicit WindowTest(int display_width = 1400, int display_height = 1700)
       : desktop(display_width, display_height) {}
+  explicit WindowTest(const std::vector<DisplaySize>& displays) : desktop(displays) {}
 
   DesktopWindow open(double scale = 1) {
     EXPECT_EQ(bridge.error_of("SCREEN", width, height, title, scale), "");
@@ -55,6 +75,15 @@ protected:
     return desktop::eventually([&] {
       bridge.send("SCREENFLIP");
       return condition();
+    });
+  }
+
+  // The server and the window manager have their say before what is drawn stays.
+  bool comes_to_show_squares(const DesktopWindow& window, WindowSize wanted = {width, height}) {
+    return flip_until([&] {
+      const std::optional<Bitmap> shown = window.pixels_if_visible();
+      return shown && shown->width == wanted.width && shown->height == wanted.height &&
+             shows_squares(*shown);
     });
   }
 
