@@ -42,9 +42,9 @@ struct FrameWatch::Server {
     return event;
   }
 
-  void watch(Window created) {
-    window = created;
-    damage = XDamageCreate(display, window, XDamageReportNonEmpty);
+  void watch(Drawable drawable) {
+    window = drawable;
+    damage = XDamageCreate(display, drawable, XDamageReportNonEmpty);
     XFlush(display);
   }
 };
@@ -70,6 +70,10 @@ void FrameWatch::expect_window(int width, int height) {
   server_->window = 0;
   XSelectInput(server_->display, DefaultRootWindow(server_->display), SubstructureNotifyMask);
   XSync(server_->display, False);
+}
+
+void FrameWatch::watch(unsigned long drawable) {
+  server_->watch(drawable);
 }
 
 Instant FrameWatch::next_frame() {

@@ -22,6 +22,9 @@ public:
   // From now on the next window that a program creates in this size is watched.
   void expect_window(int width, int height);
 
+  // Watches what can be drawn into, a window or a pixmap, by its number on the X server.
+  void watch(unsigned long drawable);
+
   // Waits until its pixels are written, and gives the time at which the report came. One report
   // for all that is written before the next call. Throws std::runtime_error after ten seconds
   // without any.

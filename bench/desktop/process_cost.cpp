@@ -1,5 +1,7 @@
 #include "bench/desktop/process_cost.h"
 
+#include <unistd.h>
+
 #include <ctime>
 #include <fstream>
 #include <stdexcept>
@@ -33,6 +35,16 @@ double main_thread_seconds(pid_t process) {
   double nanoseconds = 0;
   open_proc(process, "/task/" + std::to_string(process) + "/schedstat") >> nanoseconds;
   return 1e-9 * nanoseconds;
+}
+
+double all_processor_seconds() {
+  std::string word;
+  double user = 0, nice = 0, system = 0, idle = 0, waiting = 0, interrupts = 0, soft = 0,
+         stolen = 0;
+  std::ifstream("/proc/stat") >> word >> user >> nice >> system >> idle >> waiting >> interrupts >>
+      soft >> stolen;
+  return (user + nice + system + interrupts + soft + stolen) /
+         static_cast<double>(sysconf(_SC_CLK_TCK));
 }
 
 Memory memory_of(pid_t process) {

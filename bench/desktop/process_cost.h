@@ -10,6 +10,10 @@ namespace bench {
 double processor_seconds(pid_t process);
 double main_thread_seconds(pid_t process);
 
+// Of all processors since the machine started, whoever used them: the machine's host too, while it
+// kept one from running.
+double all_processor_seconds();
+
 struct Memory {
   double resident_mb; // 1 MB = 1,000,000 bytes
   double private_mb;  // the part that it shares with no other process
