@@ -28,37 +28,70 @@ struct Range {
 // the call would be.
 constexpr int64_t worth_a_call = 64;
 
-// Four pixels at a time, the last four over what may be there already, so that none is left over to
-// be written alone: the rows of the game's cells are too short for a call and too long for a loop.
-constexpr int64_t chunk = 4;
+// `count` pixels of one colour, which is at least 1, in each of `lines` rows that begin `pitch`
+// pixels apart.
+struct Area {
+  uint32_t* first;
+  int64_t pitch;
+  int64_t count;
+  int64_t lines;
+};
 
-void fill_chunks(uint32_t* first, int64_t count, uint32_t colour) {
-  const std::array<uint32_t, chunk> colours = {colour, colour, colour, colour};
-  uint32_t* const last = first + count - chunk;
-  for (; first < last; first += chunk)
-    std::memcpy(first, colours.data(), sizeof colours);
-  std::memcpy(last, colours.data(), sizeof colours);
+// Runs of `size` pixels at a time, the last of a row over what may be there already, so that none
+// is left over to be written alone: the rows of the game's cells are too short for a call and too
+// long for a loop over pixels.
+template<int64_t size>
+[[gnu::always_inline]] inline void fill_in_chunks(const Area& area, uint32_t colour) {
+  __extension__ typedef uint32_t Chunk __attribute__((vector_size(size * sizeof(uint32_t))));
+  const Chunk colours = Chunk{} + colour;
+  uint32_t* row = area.first;
+  for (int64_t i = 0; i < area.lines; ++i, row += area.pitch) {
+    uint32_t* const last = row + area.count - size;
+    for (uint32_t* next = row; next < last; next += size)
+      std::memcpy(next, &colours, sizeof colours);
+    std::memcpy(last, &colours, sizeof colours);
+  }
 }
+
+#if defined(__x86_64__)
+__attribute__((target("avx2"))) void fill_widely(const Area& area, uint32_t colour) {
+  fill_in_chunks<8>(area, colour);
+}
+const bool can_fill_widely = __builtin_cpu_supports("avx2") != 0;
+#else
+void fill_widely(const Area& area, uint32_t colour) {
+  fill_in_chunks<8>(area, colour);
+}
+constexpr bool can_fill_widely = true;
+#endif
 
 // One to three, the edges of a cell: a loop would be prepared for many.
-void fill_few(uint32_t* first, int64_t count, uint32_t colour) {
-  first[0] = colour;
-  if (count > 1)
-    first[1] = colour;
-  if (count > 2)
-    first[2] = colour;
+void fill_few(const Area& area, uint32_t colour) {
+  uint32_t* row = area.first;
+  for (int64_t i = 0; i < area.lines; ++i, row += area.pitch) {
+    row[0] = colour;
+    row[area.count / 2] = colour;
+    row[area.count - 1] = colour;
+  }
 }
 
-// `count` is at least 1.
-void fill_run(uint32_t* first, int64_t count, uint32_t colour) {
+void fill_long(const Area& area, uint32_t colour) {
   static_assert(sizeof(wchar_t) == sizeof(uint32_t));
-  if (count >= worth_a_call)
-    std::wmemset(reinterpret_cast<wchar_t*>(first), static_cast<wchar_t>(colour),
-                 static_cast<size_t>(count));
-  else if (count >= chunk)
-    fill_chunks(first, count, colour);
+  uint32_t* row = area.first;
+  for (int64_t i = 0; i < area.lines; ++i, row += area.pitch)
+    std::wmemset(reinterpret_cast<wchar_t*>(row), static_cast<wchar_t>(colour),
+                 static_cast<size_t>(area.count));
+}
+
+void fill(const Area& area, uint32_t colour) {
+  if (area.count >= worth_a_call)
+    fill_long(area, colour);
+  else if (area.count >= 8 && can_fill_widely)
+    fill_widely(area, colour);
+  else if (area.count >= 4)
+    fill_in_chunks<4>(area, colour);
   else
-    fill_few(first, count, colour);
+    fill_few(area, colour);
 }
 
 // Four pixels in one of the processor's registers, or all ones for those that are meant.
@@ -154,8 +187,9 @@ void Canvas::fill_everything(uint32_t colour) {
   for (size_t row = 0; row < drawn_from_.size(); ++row) {
     const int64_t count = drawn_to_[row] - drawn_from_[row];
     if (count > 0)
-      fill_run(&pixels_[row * static_cast<size_t>(width_) + static_cast<size_t>(drawn_from_[row])],
-               count, colour);
+      fill({&pixels_[row * static_cast<size_t>(width_) + static_cast<size_t>(drawn_from_[row])],
+            width_, count, 1},
+           colour);
     drawn_from_[row] = static_cast<int16_t>(width_);
     drawn_to_[row] = 0;
   }
@@ -185,9 +219,8 @@ void Canvas::fill_rectangle(int x, int y, int width, int height) {
   note_drawing(columns.begin, columns.end, rows.begin, rows.end);
   uint32_t* row = &pixels_[static_cast<size_t>(rows.begin * width_ + columns.begin)];
   if (run == width_)
-    return fill_run(row, run * lines, colour_);
-  for (int64_t i = 0; i < lines; ++i, row += width_)
-    fill_run(row, run, colour_);
+    return fill({row, 0, run * lines, 1}, colour_);
+  fill({row, width_, run, lines}, colour_);
 }
 
 void Canvas::outline_rectangle(int x, int y, int width, int height) {
