@@ -3,11 +3,10 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
-#include <cstring>
-#include <cwchar>
 #include <utility>
 
 #include "host/screen/font.h"
+#include "host/screen/pixels.h"
 
 namespace kavo::host {
 
@@ -22,93 +21,6 @@ struct Range {
   int64_t end;
   bool is_empty() const { return begin >= end; }
 };
-
-// The C library's wmemset chooses the processor's widest stores when the program runs, while a
-// loop is compiled for the oldest one and fills a whole picture slower. A short run is over before
-// the call would be.
-constexpr int64_t worth_a_call = 64;
-
-// `count` pixels of one colour, which is at least 1, in each of `lines` rows that begin `pitch`
-// pixels apart.
-struct Area {
-  uint32_t* first;
-  int64_t pitch;
-  int64_t count;
-  int64_t lines;
-};
-
-// Runs of `size` pixels at a time, the last of a row over what may be there already, so that none
-// is left over to be written alone: the rows of the game's cells are too short for a call and too
-// long for a loop over pixels.
-template<int64_t size>
-[[gnu::always_inline]] inline void fill_in_chunks(const Area& area, uint32_t colour) {
-  __extension__ typedef uint32_t Chunk __attribute__((vector_size(size * sizeof(uint32_t))));
-  const Chunk colours = Chunk{} + colour;
-  uint32_t* row = area.first;
-  for (int64_t i = 0; i < area.lines; ++i, row += area.pitch) {
-    uint32_t* const last = row + area.count - size;
-    for (uint32_t* next = row; next < last; next += size)
-      std::memcpy(next, &colours, sizeof colours);
-    std::memcpy(last, &colours, sizeof colours);
-  }
-}
-
-#if defined(__x86_64__)
-__attribute__((target("avx2"))) void fill_widely(const Area& area, uint32_t colour) {
-  fill_in_chunks<8>(area, colour);
-}
-const bool can_fill_widely = __builtin_cpu_supports("avx2") != 0;
-#else
-void fill_widely(const Area& area, uint32_t colour) {
-  fill_in_chunks<8>(area, colour);
-}
-constexpr bool can_fill_widely = true;
-#endif
-
-// One to three, the edges of a cell: a loop would be prepared for many.
-void fill_few(const Area& area, uint32_t colour) {
-  uint32_t* row = area.first;
-  for (int64_t i = 0; i < area.lines; ++i, row += area.pitch) {
-    row[0] = colour;
-    row[area.count / 2] = colour;
-    row[area.count - 1] = colour;
-  }
-}
-
-void fill_long(const Area& area, uint32_t colour) {
-  static_assert(sizeof(wchar_t) == sizeof(uint32_t));
-  uint32_t* row = area.first;
-  for (int64_t i = 0; i < area.lines; ++i, row += area.pitch)
-    std::wmemset(reinterpret_cast<wchar_t*>(row), static_cast<wchar_t>(colour),
-                 static_cast<size_t>(area.count));
-}
-
-void fill(const Area& area, uint32_t colour) {
-  if (area.count >= worth_a_call)
-    fill_long(area, colour);
-  else if (area.count >= 8 && can_fill_widely)
-    fill_widely(area, colour);
-  else if (area.count >= 4)
-    fill_in_chunks<4>(area, colour);
-  else
-    fill_few(area, colour);
-}
-
-// Four pixels in one of the processor's registers, or all ones for those that are meant.
-__extension__ typedef uint32_t Four __attribute__((vector_size(16)));
-
-// Writes every pixel, the others as they were: a compiler left to itself makes a branch for each,
-// which the processor can only guess.
-void fill_bits(uint32_t* first, unsigned bits, uint32_t colour) {
-  constexpr std::array<Four, 2> places = {Four{0x80, 0x40, 0x20, 0x10}, Four{8, 4, 2, 1}};
-  std::array<Four, 2> pixels;
-  std::memcpy(pixels.data(), first, sizeof pixels);
-  for (size_t i = 0; i < places.size(); ++i) {
-    const auto is_set = __extension__(Four)((places[i] & bits) != 0);
-    pixels[i] = (pixels[i] & ~is_set) | (is_set & colour);
-  }
-  std::memcpy(first, pixels.data(), sizeof pixels);
-}
 
 Range clipped(int64_t start, int64_t size, int64_t limit) {
   return {std::max<int64_t>(start, 0), std::min(start + size, limit)};
@@ -156,8 +68,7 @@ private:
 Canvas::Canvas(int width, int height)
     : width_(width), height_(height),
       own_pixels_(static_cast<size_t>(width) * static_cast<size_t>(height)), pixels_(own_pixels_),
-      drawn_from_(static_cast<size_t>(height), static_cast<int16_t>(width)),
-      drawn_to_(static_cast<size_t>(height), 0) {}
+      drawn_(static_cast<size_t>(height - 1) / band_height + 1, Drawn{width, 0}) {}
 
 void Canvas::move_to(uint32_t* memory) {
   settle();
@@ -184,23 +95,22 @@ void Canvas::fill_everything(uint32_t colour) {
   if (colour != ground_)
     note_drawing(0, width_, 0, height_);
   ground_ = colour;
-  for (size_t row = 0; row < drawn_from_.size(); ++row) {
-    const int64_t count = drawn_to_[row] - drawn_from_[row];
-    if (count > 0)
-      fill({&pixels_[row * static_cast<size_t>(width_) + static_cast<size_t>(drawn_from_[row])],
-            width_, count, 1},
+  for (int64_t row = 0; row < height_; row += band_height) {
+    auto& [from, to] = drawn_[static_cast<size_t>(row / band_height)];
+    if (from < to)
+      fill({&pixels_[static_cast<size_t>(row * width_ + from)], width_, to - from,
+            std::min<int64_t>(band_height, height_ - row)},
            colour);
-    drawn_from_[row] = static_cast<int16_t>(width_);
-    drawn_to_[row] = 0;
+    from = width_;
+    to = 0;
   }
 }
 
 void Canvas::note_drawing(int64_t left, int64_t right, int64_t top, int64_t bottom) {
-  for (int64_t row = top; row < bottom; ++row) {
-    auto& from = drawn_from_[static_cast<size_t>(row)];
-    auto& to = drawn_to_[static_cast<size_t>(row)];
-    from = std::min(from, static_cast<int16_t>(left));
-    to = std::max(to, static_cast<int16_t>(right));
+  for (int64_t band = top / band_height; band * band_height < bottom; ++band) {
+    auto& [from, to] = drawn_[static_cast<size_t>(band)];
+    from = std::min(from, static_cast<int>(left));
+    to = std::max(to, static_cast<int>(right));
   }
 }
 
@@ -294,18 +204,14 @@ void Canvas::glyph(int64_t x, int64_t y, const uint8_t* rows) {
   if (columns.is_empty() || lines.is_empty())
     return;
   note_drawing(columns.begin, columns.end, lines.begin, lines.end);
-  const bool is_whole = columns.end - columns.begin == cell_width;
-  for (int64_t line = lines.begin; line < lines.end; ++line) {
-    const unsigned bits = rows[line - y];
-    uint32_t* row = &pixels_[static_cast<size_t>(line * width_)];
-    if (is_whole) {
-      fill_bits(row + x, bits, colour_);
-      continue;
-    }
+  uint32_t* row = &pixels_[static_cast<size_t>(lines.begin * width_)];
+  rows += lines.begin - y;
+  if (columns.end - columns.begin == cell_width)
+    return fill_bits({row + x, width_, cell_width, lines.end - lines.begin}, rows, colour_);
+  for (int64_t line = lines.begin; line < lines.end; ++line, ++rows, row += width_)
     for (int64_t column = columns.begin; column < columns.end; ++column)
-      if ((bits << (column - x)) & 0x80U)
+      if ((static_cast<unsigned>(*rows) << (column - x)) & 0x80U)
         row[column] = colour_;
-  }
 }
 
 } // namespace kavo::host

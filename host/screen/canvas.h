@@ -86,9 +86,13 @@ private:
   // Frame after frame begins with a fill of the whole picture in the same colour: only what was
   // drawn since the last one needs it. That is half of a frame of play, and less to fetch from the
   // core on which the X server read the last one.
-  uint32_t ground_ = 0;             // the colour of all pixels but
-  std::vector<int16_t> drawn_from_; // these to those, row by row
-  std::vector<int16_t> drawn_to_;
+  struct Drawn {
+    int from;
+    int to;
+  };
+  static constexpr int band_height = 8;
+  uint32_t ground_ = 0;      // the colour of all pixels but
+  std::vector<Drawn> drawn_; // these, in every band of so many rows
 };
 
 } // namespace kavo::host
