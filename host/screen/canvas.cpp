@@ -16,14 +16,9 @@ namespace {
 // coordinates still fit 64 bits.
 constexpr int farthest = 1'000'000'000;
 
-struct Range {
-  int64_t begin;
-  int64_t end;
-  bool is_empty() const { return begin >= end; }
-};
-
-Range clipped(int64_t start, int64_t size, int64_t limit) {
-  return {std::max<int64_t>(start, 0), std::min(start + size, limit)};
+Range clipped(int64_t start, int64_t size, int limit) {
+  return {static_cast<int>(std::clamp<int64_t>(start, 0, limit)),
+          static_cast<int>(std::clamp<int64_t>(start + size, 0, limit))};
 }
 
 // The coordinate of a line on its slower axis at each step along its faster one, nearest pixel
@@ -68,10 +63,10 @@ private:
 Canvas::Canvas(int width, int height)
     : width_(width), height_(height),
       own_pixels_(static_cast<size_t>(width) * static_cast<size_t>(height)), pixels_(own_pixels_),
-      drawn_(static_cast<size_t>(height - 1) / band_height + 1, Drawn{width, 0}) {}
+      ground_(width, height) {}
 
 void Canvas::move_to(uint32_t* memory) {
-  settle();
+  ground_.lay(pixels_.data());
   if (memory == pixels_.data())
     return;
   std::copy(pixels_.begin(), pixels_.end(), memory);
@@ -86,50 +81,19 @@ void Canvas::move_home() {
   pixels_ = own_pixels_;
 }
 
-void Canvas::blacken() {
-  is_clear_due_ = false;
-  fill_everything(0);
-}
-
-void Canvas::fill_everything(uint32_t colour) {
-  if (colour != ground_)
-    note_drawing(0, width_, 0, height_);
-  ground_ = colour;
-  for (int64_t row = 0; row < height_; row += band_height) {
-    auto& [from, to] = drawn_[static_cast<size_t>(row / band_height)];
-    if (from < to)
-      fill({&pixels_[static_cast<size_t>(row * width_ + from)], width_, to - from,
-            std::min<int64_t>(band_height, height_ - row)},
-           colour);
-    from = width_;
-    to = 0;
-  }
-}
-
-void Canvas::note_drawing(int64_t left, int64_t right, int64_t top, int64_t bottom) {
-  for (int64_t band = top / band_height; band * band_height < bottom; ++band) {
-    auto& [from, to] = drawn_[static_cast<size_t>(band)];
-    from = std::min(from, static_cast<int>(left));
-    to = std::max(to, static_cast<int>(right));
-  }
-}
-
 void Canvas::fill_rectangle(int x, int y, int width, int height) {
   const Range columns = clipped(x, width, width_);
   const Range rows = clipped(y, height, height_);
   if (columns.is_empty() || rows.is_empty())
     return;
-  const int64_t run = columns.end - columns.begin;
-  const int64_t lines = rows.end - rows.begin;
-  if (run == width_ && lines == height_) {
-    is_clear_due_ = false;
-    return fill_everything(colour_);
-  }
-  settle();
-  note_drawing(columns.begin, columns.end, rows.begin, rows.end);
-  uint32_t* row = &pixels_[static_cast<size_t>(rows.begin * width_ + columns.begin)];
+  const int run = columns.end - columns.begin;
+  const int lines = rows.end - rows.begin;
+  if (run == width_ && lines == height_)
+    return ground_.change(colour_);
+  ground_.make_room(pixels_.data(), columns, rows, true);
+  uint32_t* row = &pixels_[int64_t{rows.begin} * width_ + columns.begin];
   if (run == width_)
-    return fill({row, 0, run * lines, 1}, colour_);
+    return fill({row, 0, int64_t{run} * lines, 1}, colour_);
   fill({row, width_, run, lines}, colour_);
 }
 
@@ -154,7 +118,6 @@ void Canvas::line(int x1, int y1, int x2, int y2) {
     return fill_rectangle(std::min(x1, x2), y1, std::abs(x2 - x1) + 1, 1);
   if (x1 == x2)
     return fill_rectangle(x1, std::min(y1, y2), 1, std::abs(y2 - y1) + 1);
-  settle();
   if (std::abs(x2 - x1) >= std::abs(y2 - y1))
     return shallow_line(x1, y1, x2, y2);
   steep_line(x1, y1, x2, y2);
@@ -169,7 +132,7 @@ void Canvas::shallow_line(int64_t x1, int64_t y1, int64_t x2, int64_t y2) {
   if (columns.is_empty())
     return;
   const Range rows = clipped(std::min(y1, y2), std::abs(y2 - y1) + 1, height_);
-  note_drawing(columns.begin, columns.end, rows.begin, rows.end);
+  ground_.make_room(pixels_.data(), columns, rows, false);
   Slope slope(y1, x2 - x1, y2 - y1, columns.begin - x1);
   for (int64_t x = columns.begin; x < columns.end; ++x, slope.step())
     if (slope.position() >= 0 && slope.position() < height_)
@@ -185,7 +148,7 @@ void Canvas::steep_line(int64_t x1, int64_t y1, int64_t x2, int64_t y2) {
   if (rows.is_empty())
     return;
   const Range columns = clipped(std::min(x1, x2), std::abs(x2 - x1) + 1, width_);
-  note_drawing(columns.begin, columns.end, rows.begin, rows.end);
+  ground_.make_room(pixels_.data(), columns, rows, false);
   Slope slope(x1, y2 - y1, x2 - x1, rows.begin - y1);
   for (int64_t y = rows.begin; y < rows.end; ++y, slope.step())
     if (slope.position() >= 0 && slope.position() < width_)
@@ -193,7 +156,6 @@ void Canvas::steep_line(int64_t x1, int64_t y1, int64_t x2, int64_t y2) {
 }
 
 void Canvas::text(int x, int y, std::string_view utf8) {
-  settle();
   for (int64_t pen = x; !utf8.empty() && pen < width_; pen += cell_width)
     glyph(pen, y, glyph_rows(next_code_point(utf8)));
 }
@@ -203,8 +165,8 @@ void Canvas::glyph(int64_t x, int64_t y, const uint8_t* rows) {
   const Range lines = clipped(y, cell_height, height_);
   if (columns.is_empty() || lines.is_empty())
     return;
-  note_drawing(columns.begin, columns.end, lines.begin, lines.end);
-  uint32_t* row = &pixels_[static_cast<size_t>(lines.begin * width_)];
+  ground_.make_room(pixels_.data(), columns, lines, false);
+  uint32_t* row = &pixels_[int64_t{lines.begin} * width_];
   rows += lines.begin - y;
   if (columns.end - columns.begin == cell_width)
     return fill_bits({row + x, width_, cell_width, lines.end - lines.begin}, rows, colour_);

@@ -10,6 +10,8 @@
 #include <string_view>
 #include <vector>
 
+#include "host/screen/ground.h"
+
 namespace kavo::host {
 
 class Canvas {
@@ -29,8 +31,8 @@ public:
   int width() const { return width_; }
   int height() const { return height_; }
   std::span<const uint32_t> pixels() const {
-    // Black pixels that are written late are still the same picture.
-    const_cast<Canvas*>(this)->settle();
+    // A ground that is laid late is still the same picture.
+    ground_.lay(pixels_.data());
     return pixels_;
   }
   const uint32_t* row(int y) const { return &pixels()[static_cast<size_t>(y) * width_]; }
@@ -42,7 +44,7 @@ public:
   void move_home();
 
   // Makes the whole picture black; the drawing colour stays.
-  void clear() { is_clear_due_ = true; }
+  void clear() { ground_.change(0); }
 
   // The colour of the shapes that follow, 0x00RRGGBB.
   void set_colour(uint32_t colour) { colour_ = colour & 0x00FFFFFF; }
@@ -66,33 +68,12 @@ private:
   void steep_line(int64_t x1, int64_t y1, int64_t x2, int64_t y2);
   void glyph(int64_t x, int64_t y, const uint8_t* rows);
 
-  // A clear waits until a pixel is read or drawn: most frames fill the whole picture right after
-  // it, and then it need not be done at all. That saves a third of the pixels of a busy frame.
-  void settle() {
-    if (is_clear_due_)
-      blacken();
-  }
-  void blacken();
-  void fill_everything(uint32_t colour);
-  void note_drawing(int64_t left, int64_t right, int64_t top, int64_t bottom);
-
   int width_;
   int height_;
   uint32_t colour_ = 0x00FFFFFF;
   std::vector<uint32_t> own_pixels_; // empty while the picture lies elsewhere
   std::span<uint32_t> pixels_;
-  bool is_clear_due_ = false;
-
-  // Frame after frame begins with a fill of the whole picture in the same colour: only what was
-  // drawn since the last one needs it. That is half of a frame of play, and less to fetch from the
-  // core on which the X server read the last one.
-  struct Drawn {
-    int from;
-    int to;
-  };
-  static constexpr int band_height = 8;
-  uint32_t ground_ = 0;      // the colour of all pixels but
-  std::vector<Drawn> drawn_; // these, in every band of so many rows
+  mutable Ground ground_;
 };
 
 } // namespace kavo::host

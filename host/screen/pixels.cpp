@@ -88,15 +88,24 @@ KAVO_WIDE void select_bits_widely(const Area& area, const uint8_t* rows, uint32_
 
 } // namespace
 
-void fill(const Area& area, uint32_t colour) {
+void fill_narrowly(const Area& area, uint32_t colour) {
   if (area.width >= worth_a_call)
     fill_by_call(area, colour);
-  else if (area.width >= pixels_in<Eight> && is_wide())
-    fill_widely(area, colour);
   else if (area.width >= pixels_in<Four>)
     fill_in_chunks<Four>(area, colour);
   else
     fill_few(area, colour);
+}
+
+void fill_bits_narrowly(const Area& area, const uint8_t* rows, uint32_t colour) {
+  select_bits(area, rows, colour);
+}
+
+void fill(const Area& area, uint32_t colour) {
+  if (area.width >= pixels_in<Eight> && area.width < worth_a_call && is_wide())
+    fill_widely(area, colour);
+  else
+    fill_narrowly(area, colour);
 }
 
 void fill_bits(const Area& area, const uint8_t* rows, uint32_t colour) {

@@ -20,4 +20,8 @@ void fill(const Area& area, uint32_t colour);
 // pixel in the highest bit. The others stay as they are.
 void fill_bits(const Area& area, const uint8_t* rows, uint32_t colour);
 
+// The same on processors whose registers hold four pixels. The two above choose.
+void fill_narrowly(const Area& area, uint32_t colour);
+void fill_bits_narrowly(const Area& area, const uint8_t* rows, uint32_t colour);
+
 } // namespace kavo::host
