@@ -1,29 +1,18 @@
 #include "bench/ratios.h"
 
+#include "bench/figures/files.h"
+#include "bench/figures/plan.h"
+#include "bench/figures/table.h"
+
 #include <algorithm>
 #include <iostream>
 #include <map>
-#include <set>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace bench {
 
 namespace {
-
-struct Reported {
-  std::string name;
-  std::string counter; // empty: the time
-  std::string unit;
-  std::optional<Bound> bound;
-  double factor;
-};
-
-struct Plan {
-  std::map<std::string, Bound> pairs; // by the peer's name
-  std::vector<Reported> reported;
-};
 
 Plan& plan() {
   static Plan plan;
@@ -40,11 +29,7 @@ double median(std::vector<double> values) {
   return *middle;
 }
 
-std::string counter_name(std::string benchmark, const std::string& counter) {
-  return std::move(benchmark.append(" ").append(counter));
-}
-
-// What every repetition gave: times under the benchmark's name, counters under "<name> <counter>".
+// What every repetition gave.
 class Collector : public benchmark::ConsoleReporter {
 public:
   Collector() : ConsoleReporter(OO_Tabular) {}
@@ -59,90 +44,36 @@ public:
   }
 
   bool has_failed() const { return has_failed_; }
-  const std::vector<std::string>& names() const { return names_; }
-  std::optional<double> value(const std::string& name) const {
-    const auto found = values_.find(name);
-    return found == values_.end() ? std::nullopt : std::optional(median(found->second));
+
+  Measured measured() const {
+    Measured measured;
+    for (const auto& [name, values] : times_)
+      measured.times[name] = median(values);
+    for (const auto& [name, counters] : counters_)
+      for (const auto& [counter, values] : counters)
+        measured.counters[name][counter] = median(values);
+    return measured;
   }
 
 private:
   void note(const Run& run) {
     const std::string name =
         run.run_name.function_name + (run.run_name.args.empty() ? "" : "/" + run.run_name.args);
-    if (!values_.contains(name))
-      names_.push_back(name);
-    values_[name].push_back(nanoseconds(run));
+    times_[name].push_back(nanoseconds(run));
     for (const auto& [counter, value] : run.counters)
-      values_[counter_name(name, counter)].push_back(value);
+      counters_[name][counter].push_back(value);
   }
 
-  std::vector<std::string> names_; // of the benchmarks, as they first came
-  std::map<std::string, std::vector<double>> values_;
+  std::map<std::string, std::vector<double>> times_;
+  std::map<std::string, std::map<std::string, std::vector<double>>> counters_;
   bool has_failed_ = false;
 };
 
-// Figures in the order of the benchmarks' names, so that two runs give the same table.
-class FigureList {
-public:
-  FigureList(std::string program, const Collector& collector)
-      : program_(std::move(program)), collector_(collector) {}
-
-  std::vector<Figure> figures() {
-    for (const Reported& reported : plan().reported)
-      add_reported(reported);
-    std::set<std::string> names(collector_.names().begin(), collector_.names().end());
-    for (const std::string& name : names)
-      add_pair(name);
-    return figures_;
-  }
-
-private:
-  void add_reported(const Reported& reported) {
-    const bool is_time = reported.counter.empty();
-    const auto value =
-        collector_.value(is_time ? reported.name : counter_name(reported.name, reported.counter));
-    if (value)
-      figures_.push_back({program_,
-                          is_time ? reported.name : reported.name + ", " + reported.counter,
-                          *value * reported.factor, reported.unit, "", 0, reported.bound});
-  }
-
-  void add_pair(const std::string& name) {
-    const auto slash = name.rfind('/');
-    if (slash == std::string::npos || name.substr(slash) == "/ours")
-      return;
-    const std::string what = name.substr(0, slash);
-    const auto ours = collector_.value(what + "/ours");
-    if (!ours)
-      return;
-    const auto bound = plan().pairs.find(name);
-    figures_.push_back({program_, what, *ours, "ns", name.substr(slash + 1),
-                        *collector_.value(name),
-                        bound == plan().pairs.end() ? std::nullopt : std::optional(bound->second)});
-  }
-
-  std::string program_;
-  const Collector& collector_;
-  std::vector<Figure> figures_;
-};
-
-// An expectation whose name is misspelt would never be judged.
-bool everything_expected_was_run(const Collector& collector) {
-  bool is_complete = true;
-  const auto demand = [&](const std::string& name) {
-    if (collector.value(name))
-      return;
+bool is_everything_measured(const Measured& measured) {
+  const std::vector<std::string> missing = plan().missing(measured);
+  for (const std::string& name : missing)
     std::cerr << "expected, but not measured: " << name << '\n';
-    is_complete = false;
-  };
-  for (const auto& [name, bound] : plan().pairs) {
-    demand(name);
-    demand(name.substr(0, name.rfind('/')) + "/ours");
-  }
-  for (const Reported& reported : plan().reported)
-    demand(reported.counter.empty() ? reported.name
-                                    : counter_name(reported.name, reported.counter));
-  return is_complete;
+  return missing.empty();
 }
 
 std::string program_name(const char* path) {
@@ -153,16 +84,20 @@ std::string program_name(const char* path) {
 } // namespace
 
 void expect(const std::string& peer_name, Bound bound) {
-  plan().pairs.emplace(peer_name, bound);
+  plan().expect(peer_name, bound);
 }
 
 void report_time(const std::string& name, std::optional<Bound> bound) {
-  plan().reported.push_back({name, "", "ns", bound, 1});
+  plan().report_time(name, bound);
 }
 
 void report_counter(const std::string& name, const std::string& counter, const std::string& unit,
                     std::optional<Bound> bound, double factor) {
-  plan().reported.push_back({name, counter, unit, bound, factor});
+  plan().report_counter(name, counter, unit, bound, factor);
+}
+
+void report_growth(const std::string& name, const std::vector<int>& sizes) {
+  plan().report_growth(name, sizes);
 }
 
 int run(int argc, char** argv) {
@@ -181,12 +116,13 @@ int run(int argc, char** argv) {
   Collector collector;
   if (benchmark::RunSpecifiedBenchmarks(&collector) == 0 || collector.has_failed())
     return 1;
-  const auto figures = FigureList(program_name(argv[0]), collector).figures();
+  const Measured measured = collector.measured();
+  const std::vector<Figure> figures = plan().figures(program_name(argv[0]), measured);
   std::cout << '\n';
   print_table(std::cout, figures);
   hand_on(figures);
   const bool is_filtered = !benchmark::GetBenchmarkFilter().empty();
-  return is_filtered || everything_expected_was_run(collector) ? 0 : 1;
+  return is_filtered || is_everything_measured(measured) ? 0 : 1;
 }
 
 } // namespace bench

@@ -1,6 +1,6 @@
 // Benchmarks in pairs, "<what>/ours" beside "<what>/<peer>", and what each figure is to reach.
 // After the run the figures are printed as a table, by processor time, medians over the
-// repetitions, and handed on (bench/figures.h).
+// repetitions, and handed on (bench/figures/files.h).
 //
 //   add("sum/ours", [] { … });
 //   add("sum/eigen", [] { … });
@@ -8,23 +8,22 @@
 //   expect("sum/bare_loop", at_most(1.5));    // times the time that the peer takes
 #pragma once
 
-#include "bench/figures.h"
+#include "bench/figures/figure.h"
 
 #include <benchmark/benchmark.h>
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace bench {
 
-// What a pair is to reach, by the peer's name. A pair without it is printed and not judged.
+// What the program's benchmarks are to give, as bench/figures/plan.h has it.
 void expect(const std::string& peer_name, Bound bound);
-
-// Takes the time of one benchmark, or one of its counters, into the table as well, with its bound
-// when there is one: nanoseconds for a time. `factor` turns the counter into the unit.
 void report_time(const std::string& name, std::optional<Bound> bound = std::nullopt);
 void report_counter(const std::string& name, const std::string& counter, const std::string& unit,
                     std::optional<Bound> bound = std::nullopt, double factor = 1);
+void report_growth(const std::string& name, const std::vector<int>& sizes);
 
 // Registers one of a pair: `work` is what is measured, `bytes` what it goes through.
 template<typename Work>

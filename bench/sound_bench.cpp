@@ -265,21 +265,6 @@ BENCHMARK(all_notes_at_once)
     ->Arg(48)
     ->Unit(benchmark::kMillisecond);
 
-// What a note costs must not grow with their number.
-void a_quarter_of_the_notes_four_times(benchmark::State& state) {
-  for ([[maybe_unused]] const auto _ : state)
-    for (int i = 0; i < 4; ++i)
-      render_notes(12);
-}
-void forty_eight_notes(benchmark::State& state) {
-  for ([[maybe_unused]] const auto _ : state)
-    render_notes(48);
-}
-BENCHMARK(forty_eight_notes)->Name("48_notes/ours")->Unit(benchmark::kMillisecond);
-BENCHMARK(a_quarter_of_the_notes_four_times)
-    ->Name("48_notes/12_notes_four_times")
-    ->Unit(benchmark::kMillisecond);
-
 // Tables and engine, as SOUND.INIT makes them.
 void start_up(benchmark::State& state) {
   std::size_t table_bytes = 0;
@@ -306,8 +291,6 @@ int main(int argc, char** argv) {
   bench::report_counter("silence", "core", "%", std::nullopt, per_cent);
   bench::report_counter("worst_block", "worst", "%", bench::at_most(5), per_cent);
   bench::report_time("start_up", bench::at_most(60 * ms));
-  for (const char* notes : {"1", "3", "6", "12", "24", "48"})
-    bench::report_time(std::string("notes/") + notes);
-  bench::expect("48_notes/12_notes_four_times", bench::at_most(1));
+  bench::report_growth("notes", {1, 3, 6, 12, 24, 48});
   return bench::run(argc, argv);
 }

@@ -9,7 +9,9 @@
 #include "bench/desktop/pacing.h"
 #include "bench/desktop/presents.h"
 #include "bench/desktop/process_cost.h"
-#include "bench/figures.h"
+#include "bench/figures/files.h"
+#include "bench/figures/growth.h"
+#include "bench/figures/table.h"
 
 #include <algorithm>
 #include <cmath>
@@ -87,18 +89,17 @@ std::vector<Figure> measure_play(int scale) {
       (frame_work_seconds(game) - work_before) / static_cast<double>(intervals.size());
   const bench::Memory memory = bench::memory_of(game.process());
   const double median = quantile(intervals, 0.5);
-  const bool is_first = scale == 1;
-  const auto bound = [is_first](double limit) {
-    return is_first ? std::optional(at_most(limit)) : std::nullopt;
+  const auto bound = [scale](double limit) {
+    return scale == 1 ? std::optional(at_most(limit)) : std::nullopt;
   };
   return {
       figure(at_scale("processor while playing with music", scale), 100 * all / time.count(), "%",
              bound(3)),
+      figure(at_scale("memory, resident", scale), memory.resident_mb, "MB", bound(24)),
+      figure(at_scale("memory, private", scale), memory.private_mb, "MB", bound(12)),
       time_figure(at_scale("frame interval, median", scale), median),
       time_figure(at_scale("frame interval beyond 16 ms and its work", scale),
                   median - pause_ms / 1000 - work, bound(0.3 * ms)),
-      figure(at_scale("memory, resident", scale), memory.resident_mb, "MB", bound(24)),
-      figure(at_scale("memory, private", scale), memory.private_mb, "MB", bound(12)),
   };
 }
 
@@ -146,25 +147,45 @@ std::vector<int>& scales() {
   return scales;
 }
 
-std::vector<Figure> at_every_scale(const std::function<std::vector<Figure>(int)>& measure) {
-  std::vector<Figure> all;
+// One figure after the other, each in all sizes. The first so many of them are costs: they are to
+// grow no faster than the window's pixels.
+std::vector<Figure> at_every_scale(const std::function<std::vector<Figure>(int)>& measure,
+                                   size_t costs = 0) {
+  std::vector<double> pixels;
+  std::vector<std::vector<Figure>> rows; // each figure's
   for (const int scale : scales()) {
-    const std::vector<Figure> figures = measure(scale);
-    all.insert(all.end(), figures.begin(), figures.end());
+    pixels.push_back(scale * scale);
+    const std::vector<Figure> measured = measure(scale);
+    rows.resize(measured.size());
+    for (size_t i = 0; i < measured.size(); ++i)
+      rows[i].push_back(measured[i]);
+  }
+  std::vector<Figure> all;
+  for (size_t i = 0; i < rows.size(); ++i) {
+    const std::vector<Figure> row = i < costs ? bench::growth(rows[i], pixels) : rows[i];
+    all.insert(all.end(), row.begin(), row.end());
   }
   return all;
 }
 
+// A picture that needs no scaling costs no pixel: growth begins with the first that does.
 std::vector<Figure> measure_present() {
   const desktop::Desktop desktop(GameOnDesktop::width * 3 + 20, GameOnDesktop::height * 3 + 60);
-  const double bounds[] = {0.2 * ms, 3 * ms};
-  std::vector<Figure> figures;
+  std::vector<Figure> unscaled, scaled;
+  std::vector<double> pixels;
   for (const int scale : scales()) {
-    const auto bound = scale <= 2 ? std::optional(at_most(bounds[scale - 1])) : std::nullopt;
-    figures.push_back(time_figure(at_scale("present", scale),
-                                  bench::present_seconds(desktop.display_name(), scale), bound));
+    const double seconds = bench::present_seconds(desktop.display_name(), scale);
+    const std::string what = at_scale("present", scale);
+    if (scale == 1) {
+      unscaled.push_back(time_figure(what, seconds, at_most(0.2 * ms)));
+    } else {
+      scaled.push_back(time_figure(what, seconds, at_most(3 * ms)));
+      pixels.push_back(scale * scale);
+    }
   }
-  return figures;
+  scaled = bench::growth(scaled, pixels);
+  unscaled.insert(unscaled.end(), scaled.begin(), scaled.end());
+  return unscaled;
 }
 
 std::vector<Figure> measure_size() {
@@ -183,7 +204,7 @@ std::vector<Figure> measure_size() {
 
 const std::map<std::string, std::function<std::vector<Figure>()>> parts = {
     {"start", measure_start},
-    {"play", [] { return at_every_scale(measure_play); }},
+    {"play", [] { return at_every_scale(measure_play, 3); }},
     {"frames", [] { return at_every_scale(measure_frames); }},
     {"keys", [] { return at_every_scale(measure_keys); }},
     {"present", measure_present},

@@ -1,6 +1,8 @@
 // kavo_figures <file> <json>: the table of all figures that the benchmarks left in the file, and
 // the same as JSON. Ends with 1 when a ratio misses its bound by more than a tenth.
-#include "bench/figures.h"
+#include "bench/figures/figure.h"
+#include "bench/figures/files.h"
+#include "bench/figures/table.h"
 
 #include <algorithm>
 #include <exception>

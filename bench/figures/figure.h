@@ -1,11 +1,8 @@
-// Measured figures: what each is, what it is measured against, what it is to reach, and the table
-// of them that people read.
+// A measured figure: what it is, what it is measured against, what it is to reach, and the verdict.
 #pragma once
 
-#include <iosfwd>
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace bench {
 
@@ -44,21 +41,8 @@ double ratio(const Figure& figure);
 // True without a bound.
 bool reaches(const Figure& figure);
 
-// A ratio that misses its bound by more than a tenth. Less than that is within what a busy machine
-// does to it, and a value alone says more about the machine than about us.
+// A ratio that misses its bound by more than a tenth, or is no number. Less than that is within
+// what a busy machine does to it, and a value alone says more about the machine than about us.
 bool falls_short(const Figure& figure);
-
-void print_table(std::ostream& out, const std::vector<Figure>& figures);
-
-// As an array of objects, one a line.
-void write_json(std::ostream& out, const std::vector<Figure>& figures);
-
-// A file between the programs that measure and the one that reports: a line for each figure.
-// Both throw std::runtime_error, naming the file, when it cannot be opened or a line is damaged.
-void append_figures(const std::string& path, const std::vector<Figure>& figures);
-std::vector<Figure> read_figures(const std::string& path);
-
-// Appends to the file that KAVO_FIGURES names, when it names one.
-void hand_on(const std::vector<Figure>& figures);
 
 } // namespace bench
