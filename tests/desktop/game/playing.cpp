@@ -46,7 +46,9 @@ uint32_t cell_in(const desktop::Bitmap& picture, int row, int column) {
                     board_top + row * cell_size + cell_size / 2);
 }
 
-Game::Game(const Conditions& conditions) {
+Game::Game(const Conditions& conditions) : desktop(conditions.displays) {
+  if (conditions.displays.size() > 1)
+    desktop.start_window_manager();
   if (conditions.arrange)
     conditions.arrange(folder);
   desktop::Launch how = launch(folder.path(), conditions.seed, {});

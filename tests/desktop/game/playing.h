@@ -31,6 +31,8 @@ struct Conditions {
   std::function<void(const kavo::test::TemporaryFolder&)> arrange = {};
   // How it is started otherwise.
   std::function<void(desktop::Launch&)> change = {};
+  // What it is shown on; more than one stand side by side, with a window manager.
+  std::vector<desktop::DisplaySize> displays = {{1280, 1024}};
 };
 
 // What a cell of the upright board shows, left of its middle.
