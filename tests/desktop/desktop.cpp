@@ -346,6 +346,14 @@ void Desktop::move_pointer(int x, int y) {
   connection_->finish();
 }
 
+void Desktop::press_pointer() {
+  send_button(true);
+}
+
+void Desktop::release_pointer() {
+  send_button(false);
+}
+
 bool Desktop::is_pointer_visible() const {
   const Owned<XFixesCursorImage> image(XFixesGetCursorImage(connection_->display()));
   const unsigned long* first = image->pixels;
@@ -359,6 +367,11 @@ void Desktop::send_key(const std::string& key, bool is_down) {
   if (code == 0)
     throw std::runtime_error("no key is called " + key);
   XTestFakeKeyEvent(connection_->display(), code, is_down ? True : False, CurrentTime);
+  connection_->finish();
+}
+
+void Desktop::send_button(bool is_down) {
+  XTestFakeButtonEvent(connection_->display(), Button1, is_down ? True : False, CurrentTime);
   connection_->finish();
 }
 

@@ -122,11 +122,15 @@ public:
   // The keyboard's layout by its name, such as "de".
   void set_layout(const std::string& name);
   void move_pointer(int x, int y);
+  // With its left button.
+  void press_pointer();
+  void release_pointer();
   // Whether the pointer has a shape where it is now.
   bool is_pointer_visible() const;
 
 private:
   void send_key(const std::string& key, bool is_down);
+  void send_button(bool is_down);
   void run(const std::vector<std::string>& arguments) const;
 
   std::vector<DisplaySize> displays_;

@@ -26,7 +26,7 @@ desktop::Launch launch(const std::string& folder, const std::string& seed,
 // Under what conditions a game is to run.
 struct Conditions {
   // Empty leaves chance free.
-  std::string seed = "";
+  std::string seed = {};
   // What it finds in its folder.
   std::function<void(const kavo::test::TemporaryFolder&)> arrange = {};
   // How it is started otherwise.

@@ -1,61 +1,25 @@
-// The game on a Wayland desktop: a compositor (weston) that shows its screen in a window of a
-// test's own X server, where the pixels can be read and the keys pressed.
+// The game on a Wayland desktop, at one and at two pixels for each of its picture's, and from the
+// one display to the other.
 #include "tests/desktop/game/playing.h"
+#include "tests/desktop/game/wayland_desktop.h"
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <memory>
-#include <string>
+#include <algorithm>
+#include <utility>
 
 namespace {
 
 using desktop::Bitmap;
+using playing::WaylandDesktop;
 
 constexpr int width = 660;
 constexpr int height = 800;
 
-// A screen as large as the game's picture, of so many pixels for each of the picture's. Its shell
-// shows one program and nothing else.
-class WaylandDesktop {
+// A screen as large as the game's picture, of so many pixels for each of the picture's.
+class WaylandScreen : public WaylandDesktop {
 public:
-  explicit WaylandDesktop(int scale)
-      : compositor_(desktop_.start(
-            {{"weston", "--no-config", "--backend=x11-backend.so", "--use-pixman",
-              "--shell=kiosk-shell.so", "--idle-time=0", "--socket=" + socket_,
-              "--width=" + std::to_string(width), "--height=" + std::to_string(height),
-              "--scale=" + std::to_string(scale)},
-             {{"XDG_RUNTIME_DIR", folder.path()}},
-             folder.path()})),
-        screen_(desktop_.wait_for_window("Weston Compositor - screen0")) {
-    // Weston gives its keyboard to what is below its pointer.
-    desktop_.move_pointer(100, 100);
-    screen_.focus();
-    if (!desktop::eventually([&] { return std::filesystem::exists(folder / socket_); }))
-      throw std::runtime_error("weston did not start: " + compositor_->wait().errors);
-  }
-
-  std::unique_ptr<desktop::Process> start_game() const {
-    desktop::Launch launch = playing::launch(folder.path(), "1", {});
-    launch.environment["DISPLAY"] = std::nullopt;
-    launch.environment["WAYLAND_DISPLAY"] = socket_;
-    launch.environment["XDG_RUNTIME_DIR"] = folder.path();
-    // Wayland's libraries leave memory behind that is theirs; what the game leaves behind is seen
-    // under X.
-    launch.environment["ASAN_OPTIONS"] = "detect_leaks=0";
-    return desktop_.start(launch);
-  }
-
-  Bitmap pixels() const { return screen_.pixels(); }
-  void tap(const std::string& key) { desktop_.tap(key); }
-
-  kavo::test::TemporaryFolder folder;
-
-private:
-  std::string socket_ = "wayland-test";
-  desktop::Desktop desktop_{2 * width, 2 * height};
-  std::unique_ptr<desktop::Process> compositor_;
-  desktop::DesktopWindow screen_;
+  explicit WaylandScreen(int scale) : WaylandDesktop("kiosk", {{width, height, scale}}) {}
 };
 
 bool shows_title(const Bitmap& screen, int scale) {
@@ -68,7 +32,7 @@ bool shows_well(const Bitmap& screen, int scale) {
 }
 
 void play(int scale) {
-  WaylandDesktop wayland(scale);
+  WaylandScreen wayland(scale);
   const auto game = wayland.start_game();
   ASSERT_TRUE(desktop::eventually([&] { return shows_title(wayland.pixels(), scale); }));
   ASSERT_TRUE(desktop::eventually([&] {
@@ -93,23 +57,83 @@ TEST(Wayland, IsPlayedOnAHighDensityScreen) {
   play(2);
 }
 
+// Of the menu, which the sky leaves alone.
+int letter_pixels(const Bitmap& screen, int scale) {
+  int count = 0;
+  for (int y = scale * 110; y < scale * 530; ++y)
+    for (int x = scale * 60; x < scale * 420; ++x)
+      count += screen.at(x, y) != playing::night ? 1 : 0;
+  return count;
+}
+
+// Whether each pixel of the menu is four on the screen.
+bool is_crisp(const Bitmap& screen) {
+  for (int y = 2 * 110; y < 2 * 530; y += 2)
+    for (int x = 2 * 60; x < 2 * 420; x += 2)
+      for (const auto& [right, down] : {std::pair(1, 0), {0, 1}, {1, 1}})
+        if (screen.at(x + right, y + down) != screen.at(x, y))
+          return false;
+  return letter_pixels(screen, 2) > 4000;
+}
+
 TEST(Wayland, AHighDensityScreenShowsEveryPixelTwiceEachWay) {
   constexpr int scale = 2;
-  WaylandDesktop wayland(scale);
+  WaylandScreen wayland(scale);
   const auto game = wayland.start_game();
   ASSERT_TRUE(desktop::eventually([&] { return shows_title(wayland.pixels(), scale); }));
-  const Bitmap screen = wayland.pixels();
-  // The letters of the menu, which the sky leaves alone.
-  int letters = 0;
-  for (int y = 2 * 110; y < 2 * 530; y += 2)
-    for (int x = 2 * 60; x < 2 * 420; x += 2) {
-      const uint32_t pixel = screen.at(x, y);
-      ASSERT_EQ(screen.at(x + 1, y), pixel) << x << ',' << y;
-      ASSERT_EQ(screen.at(x, y + 1), pixel) << x << ',' << y;
-      ASSERT_EQ(screen.at(x + 1, y + 1), pixel) << x << ',' << y;
-      letters += pixel != playing::night ? 1 : 0;
-    }
-  EXPECT_GT(letters, 1000);
+  EXPECT_TRUE(desktop::eventually([&] { return is_crisp(wayland.pixels()); }));
+}
+
+// A laptop's display, a little larger than the picture, and one of high density at its right that
+// is as large as the picture.
+class WaylandDisplays : public testing::Test {
+protected:
+  static constexpr int margin = 100;
+  static constexpr int below_the_menu = 700; // wherever the window is at the start
+  static constexpr int laptop_width = width + 2 * margin;
+
+  WaylandDisplays()
+      : wayland("desktop", {{laptop_width, height + margin, 1}, {width, height, 2}}),
+        game(wayland.start_game()) {}
+
+  // How many of a display's pixels have the colour behind the menu.
+  int night_pixels(size_t display) const {
+    const Bitmap shown = wayland.pixels(display);
+    return static_cast<int>(std::count(shown.pixels.begin(), shown.pixels.end(), playing::night));
+  }
+  bool comes_to_be_on_the_laptop_only() const {
+    return desktop::eventually(
+        [&] { return night_pixels(0) > width * height / 2 && night_pixels(1) == 0; });
+  }
+  // The pointer of a drag stops at the edge of the display that it began on.
+  bool goes_to_the_other() {
+    wayland.drag_window(0, laptop_width / 2, below_the_menu, laptop_width / 2 - 1);
+    if (!desktop::eventually([&] { return night_pixels(0) > 0 && night_pixels(1) > 0; }))
+      return false;
+    wayland.drag_window(1, margin, 2 * below_the_menu, 2 * width - 2 * margin);
+    return desktop::eventually([&] { return night_pixels(0) == 0; });
+  }
+
+  WaylandDesktop wayland;
+  std::unique_ptr<desktop::Process> game;
+};
+
+TEST_F(WaylandDisplays, TheOneThatItWasTakenToIsFilledInItsOwnDensity) {
+  ASSERT_TRUE(comes_to_be_on_the_laptop_only());
+  ASSERT_TRUE(goes_to_the_other());
+  wayland.tap("F11");
+  EXPECT_TRUE(desktop::eventually(
+      [&] { return shows_title(wayland.pixels(1), 2) && is_crisp(wayland.pixels(1)); }));
+  EXPECT_TRUE(desktop::eventually([&] { return night_pixels(0) == 0; }));
+}
+
+TEST_F(WaylandDisplays, ItIsPlayedOnTheOneThatItWasTakenTo) {
+  ASSERT_TRUE(comes_to_be_on_the_laptop_only());
+  ASSERT_TRUE(goes_to_the_other());
+  wayland.tap("F11");
+  ASSERT_TRUE(desktop::eventually([&] { return shows_title(wayland.pixels(1), 2); }));
+  wayland.tap("space");
+  EXPECT_TRUE(desktop::eventually([&] { return shows_well(wayland.pixels(1), 2); }));
 }
 
 } // namespace
