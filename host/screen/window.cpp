@@ -47,11 +47,19 @@ bool has_layout_of(const Canvas& canvas, const SDL_Surface& surface) {
          surface.pitch == canvas.width() * static_cast<int>(sizeof(uint32_t));
 }
 
-Size room_on_display() {
+// Without the panels, as far as the desktop tells of them.
+SDL_Rect room_on_display() {
   SDL_Rect bounds = {};
   if (SDL_GetDisplayUsableBounds(0, &bounds) != 0)
     fail();
-  return {bounds.w, bounds.h};
+  return bounds;
+}
+
+// In the middle, together with its title bar. SDL forgets that and, on a small display, would have
+// the bar push the picture off the lower edge.
+SDL_Point start_place(Size window, const SDL_Rect& room) {
+  return {room.x + (room.w - window.width) / 2,
+          room.y + (room.h - title_bar_height - window.height) / 2};
 }
 
 } // namespace
@@ -81,9 +89,10 @@ Window::Video::Video() {
 }
 
 Window::Window(const ScreenRequest& request) : picture_{request.width, request.height} {
-  const Size size = start_size(picture_, request.scale, room_on_display());
-  window_.reset(SDL_CreateWindow(request.title.c_str(), SDL_WINDOWPOS_UNDEFINED,
-                                 SDL_WINDOWPOS_UNDEFINED, size.width, size.height,
+  const SDL_Rect room = room_on_display();
+  const Size size = start_size(picture_, request.scale, {room.w, room.h});
+  const SDL_Point place = start_place(size, room);
+  window_.reset(SDL_CreateWindow(request.title.c_str(), place.x, place.y, size.width, size.height,
                                  SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI));
   if (!window_)
     fail();

@@ -163,6 +163,12 @@ Place DesktopWindow::place() const {
   return place;
 }
 
+int DesktopWindow::title_bar_height() const {
+  constexpr size_t left_right_top_bottom = 4;
+  const std::vector<long> borders = connection_->numbers(id_, "_NET_FRAME_EXTENTS");
+  return borders.size() == left_right_top_bottom ? static_cast<int>(borders[2]) : 0;
+}
+
 void DesktopWindow::resize(int width, int height) const {
   XResizeWindow(connection_->display(), id_, static_cast<unsigned>(width),
                 static_cast<unsigned>(height));

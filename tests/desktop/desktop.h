@@ -52,6 +52,8 @@ public:
   WindowSize size() const;
   // Where it lies on the desktop, without its borders.
   Place place() const;
+  // How far its title bar reaches up from there; 0 without a window manager.
+  int title_bar_height() const;
   // Returns when the server has done it.
   void resize(int width, int height) const;
   void move(int x, int y) const;

@@ -46,6 +46,17 @@ TEST_F(SmallLaptop, TheWindowFitsAtTheStart) {
   EXPECT_GE(size.height, 700);
 }
 
+TEST_F(SmallLaptop, TheWindowLiesWholeBelowATallTitleBarAtTheStart) {
+  constexpr int tall = 40; // this window manager's is lower
+  desktop.start_window_manager();
+  const DesktopWindow window = open();
+  ASSERT_TRUE(flip_until([&] { return window.title_bar_height() > 0; }));
+  const desktop::Place place = window.place();
+  const int top = place.y - window.title_bar_height();
+  EXPECT_GE(top, 0);
+  EXPECT_LE(top + tall + place.height, 768);
+}
+
 TEST_F(WindowTest, ShowsThePictureToThePixel) {
   const DesktopWindow window = open();
   draw_squares(bridge);
