@@ -1,7 +1,8 @@
 // kavo-film: what the game looks like in motion, and how much of it flashes.
 //   kavo-film tip <folder> [seed]       the pictures before, during and after a tip: 0000.png, …
-//   kavo-film flashes [games] [frames] [frames for a key]
-//                                       counts the flashes of so many games of so many frames
+//   kavo-film flashes [games] [frames] [frames for a key] [scale]
+//                                       counts the flashes of so many games of so many frames, in a
+//                                       window so many times as large as the picture
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -67,33 +68,56 @@ int film_tip(const std::filesystem::path& folder, int seed) {
 }
 
 void add(kavo::film::Most& sum, const kavo::film::Most& game) {
-  sum.general = std::max(sum.general, game.general);
-  sum.red = std::max(sum.red, game.red);
+  sum.overlapping = std::max(sum.overlapping, game.overlapping);
+  sum.in_step = std::max(sum.in_step, game.in_step);
 }
 
-int count_flashes(int games, int64_t frames, int frames_for_a_key) {
+void add(kavo::film::MostOfEach& sum, const kavo::film::MostOfEach& game) {
+  add(sum.general, game.general);
+  add(sum.red, game.red);
+}
+
+void add(kavo::film::Flashes& sum, const kavo::film::Flashes& game) {
+  sum.seconds += game.seconds;
+  sum.tips += game.tips;
+  sum.shakes += game.shakes;
+  add(sum.all, game.all);
+  add(sum.at_rest, game.at_rest);
+  sum.too_many.overlapping += game.too_many.overlapping;
+  sum.too_many.in_step += game.too_many.in_step;
+}
+
+void print(const kavo::film::Flashes& flashes, int frames_for_a_key, double scale) {
+  const double minutes = flashes.seconds / 60;
+  std::printf(
+      "%.1f minutes of play, a key at most every %d frames, %g pixels of the screen for each\n"
+      "  %.1f tips a minute and %.1f other shakes\n"
+      "                                       overlapping  in step\n",
+      minutes, frames_for_a_key, scale, flashes.tips / minutes, flashes.shakes / minutes);
+  const auto row = [](const char* what, const kavo::film::Most& most) {
+    std::printf("  %-35s  %11d  %7d\n", what, most.overlapping, most.in_step);
+  };
+  row("general flashes in any second", flashes.all.general);
+  row("  without tips and shakes", flashes.at_rest.general);
+  row("saturated red in any second", flashes.all.red);
+  row("  without tips and shakes", flashes.at_rest.red);
+  std::printf("  %-35s  %11.1f  %7.1f\n", "times a minute more than three",
+              flashes.too_many.overlapping / minutes, flashes.too_many.in_step / minutes);
+}
+
+int count_flashes(int games, int64_t frames, int frames_for_a_key, double scale) {
   // Players who look for tips, do not mind them, avoid them.
   constexpr double pulls[] = {0.4, 0.0, -0.3};
   kavo::film::Flashes sum;
   const kavo::test::WorkingFolder scores;
   for (int game = 0; game < games; ++game) {
     const auto flashes = kavo::film::flashes_of_play(
-        Player({.pull = pulls[game % 3]}, frames_for_a_key), game + 1, frames);
+        Player({.pull = pulls[game % 3]}, frames_for_a_key), game + 1, frames, scale);
     if (!flashes.has_ended_well)
       return EXIT_FAILURE;
-    add(sum.all, flashes.all);
-    add(sum.at_rest, flashes.at_rest);
-    sum.seconds += flashes.seconds;
-    sum.too_many += flashes.too_many;
+    add(sum, flashes);
   }
-  std::cout << sum.seconds / 60 << " minutes of play, a key at most every " << frames_for_a_key
-            << " frames\n"
-            << "  at most " << sum.all.general << " general flashes in any second, " << sum.all.red
-            << " of saturated red\n"
-            << "  " << sum.too_many * 60 / sum.seconds
-            << " times a minute more than three general flashes in a second\n"
-            << "  without tips and shakes at most " << sum.at_rest.general << " and "
-            << sum.at_rest.red << '\n';
+  print(sum, frames_for_a_key, scale);
   return EXIT_SUCCESS;
 }
 
@@ -107,9 +131,9 @@ int run(int argc, char** argv) {
     return film_tip(std::filesystem::absolute(argv[2]), number_or(argv, argc, 3, 1));
   if (what == "flashes")
     return count_flashes(number_or(argv, argc, 2, 30), number_or(argv, argc, 3, 7500),
-                         number_or(argv, argc, 4, 10));
+                         number_or(argv, argc, 4, 10), argc > 5 ? std::atof(argv[5]) : 1);
   std::cerr << "usage: kavo-film tip <folder> [seed]\n"
-               "       kavo-film flashes [games] [frames] [frames for a key]\n";
+               "       kavo-film flashes [games] [frames] [frames for a key] [scale]\n";
   return 2;
 }
 

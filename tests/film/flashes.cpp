@@ -18,6 +18,8 @@ constexpr int allowed_in_a_second = 3;
 // begins to shake, and an edge that has moved may move back a frame after.
 class RestMeter {
 public:
+  explicit RestMeter(double scale) : meter_(scale) {}
+
   void look_at(const host::Canvas& picture, double now_ms, bool is_shaking) {
     waiting_.emplace_back(now_ms, copy_of(picture));
     if (is_shaking) {
@@ -39,34 +41,76 @@ private:
   FlashMeter meter_;
 };
 
-Most most_of(const FlashMeter& meter) {
-  return {.general = meter.most_general(), .red = meter.most_red()};
+Most most_of(const FlashMeter::Counts& counts) {
+  return {.overlapping = counts.overlapping.most(), .in_step = counts.in_step.most()};
 }
+
+MostOfEach most_of(const FlashMeter& meter) {
+  return {.general = most_of(meter.general()), .red = most_of(meter.red())};
+}
+
+// Counts how often something begins.
+class Occasions {
+public:
+  void look_at(bool is_so) {
+    count_ += is_so && !was_so_ ? 1 : 0;
+    was_so_ = is_so;
+  }
+  int count() const { return count_; }
+
+private:
+  bool was_so_ = false;
+  int count_ = 0;
+};
+
+// Counts the tips of the board, and the shakes that come without one.
+class Movements {
+public:
+  void look_at_board() {
+    if (SHAKE > std::exchange(shake_, SHAKE))
+      ++(FLASH > banner_of_powerups ? tips_ : shakes_);
+  }
+  int tips() const { return tips_; }
+  int shakes() const { return shakes_; }
+
+private:
+  static constexpr int64_t banner_of_powerups = 14; // pictures; a tip's stays longer
+
+  int64_t shake_ = 0;
+  int tips_ = 0;
+  int shakes_ = 0;
+};
 
 } // namespace
 
-Flashes flashes_of_play(Player player, int seed, int64_t frames) {
+Flashes flashes_of_play(Player player, int seed, int64_t frames, double scale) {
   Flashes result;
-  FlashMeter meter;
-  RestMeter rest;
-  bool are_too_many = false;
+  FlashMeter meter(scale);
+  RestMeter rest(scale);
+  Movements movements;
+  Occasions too_many_overlapping;
+  Occasions too_many_in_step;
   int64_t shown = 0;
   studio().play = [&](host::EventSink& sink) { player.act(sink); };
   studio().watch = [&](const host::Canvas& picture) {
     const double now_ms = test::fake_clock().now_ms;
     meter.look_at(picture, now_ms);
     rest.look_at(picture, now_ms, SHAKE > 0);
-    const bool were_too_many =
-        std::exchange(are_too_many, meter.general_now() > allowed_in_a_second);
-    result.too_many += are_too_many && !were_too_many ? 1 : 0;
+    movements.look_at_board();
+    too_many_overlapping.look_at(meter.general().overlapping.now() > allowed_in_a_second);
+    too_many_in_step.look_at(meter.general().in_step.now() > allowed_in_a_second);
     if (++shown == frames)
       player.leave();
   };
   result.has_ended_well = run_game({}, seed);
   studio() = {};
   result.seconds = test::fake_clock().now_ms / 1000;
+  result.tips = movements.tips();
+  result.shakes = movements.shakes();
   result.all = most_of(meter);
   result.at_rest = most_of(rest.meter());
+  result.too_many = {.overlapping = too_many_overlapping.count(),
+                     .in_step = too_many_in_step.count()};
   return result;
 }
 
