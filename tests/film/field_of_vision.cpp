@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 namespace kavo::film {
 
@@ -16,6 +17,11 @@ int rounded_up(double number) {
 }
 
 } // namespace
+
+double height_by_distance(double scale) {
+  const double field_by_distance = 2 * std::tan(5 * std::numbers::pi / 180);
+  return 800 * scale / field_width * field_by_distance;
+}
 
 FieldOfVision::FieldOfVision(int width, int height, double scale)
     : cell_side_(std::max(1, 2 * static_cast<int>(tenth_of_a_degree / scale / 2))),

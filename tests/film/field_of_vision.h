@@ -9,6 +9,10 @@
 
 namespace kavo::film {
 
+// How high a picture of 800 rows is, as a share of its distance from the eyes, where each of its
+// pixels is shown as `scale` x `scale` of a screen whose 341 columns are ten degrees.
+double height_by_distance(double scale);
+
 // A picture in square cells, row by row. A cell is less than a tenth of a degree, which the
 // guidelines leave out as a fine pattern, and an even number of pixels: an odd one would leave a
 // checkerboard unbalanced.

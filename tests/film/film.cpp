@@ -1,8 +1,7 @@
 // kavo-film: what the game looks like in motion, and how much of it flashes.
 //   kavo-film tip <folder> [seed]       the pictures before, during and after a tip: 0000.png, …
-//   kavo-film flashes [games] [frames] [frames for a key] [scale]
-//                                       counts the flashes of so many games of so many frames, in a
-//                                       window so many times as large as the picture
+//   kavo-film flashes [games] [frames] [frames for a key]
+//                                       counts the flashes of so many games of so many frames
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -14,9 +13,11 @@
 #include <iostream>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "game/state.h"
 #include "host/screen/png.h"
+#include "tests/film/field_of_vision.h"
 #include "tests/film/flashes.h"
 #include "tests/film/player.h"
 #include "tests/film/studio.h"
@@ -77,47 +78,54 @@ void add(kavo::film::MostOfEach& sum, const kavo::film::MostOfEach& game) {
   add(sum.red, game.red);
 }
 
-void add(kavo::film::Flashes& sum, const kavo::film::Flashes& game) {
+void add(kavo::film::FilmedPlay& sum, const kavo::film::FilmedPlay& game) {
   sum.seconds += game.seconds;
   sum.tips += game.tips;
   sum.shakes += game.shakes;
-  add(sum.all, game.all);
-  add(sum.at_rest, game.at_rest);
-  sum.too_many.overlapping += game.too_many.overlapping;
-  sum.too_many.in_step += game.too_many.in_step;
+  sum.scales.resize(game.scales.size());
+  for (size_t index = 0; index < game.scales.size(); ++index) {
+    kavo::film::Flashing& flashing = sum.scales[index];
+    add(flashing.all, game.scales[index].all);
+    add(flashing.at_rest, game.scales[index].at_rest);
+    flashing.too_many.overlapping += game.scales[index].too_many.overlapping;
+    flashing.too_many.in_step += game.scales[index].too_many.in_step;
+  }
 }
 
-void print(const kavo::film::Flashes& flashes, int frames_for_a_key, double scale) {
-  const double minutes = flashes.seconds / 60;
-  std::printf(
-      "%.1f minutes of play, a key at most every %d frames, %g pixels of the screen for each\n"
-      "  %.1f tips a minute and %.1f other shakes\n"
-      "                                       overlapping  in step\n",
-      minutes, frames_for_a_key, scale, flashes.tips / minutes, flashes.shakes / minutes);
+void print(const kavo::film::Flashing& flashing, double scale, double minutes) {
+  std::printf("\nin a window %g times the picture's size,          overlapping  in step\n", scale);
+  std::printf("%.2f times as high as the eyes are far from it\n",
+              kavo::film::height_by_distance(scale));
   const auto row = [](const char* what, const kavo::film::Most& most) {
-    std::printf("  %-35s  %11d  %7d\n", what, most.overlapping, most.in_step);
+    std::printf("  %-46s  %11d  %7d\n", what, most.overlapping, most.in_step);
   };
-  row("general flashes in any second", flashes.all.general);
-  row("  without tips and shakes", flashes.at_rest.general);
-  row("saturated red in any second", flashes.all.red);
-  row("  without tips and shakes", flashes.at_rest.red);
-  std::printf("  %-35s  %11.1f  %7.1f\n", "times a minute more than three",
-              flashes.too_many.overlapping / minutes, flashes.too_many.in_step / minutes);
+  row("general flashes in any second, at most", flashing.all.general);
+  row("  without tips and shakes", flashing.at_rest.general);
+  row("flashes of saturated red, at most", flashing.all.red);
+  row("  without tips and shakes", flashing.at_rest.red);
+  std::printf("  %-46s  %11.1f  %7.1f\n", "times a minute more than three general flashes",
+              flashing.too_many.overlapping / minutes, flashing.too_many.in_step / minutes);
 }
 
-int count_flashes(int games, int64_t frames, int frames_for_a_key, double scale) {
+int count_flashes(int games, int64_t frames, int frames_for_a_key) {
   // Players who look for tips, do not mind them, avoid them.
   constexpr double pulls[] = {0.4, 0.0, -0.3};
-  kavo::film::Flashes sum;
+  const std::vector<double> scales{1, 0.5};
+  kavo::film::FilmedPlay sum;
   const kavo::test::WorkingFolder scores;
   for (int game = 0; game < games; ++game) {
-    const auto flashes = kavo::film::flashes_of_play(
-        Player({.pull = pulls[game % 3]}, frames_for_a_key), game + 1, frames, scale);
-    if (!flashes.has_ended_well)
+    const auto play = kavo::film::film_play(Player({.pull = pulls[game % 3]}, frames_for_a_key),
+                                            game + 1, frames, scales);
+    if (!play.has_ended_well)
       return EXIT_FAILURE;
-    add(sum, flashes);
+    add(sum, play);
   }
-  print(sum, frames_for_a_key, scale);
+  const double minutes = sum.seconds / 60;
+  std::printf("%.1f minutes of play, a key at most every %d frames, %.1f tips a minute, "
+              "%.1f other shakes\n",
+              minutes, frames_for_a_key, sum.tips / minutes, sum.shakes / minutes);
+  for (size_t index = 0; index < scales.size(); ++index)
+    print(sum.scales[index], scales[index], minutes);
   return EXIT_SUCCESS;
 }
 
@@ -131,9 +139,9 @@ int run(int argc, char** argv) {
     return film_tip(std::filesystem::absolute(argv[2]), number_or(argv, argc, 3, 1));
   if (what == "flashes")
     return count_flashes(number_or(argv, argc, 2, 30), number_or(argv, argc, 3, 7500),
-                         number_or(argv, argc, 4, 10), argc > 5 ? std::atof(argv[5]) : 1);
+                         number_or(argv, argc, 4, 10));
   std::cerr << "usage: kavo-film tip <folder> [seed]\n"
-               "       kavo-film flashes [games] [frames] [frames for a key] [scale]\n";
+               "       kavo-film flashes [games] [frames] [frames for a key]\n";
   return 2;
 }
 

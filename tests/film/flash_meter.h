@@ -1,36 +1,31 @@
 // Counts general flashes and flashes of saturated red by the definitions of the Web Content
-// Accessibility Guidelines 2.2, "general flash and red flash thresholds". In their words, and what
-// this meter makes of them:
+// Accessibility Guidelines 2.2, "general flash and red flash thresholds". In their words, and
+// what this meter makes of them:
 //
 // - "a pair of opposing changes in relative luminance of 10 % or more of the maximum relative
 //   luminance (1.0) where the relative luminance of the darker image is below 0.80", an increase
-//   and a decrease in either order; a change is one "between adjacent peaks and valleys in a plot
-//   of relative luminance measurement against time". So every place has its own plot.
-// - "a pair of opposing transitions involving a saturated red": from or to R / (R + G + B) >= 0.8,
-//   by more than 0.2 in the CIE 1976 UCS diagram.
-// - "the combined area of flashes occurring concurrently" is allowed to be a quarter of any 341 x
-// 256
-//   pixels. Areas are combined whichever way they change: a place that darkens while its neighbour
-//   lights up flashes with it.
-// - A "fine, balanced pattern" of less than a tenth of a degree does not flash: what a place shows
-// is
-//   the mean of so large a cell.
-// - "no more than three general flashes and / or no more than three red flashes within any
-// one-second
-//   period": flashes of the picture, wherever on it, each after the end of the one before.
+//   and a decrease in either order; a change is one "between adjacent peaks and valleys in a
+//   plot of relative luminance measurement against time". So every place has its own plot.
+// - "a pair of opposing transitions involving a saturated red": from or to R / (R + G + B) >=
+//   0.8, by more than 0.2 in the CIE 1976 UCS diagram.
+// - "the combined area of flashes occurring concurrently" may be a quarter of any 341 x 256
+//   pixels. Areas are combined whichever way they change: a place that darkens while its
+//   neighbour lights up flashes with it.
+// - "Flashing that is a fine, balanced, pattern" of squares smaller than a tenth of a degree is
+//   left out: what a place shows is the mean of a cell as small as that.
+// - "no more than three general flashes and / or no more than three red flashes within any one-
+//   second period": flashes of the picture, wherever on it, each after the end of the one
+//   before. A change belongs to one of them at most.
 //
-// What is concurrent, they do not say. The meter counts by the two readings between which all
-// others lie:
+// When flashes of places are concurrent they do not say. The meter counts by two readings:
 //
-// - overlapping: places that are between two opposing changes at one moment, whenever these began
-// and
-//   will end. An edge that sweeps there and back makes such a flash, as do places that take turns
-//   faster than each of them comes back.
-// - in step: places that change with one picture and change back with one later picture.
-// Recommendation
-//   ITU-R BT.1702 speaks of "flashes occurring concurrently", too, and analysers for broadcasts
-//   compare picture with picture in this way (but most of them combine only what changes in the
-//   same direction, and count fewer).
+// - overlapping: the places are between two opposing changes at one moment, whenever each of
+//   these came. What is between changes then belongs to the flash, so that places which flicker
+//   at one rate count at that rate, however they are staggered. An edge that sweeps there and
+//   back is a flash.
+// - in step: the places change with one picture and change back with one later picture. That is
+//   the narrower: moving edges are a flash where they go to and fro at once, as in a picture
+//   that shakes.
 #pragma once
 
 #include <cstdint>
@@ -54,9 +49,9 @@ public:
     FlashCount in_step;
   };
 
-  // How large a screen shows each pixel of the pictures, in pixels of a screen of 1024 x 768 at the
-  // distance that the guidelines take as usual. That they would have to scale a window of 800 rows
-  // down to it, which makes its flashes smaller, is not made use of: 1 is the larger.
+  // Each pixel of the pictures is shown as `scale` x `scale` pixels of the guidelines' screen, of
+  // 1024 x 768 at the usual distance. They would have a window of 800 rows scaled down to that,
+  // which makes its flashes smaller; 1 does without.
   explicit FlashMeter(double scale = 1) : scale_(scale) {}
 
   // The next picture and its time, which must not fall.

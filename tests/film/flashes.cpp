@@ -14,13 +14,12 @@ namespace {
 
 constexpr int allowed_in_a_second = 3;
 
-// Sees only the pictures of a board at rest. It looks at them late, for a board turns before it
+// Lets only the pictures of a board at rest through. It does so late, for a board turns before it
 // begins to shake, and an edge that has moved may move back a frame after.
-class RestMeter {
+class Rest {
 public:
-  explicit RestMeter(double scale) : meter_(scale) {}
-
-  void look_at(const host::Canvas& picture, double now_ms, bool is_shaking) {
+  template<class Show>
+  void look_at(const host::Canvas& picture, double now_ms, bool is_shaking, Show show) {
     waiting_.emplace_back(now_ms, copy_of(picture));
     if (is_shaking) {
       waiting_.clear();
@@ -28,9 +27,8 @@ public:
     }
     for (; !waiting_.empty() && waiting_.front().first <= now_ms - turn_ms; waiting_.pop_front())
       if (waiting_.front().first >= rests_from_ms_)
-        meter_.look_at(waiting_.front().second, waiting_.front().first);
+        show(waiting_.front().second, waiting_.front().first);
   }
-  const FlashMeter& meter() const { return meter_; }
 
 private:
   static constexpr double turn_ms = 200;
@@ -38,16 +36,7 @@ private:
 
   std::deque<std::pair<double, host::Canvas>> waiting_;
   double rests_from_ms_ = 0;
-  FlashMeter meter_;
 };
-
-Most most_of(const FlashMeter::Counts& counts) {
-  return {.overlapping = counts.overlapping.most(), .in_step = counts.in_step.most()};
-}
-
-MostOfEach most_of(const FlashMeter& meter) {
-  return {.general = most_of(meter.general()), .red = most_of(meter.red())};
-}
 
 // Counts how often something begins.
 class Occasions {
@@ -81,36 +70,68 @@ private:
   int shakes_ = 0;
 };
 
+Most most_of(const FlashMeter::Counts& counts) {
+  return {.overlapping = counts.overlapping.most(), .in_step = counts.in_step.most()};
+}
+
+MostOfEach most_of(const FlashMeter& meter) {
+  return {.general = most_of(meter.general()), .red = most_of(meter.red())};
+}
+
+// Looks at the play in a window of one size.
+class Spectator {
+public:
+  explicit Spectator(double scale) : meter_(scale), rest_(scale) {}
+
+  void look_at(const host::Canvas& picture, double now_ms) {
+    meter_.look_at(picture, now_ms);
+    const auto& general = meter_.general();
+    overlapping_.look_at(general.overlapping.now() > allowed_in_a_second);
+    in_step_.look_at(general.in_step.now() > allowed_in_a_second);
+  }
+  void look_at_rest(const host::Canvas& picture, double now_ms) { rest_.look_at(picture, now_ms); }
+
+  Flashing flashing() const {
+    return {.all = most_of(meter_),
+            .at_rest = most_of(rest_),
+            .too_many = {.overlapping = overlapping_.count(), .in_step = in_step_.count()}};
+  }
+
+private:
+  FlashMeter meter_;
+  FlashMeter rest_;
+  Occasions overlapping_; // that are too many
+  Occasions in_step_;
+};
+
 } // namespace
 
-Flashes flashes_of_play(Player player, int seed, int64_t frames, double scale) {
-  Flashes result;
-  FlashMeter meter(scale);
-  RestMeter rest(scale);
+FilmedPlay film_play(Player player, int seed, int64_t frames, const std::vector<double>& scales) {
+  std::vector<Spectator> spectators(scales.begin(), scales.end());
+  Rest rest;
   Movements movements;
-  Occasions too_many_overlapping;
-  Occasions too_many_in_step;
   int64_t shown = 0;
   studio().play = [&](host::EventSink& sink) { player.act(sink); };
   studio().watch = [&](const host::Canvas& picture) {
     const double now_ms = test::fake_clock().now_ms;
-    meter.look_at(picture, now_ms);
-    rest.look_at(picture, now_ms, SHAKE > 0);
+    for (auto& spectator : spectators)
+      spectator.look_at(picture, now_ms);
+    rest.look_at(picture, now_ms, SHAKE > 0, [&](const host::Canvas& still, double time_ms) {
+      for (auto& spectator : spectators)
+        spectator.look_at_rest(still, time_ms);
+    });
     movements.look_at_board();
-    too_many_overlapping.look_at(meter.general().overlapping.now() > allowed_in_a_second);
-    too_many_in_step.look_at(meter.general().in_step.now() > allowed_in_a_second);
     if (++shown == frames)
       player.leave();
   };
+  FilmedPlay result;
   result.has_ended_well = run_game({}, seed);
   studio() = {};
   result.seconds = test::fake_clock().now_ms / 1000;
   result.tips = movements.tips();
   result.shakes = movements.shakes();
-  result.all = most_of(meter);
-  result.at_rest = most_of(rest.meter());
-  result.too_many = {.overlapping = too_many_overlapping.count(),
-                     .in_step = too_many_in_step.count()};
+  for (const auto& spectator : spectators)
+    result.scales.push_back(spectator.flashing());
   return result;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
 #include "tests/film/player.h"
 
@@ -18,18 +19,23 @@ struct MostOfEach {
   Most red;
 };
 
-struct Flashes {
-  bool has_ended_well = false;
-  double seconds = 0; // of play
-  int tips = 0;       // of the board
-  int shakes = 0;     // without a tip
+// In a window of one size.
+struct Flashing {
   MostOfEach all;
   MostOfEach at_rest; // without the pictures of a board that tips or shakes
   Most too_many;      // times that more than three general flashes came together
 };
 
-// Lets the player play for so many frames, whole games after each other, in a window whose pixels
-// are so large; see flash_meter.h.
-Flashes flashes_of_play(Player player, int seed, int64_t frames, double scale = 1);
+struct FilmedPlay {
+  bool has_ended_well = false;
+  double seconds = 0;
+  int tips = 0;                 // of the board
+  int shakes = 0;               // without a tip
+  std::vector<Flashing> scales; // one for each that was asked for
+};
+
+// Lets the player play for so many frames, whole games after each other, in windows of which each
+// pixel is so large; see flash_meter.h.
+FilmedPlay film_play(Player player, int seed, int64_t frames, const std::vector<double>& scales);
 
 } // namespace kavo::film
