@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <utility>
 
 namespace kavo::film {
 
@@ -61,8 +62,8 @@ bool FieldOfVision::some_field_is_large() const {
     const int32_t* below = &sums_[bottom * stride()];
     const int32_t* above = &sums_[(bottom - height) * stride()];
     for (size_t right = width; right < stride(); ++right)
-      if (static_cast<size_t>(below[right] - below[right - width] - above[right] +
-                              above[right - width]) > large_)
+      if (std::cmp_greater(
+              below[right] - below[right - width] - above[right] + above[right - width], large_))
         return true;
   }
   return false;
