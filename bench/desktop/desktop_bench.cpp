@@ -118,6 +118,8 @@ std::vector<Figure> measure_frames(int scale) {
   return {
       time_figure(at_scale("frame interval, 99.9th percentile", scale), late, at_most(20 * ms)),
       beside_bare,
+      time_figure(at_scale("the game's work in a frame, 99.9th percentile", scale),
+                  quantile(pacing.work, 0.999)),
       figure(at_scale("processors used by others meanwhile", scale),
              100 * pacing.others_part_of_time, "%"),
   };

@@ -8,6 +8,7 @@
 
 #include <future>
 #include <thread>
+#include <utility>
 
 namespace bench {
 
@@ -22,12 +23,26 @@ void go_before_others() {
   sched_setscheduler(0, SCHED_FIFO | SCHED_RESET_ON_FORK, &lowest);
 }
 
+std::vector<double> frame_intervals(FrameWatch& watch, std::chrono::duration<double> time,
+                                    const std::function<void()>& at_frame) {
+  std::vector<double> intervals;
+  const auto end = Clock::now() + time;
+  Instant last = watch.next_frame();
+  for (at_frame(); last < end; at_frame()) {
+    const Instant now = watch.next_frame();
+    intervals.push_back(std::chrono::duration<double>(now - last).count());
+    last = now;
+  }
+  return intervals;
+}
+
 // In a thread of its own, which ends with its priority.
 std::future<std::vector<double>> watched_intervals(FrameWatch& watch,
-                                                   std::chrono::duration<double> time) {
-  return std::async(std::launch::async, [&watch, time] {
+                                                   std::chrono::duration<double> time,
+                                                   const std::function<void()>& at_frame) {
+  return std::async(std::launch::async, [&watch, time, at_frame] {
     go_before_others();
-    return frame_intervals(watch, time);
+    return frame_intervals(watch, time, at_frame);
   });
 }
 
@@ -38,19 +53,9 @@ double others_seconds(GameOnDesktop& game) {
 
 } // namespace
 
-std::vector<double> frame_intervals(FrameWatch& watch, std::chrono::duration<double> time) {
-  std::vector<double> intervals;
-  const auto end = Clock::now() + time;
-  for (Instant last = watch.next_frame(); last < end;) {
-    const Instant now = watch.next_frame();
-    intervals.push_back(std::chrono::duration<double>(now - last).count());
-    last = now;
-  }
-  return intervals;
-}
-
-std::vector<double> played_intervals(GameOnDesktop& game, std::chrono::duration<double> time) {
-  auto intervals = watched_intervals(game.watch(), time);
+std::vector<double> played_intervals(GameOnDesktop& game, std::chrono::duration<double> time,
+                                     const std::function<void()>& at_frame) {
+  auto intervals = watched_intervals(game.watch(), time, at_frame);
   game.play(time);
   return intervals.get();
 }
@@ -61,8 +66,14 @@ Pacing measure_pacing(GameOnDesktop& game, std::chrono::duration<double> time) {
   bare_watch.watch(bare.picture());
   const double others_before = others_seconds(game);
   const auto start = Clock::now();
-  auto bare_intervals = watched_intervals(bare_watch, time);
-  Pacing pacing = {played_intervals(game, time), bare_intervals.get(), 0};
+  Pacing pacing = {};
+  auto bare_intervals = watched_intervals(bare_watch, time, [] {});
+  double worked = main_thread_seconds(game.process());
+  pacing.game = played_intervals(game, time, [&] {
+    const double now = main_thread_seconds(game.process());
+    pacing.work.push_back(now - std::exchange(worked, now));
+  });
+  pacing.bare = bare_intervals.get();
   const std::chrono::duration<double> all = Clock::now() - start;
   pacing.others_part_of_time =
       (others_seconds(game) - others_before) / (all.count() * std::thread::hardware_concurrency());
