@@ -37,11 +37,12 @@ void draw_bars(const Area& picture, const PixelBuffer& target) {
   fill(target, {right, picture.y, target.size.width - right, picture.height});
 }
 
-void draw_multiplied(const Canvas& canvas, const Area& area, const PixelBuffer& target) {
+Area draw_multiplied(const Canvas& canvas, Rows rows, const Area& area, const PixelBuffer& target) {
   const int factor = area.width / canvas.width();
-  for (int y = 0; y < canvas.height(); ++y) {
-    uint32_t* first = target.pixels + (area.y + y * factor) * target.pitch + area.x;
-    const uint32_t* source = canvas.row(y);
+  const Area drawn = {area.x, area.y + rows.first * factor, area.width, rows.count * factor};
+  for (int y = 0; y < rows.count; ++y) {
+    uint32_t* first = target.pixels + (drawn.y + y * factor) * target.pitch + area.x;
+    const uint32_t* source = canvas.row(rows.first + y);
     if (factor == 1)
       std::copy_n(source, area.width, first);
     else
@@ -50,6 +51,7 @@ void draw_multiplied(const Canvas& canvas, const Area& area, const PixelBuffer& 
     for (int copy = 1; copy < factor; ++copy)
       std::copy_n(first, area.width, first + copy * target.pitch);
   }
+  return drawn;
 }
 
 } // namespace
@@ -71,15 +73,17 @@ Area letterbox(Size picture, Size window) {
 }
 
 void Scaler::draw(const Canvas& canvas, const PixelBuffer& target) {
+  draw_bars(letterbox({canvas.width(), canvas.height()}, target.size), target);
+  draw_rows(canvas, {0, canvas.height()}, target);
+}
+
+Area Scaler::draw_rows(const Canvas& canvas, Rows rows, const PixelBuffer& target) {
   const Area area = letterbox({canvas.width(), canvas.height()}, target.size);
-  draw_bars(area, target);
   const int factor = area.width / canvas.width();
   const bool is_whole_multiple =
       area.width == factor * canvas.width() && area.height == factor * canvas.height();
-  if (is_whole_multiple)
-    draw_multiplied(canvas, area, target);
-  else
-    draw_resampled(canvas, area, target);
+  return is_whole_multiple ? draw_multiplied(canvas, rows, area, target)
+                           : draw_resampled(canvas, rows, area, target);
 }
 
 void Scaler::Axis::prepare(int original_size, int result_size) {
@@ -107,15 +111,21 @@ void Scaler::Axis::prepare(int original_size, int result_size) {
   }
 }
 
-void Scaler::draw_resampled(const Canvas& canvas, const Area& area, const PixelBuffer& target) {
+Area Scaler::draw_resampled(const Canvas& canvas, Rows rows, const Area& area,
+                            const PixelBuffer& target) {
   columns_.prepare(canvas.width(), area.width);
   rows_.prepare(canvas.height(), area.height);
   narrowed_.resize(static_cast<size_t>(area.width) * static_cast<size_t>(canvas.height()));
-  for (int y = 0; y < canvas.height(); ++y)
+  const int end = rows.first + rows.count;
+  for (int y = rows.first; y < end; ++y)
     scale_row(canvas.row(y), &narrowed_[static_cast<size_t>(y) * columns_.covers.size()]);
-  for (int y = 0; y < area.height; ++y)
+  // All rows of the result that cover some of them.
+  const int first_result = rows.first * area.height / canvas.height();
+  const int end_result = (end * area.height + canvas.height() - 1) / canvas.height();
+  for (int y = first_result; y < end_result; ++y)
     mix_rows(rows_.covers[static_cast<size_t>(y)],
              target.pixels + (area.y + y) * target.pitch + area.x);
+  return {area.x, area.y + first_result, area.width, end_result - first_result};
 }
 
 void Scaler::scale_row(const uint32_t* source, uint32_t* result) const {

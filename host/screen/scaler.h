@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "host/screen/canvas.h"
+#include "host/screen/changed_rows.h"
 
 namespace kavo::host {
 
@@ -41,6 +42,10 @@ public:
   // Fills the whole target: the picture in its letterbox, black around it.
   void draw(const Canvas& canvas, const PixelBuffer& target);
 
+  // Draws so many rows of the picture anew where the target holds what was drawn before, by this
+  // scaler and in this size, and only these rows have changed since. Gives where in the target.
+  Area draw_rows(const Canvas& canvas, Rows rows, const PixelBuffer& target);
+
 private:
   // For each pixel of the result along one axis: the original's pixels that it covers and how
   // much of each, in 1/256; the weights of one pixel add up to 256.
@@ -58,7 +63,7 @@ private:
     void prepare(int original_size, int result_size);
   };
 
-  void draw_resampled(const Canvas& canvas, const Area& area, const PixelBuffer& target);
+  Area draw_resampled(const Canvas& canvas, Rows rows, const Area& area, const PixelBuffer& target);
   void scale_row(const uint32_t* source, uint32_t* result) const;
   void mix_rows(const Axis::Cover& cover, uint32_t* result) const;
 

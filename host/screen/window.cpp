@@ -108,30 +108,29 @@ Window::~Window() {
   send_home();
 }
 
-// A picture that needs no scaling is drawn in the window's memory itself.
 void Window::present(Canvas& canvas) {
   SDL_Surface* surface = SDL_GetWindowSurface(window_.get());
   if (surface == nullptr)
     fail();
-  if (has_layout_of(canvas, *surface)) {
-    canvas.move_to(static_cast<uint32_t*>(surface->pixels));
-    lodger_ = &canvas;
-  } else if (surface->format->format == SDL_PIXELFORMAT_RGB888) {
-    draw_scaled(canvas, surface);
-  } else {
-    draw_converted(canvas, surface);
-  }
-  if (SDL_UpdateWindowSurface(window_.get()) != 0)
-    fail();
+  if (has_layout_of(canvas, *surface))
+    present_unscaled(canvas, *surface);
+  else if (surface->format->format == SDL_PIXELFORMAT_RGB888)
+    present_scaled(canvas, *surface);
+  else
+    present_converted(canvas, *surface);
   if (!controllers_)
     controllers_.emplace();
 }
 
 // SDL replaces the window's memory the next time that it is asked for it after the window has
 // changed. Watchers hear of a change at once; in the queue its event may lie behind that call.
-int Window::watch_changes(void* window, SDL_Event* event) {
-  if (event->type == SDL_WINDOWEVENT)
-    static_cast<Window*>(window)->send_home();
+// They also hear when the desktop has lost what the window showed.
+int Window::watch_changes(void* data, SDL_Event* event) {
+  if (event->type != SDL_WINDOWEVENT)
+    return 0;
+  auto* window = static_cast<Window*>(data);
+  window->send_home();
+  window->shown_.forget();
   return 0;
 }
 
@@ -141,18 +140,49 @@ void Window::send_home() {
   lodger_ = nullptr;
 }
 
-void Window::draw_scaled(const Canvas& canvas, SDL_Surface* surface) {
-  scaler_.draw(canvas, {static_cast<uint32_t*>(surface->pixels),
-                        {surface->w, surface->h},
-                        surface->pitch / static_cast<int>(sizeof(uint32_t))});
+// A picture that needs no scaling is drawn in the window's memory itself.
+void Window::present_unscaled(Canvas& canvas, const SDL_Surface& surface) {
+  canvas.move_to(static_cast<uint32_t*>(surface.pixels));
+  lodger_ = &canvas;
+  update({{0, 0, surface.w, surface.h}});
 }
 
-void Window::draw_converted(const Canvas& canvas, SDL_Surface* surface) {
-  converted_.resize(static_cast<size_t>(surface->w) * static_cast<size_t>(surface->h));
-  scaler_.draw(canvas, {converted_.data(), {surface->w, surface->h}, surface->w});
-  SDL_ConvertPixels(surface->w, surface->h, SDL_PIXELFORMAT_RGB888, converted_.data(),
-                    surface->w * static_cast<int>(sizeof(uint32_t)), surface->format->format,
-                    surface->pixels, surface->pitch);
+// The window's memory and the desktop keep the rows that are as they were, which most are. One row
+// goes out in any case, so that every frame is one to those who record the desktop.
+void Window::present_scaled(const Canvas& canvas, const SDL_Surface& surface) {
+  const PixelBuffer target = {static_cast<uint32_t*>(surface.pixels),
+                              {surface.w, surface.h},
+                              surface.pitch / static_cast<int>(sizeof(uint32_t))};
+  const bool is_anything_shown = shown_.is_known();
+  const std::vector<Rows>& changed = shown_.find(canvas);
+  if (!is_anything_shown) {
+    scaler_.draw(canvas, target);
+    return update({{0, 0, surface.w, surface.h}});
+  }
+  std::vector<SDL_Rect> areas;
+  areas.reserve(changed.size());
+  for (const Rows& rows : changed) {
+    const Area area = scaler_.draw_rows(canvas, rows, target);
+    areas.push_back({area.x, area.y, area.width, area.height});
+  }
+  if (areas.empty())
+    areas.push_back({0, 0, surface.w, 1});
+  update(areas);
+}
+
+void Window::present_converted(const Canvas& canvas, const SDL_Surface& surface) {
+  converted_.resize(static_cast<size_t>(surface.w) * static_cast<size_t>(surface.h));
+  scaler_.draw(canvas, {converted_.data(), {surface.w, surface.h}, surface.w});
+  SDL_ConvertPixels(surface.w, surface.h, SDL_PIXELFORMAT_RGB888, converted_.data(),
+                    surface.w * static_cast<int>(sizeof(uint32_t)), surface.format->format,
+                    surface.pixels, surface.pitch);
+  update({{0, 0, surface.w, surface.h}});
+}
+
+void Window::update(const std::vector<SDL_Rect>& areas) {
+  if (SDL_UpdateWindowSurfaceRects(window_.get(), areas.data(), static_cast<int>(areas.size())) !=
+      0)
+    fail();
 }
 
 void Window::deliver_events(EventSink& sink) {

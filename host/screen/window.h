@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "host/controllers.h"
+#include "host/screen/changed_rows.h"
 #include "host/screen/foreign_keys.h"
 #include "host/screen/idle_pointer.h"
 #include "host/screen/presenter.h"
@@ -52,15 +53,18 @@ private:
   void hide_idle_pointer() const;
   void note_pointer_motion();
   SDL_Point picture_point(int x, int y) const;
-  static int SDLCALL watch_changes(void* window, SDL_Event* event);
+  static int SDLCALL watch_changes(void* data, SDL_Event* event);
   void send_home();
-  void draw_scaled(const Canvas& canvas, SDL_Surface* surface);
-  void draw_converted(const Canvas& canvas, SDL_Surface* surface);
+  void present_unscaled(Canvas& canvas, const SDL_Surface& surface);
+  void present_scaled(const Canvas& canvas, const SDL_Surface& surface);
+  void present_converted(const Canvas& canvas, const SDL_Surface& surface);
+  void update(const std::vector<SDL_Rect>& areas);
 
   Video video_;
   std::unique_ptr<SDL_Window, DestroyWindow> window_;
   Size picture_;
   Scaler scaler_;
+  ChangedRows shown_;               // scaled, in this window as it is now
   Canvas* lodger_ = nullptr;        // whose picture lies in the window's memory
   std::vector<uint32_t> converted_; // for displays of another pixel format
   std::optional<Controllers>

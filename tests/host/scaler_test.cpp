@@ -1,4 +1,5 @@
 // The picture at other sizes: where it lies, crisp at whole multiples, true between.
+#include "host/screen/changed_rows.h"
 #include "host/screen/scaler.h"
 #include "host/screen/window.h"
 
@@ -119,6 +120,58 @@ TEST(Scaler, KeepsAnEvenColourExactlyAtEverySize) {
         for (int x = area.x; x < area.x + area.width; ++x)
           ASSERT_EQ(pixels[static_cast<size_t>(y * width + x)], colour) << width;
     }
+  }
+}
+
+// Some rows of other noise.
+void change_rows(Canvas& canvas, std::mt19937& random) {
+  for (int i = 0; i < 4; ++i) {
+    canvas.set_colour(static_cast<uint32_t>(random()));
+    canvas.fill_rectangle(static_cast<int>(random() % 33), static_cast<int>(random() % 40), 5, 2);
+  }
+}
+
+bool is_within(const std::vector<Area>& areas, int x, int y) {
+  return std::any_of(areas.begin(), areas.end(), [x, y](const Area& area) {
+    return x >= area.x && x < area.x + area.width && y >= area.y && y < area.y + area.height;
+  });
+}
+
+// Draws only the changed rows of a few pictures, and compares with drawing each of them whole.
+void expect_rows_drawn_as_the_whole(int width, int height) {
+  std::mt19937 random(5);
+  Canvas canvas = noise(33, 40);
+  kavo::host::ChangedRows shown;
+  Scaler scaler;
+  shown.find(canvas);
+  std::vector<uint32_t> pixels(static_cast<size_t>(width) * static_cast<size_t>(height));
+  scaler.draw(canvas, {pixels.data(), {width, height}, width});
+  for (int picture = 0; picture < 5; ++picture) {
+    change_rows(canvas, random);
+    const std::vector<uint32_t> before = pixels;
+    std::vector<Area> areas;
+    for (const auto& rows : shown.find(canvas))
+      areas.push_back(scaler.draw_rows(canvas, rows, {pixels.data(), {width, height}, width}));
+    ASSERT_EQ(pixels, scaled(canvas, width, height));
+    for (int y = 0; y < height; ++y)
+      for (int x = 0; x < width; ++x)
+        ASSERT_TRUE(is_within(areas, x, y) || pixels[static_cast<size_t>(y * width + x)] ==
+                                                  before[static_cast<size_t>(y * width + x)]);
+  }
+}
+
+TEST(Scaler, DrawsChangedRowsAsItDrawsTheWholeAtEverySize) {
+  for (const Size size : {Size{33, 40},
+                          {66, 80},
+                          {99, 130},
+                          {80, 48},
+                          {51, 61},
+                          {20, 23},
+                          {8, 99},
+                          {100, 7},
+                          {1, 1}}) {
+    SCOPED_TRACE(size.width);
+    expect_rows_drawn_as_the_whole(size.width, size.height);
   }
 }
 

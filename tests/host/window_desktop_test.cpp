@@ -10,6 +10,7 @@ using test::DesktopWindow;
 using test::draw_squares;
 using test::height;
 using test::width;
+using test::WindowSize;
 using test::WindowTest;
 
 TEST_F(WindowTest, CarriesItsIcon) {
@@ -62,6 +63,24 @@ TEST_F(ManagedWindow, ShowsItsPictureAfterItWasMinimised) {
     ASSERT_TRUE(flip_until([&] { return window.is_shown(); }));
   }
   EXPECT_TRUE(comes_to_show_squares(window));
+}
+
+TEST_F(ManagedWindow, ShowsAScaledPictureThatIsAsItWasAfterItWasMovedAndMinimised) {
+  const DesktopWindow window = open();
+  const WindowSize size = {width + 200, height + 300};
+  window.resize(size.width, size.height);
+  draw_squares(bridge);
+  ASSERT_TRUE(comes_to_show_squares(window, size));
+  for (const int place : {900, -200, 90}) {
+    window.move(place, place);
+    bridge.send("SCREENFLIP");
+  }
+  EXPECT_TRUE(comes_to_show_squares(window, size));
+  window.minimise();
+  ASSERT_TRUE(flip_until([&] { return window.is_minimised() && !window.is_shown(); }));
+  window.restore();
+  ASSERT_TRUE(flip_until([&] { return window.is_shown(); }));
+  EXPECT_TRUE(comes_to_show_squares(window, size));
 }
 
 TEST_F(ManagedWindow, DrawsOnWhileItIsMinimised) {

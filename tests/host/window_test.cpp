@@ -16,6 +16,7 @@ using desktop::WindowSize;
 using test::colour_at;
 using test::draw_squares;
 using test::height;
+using test::shows_squares;
 using test::title;
 using test::width;
 using test::WindowTest;
@@ -98,6 +99,37 @@ TEST_F(WindowTest, ShrinksWholeAndUndistorted) {
   for (int y = 2; y < 400; y += 5) // the middle of squares of five
     for (int x = 2; x < 330; x += 5)
       ASSERT_EQ(shown.at(x, y), colour_at(2 * x, 2 * y)) << x << ',' << y;
+}
+
+TEST_F(WindowTest, ShowsWhatChangesInAScaledPictureAndKeepsTheRest) {
+  const DesktopWindow window = open(2);
+  draw_squares(bridge);
+  ASSERT_TRUE(comes_to_show_squares(window, {2 * width, 2 * height}));
+  bridge.send("DRAWCOLOR", 255, 255, 255);
+  bridge.send("RECT", 100, 300, 3, 1, 1);
+  bridge.send("RECT", 200, 700, 1, 1, 1);
+  bridge.send("SCREENFLIP");
+  const Bitmap shown = window.pixels();
+  const auto colour = [](int x, int y) {
+    const bool is_new = (y == 300 && x >= 100 && x < 103) || (y == 700 && x == 200);
+    return is_new ? 0x00FFFFFFU : colour_at(x, y);
+  };
+  for (int y = 0; y < 2 * height; ++y)
+    for (int x = 0; x < 2 * width; ++x)
+      ASSERT_EQ(shown.at(x, y), colour(x / 2, y / 2)) << x << ',' << y;
+}
+
+// No window manager, no event but that the desktop has lost a part of the picture.
+TEST_F(WindowTest, ShowsAScaledPictureAgainThatAnotherWindowCovered) {
+  const DesktopWindow window = open(2);
+  const WindowSize size = {2 * width, 2 * height};
+  draw_squares(bridge);
+  ASSERT_TRUE(comes_to_show_squares(window, size));
+  {
+    const auto other = desktop.start({{"xev", "-geometry", "300x300+500+500"}, {}, "."});
+    ASSERT_TRUE(flip_until([&] { return !shows_squares(window.pixels()); }));
+  }
+  EXPECT_TRUE(comes_to_show_squares(window, size));
 }
 
 TEST_F(WindowTest, ASecondScreenReplacesIt) {
