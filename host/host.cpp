@@ -52,7 +52,9 @@ Host::~Host() {
 
 void Host::show_picture() {
   screen.presenter().present(screen.canvas());
-  take_events();
+  // A frame that has asked for keys has just looked; the desktop need not be asked twice.
+  if (!has_taken_events_)
+    take_events();
   sound->tend();
   keyboard.end_frame();
   has_taken_events_ = false;
