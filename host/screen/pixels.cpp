@@ -68,8 +68,7 @@ void fill_by_call(const Area& area, uint32_t colour) {
                  static_cast<size_t>(area.width));
 }
 
-// A compiler left to itself makes a branch for every pixel, which the processor can only guess:
-// a sixth of the busiest frame (scripts/bench canvas).
+// A compiler left to itself makes a branch for every pixel, which the processor can only guess.
 [[gnu::always_inline]] inline void select_bits(const Area& area, const uint8_t* rows,
                                                uint32_t colour) {
   constexpr Eight places = {0x80, 0x40, 0x20, 0x10, 8, 4, 2, 1};
