@@ -46,7 +46,7 @@ TEST_F(GameOnTwoDisplays, IsPlayedOnTheSecond) {
   EXPECT_TRUE(moves_a_piece());
 }
 
-TEST_F(GameOnTwoDisplays, GoesOnAfterItFilledTheSecondAndThatWasUnplugged) {
+TEST_F(GameOnTwoDisplays, GoesOnWhenTheSecondThatItFillsIsUnpluggedAndPluggedIn) {
   game.start_playing();
   game.tap("p");
   ASSERT_TRUE(game.is_paused());
@@ -60,6 +60,10 @@ TEST_F(GameOnTwoDisplays, GoesOnAfterItFilledTheSecondAndThatWasUnplugged) {
   ASSERT_TRUE(game.is_paused());
   game.tap("p");
   ASSERT_TRUE(game.is_playing());
+  EXPECT_TRUE(moves_a_piece());
+  const int column = game.leftmost_column();
+  game.desktop.plug_in(1); // for which the server blanks the screen
+  ASSERT_TRUE(desktop::eventually([&] { return game.leftmost_column() == column; }));
   EXPECT_TRUE(moves_a_piece());
   game.window->ask_to_close();
   const auto outcome = game.process->wait();
