@@ -31,6 +31,8 @@ public:
   void tap(const std::string& key) { desktop_.tap(key); }
   // Moves the window at (x, y) on a display, in its pixels, to the side; it has to be plain there.
   void drag_window(size_t display, int x, int y, int distance);
+  // Takes a display away for good.
+  void unplug(size_t display) const { screens_[display].ask_to_close(); }
 
 private:
   void point_at(size_t display, int x, int y);

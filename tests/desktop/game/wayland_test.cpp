@@ -96,11 +96,12 @@ protected:
       : wayland("desktop", {{laptop_width, height + margin, 1}, {width, height, 2}}),
         game(wayland.start_game()) {}
 
-  // How many of a display's pixels have the colour behind the menu.
-  int night_pixels(size_t display) const {
+  int pixels_of(uint32_t colour, size_t display) const {
     const Bitmap shown = wayland.pixels(display);
-    return static_cast<int>(std::count(shown.pixels.begin(), shown.pixels.end(), playing::night));
+    return static_cast<int>(std::count(shown.pixels.begin(), shown.pixels.end(), colour));
   }
+  // How many of a display's pixels have the colour behind the menu.
+  int night_pixels(size_t display) const { return pixels_of(playing::night, display); }
   bool comes_to_be_on_the_laptop_only() const {
     return desktop::eventually(
         [&] { return night_pixels(0) > width * height / 2 && night_pixels(1) == 0; });
@@ -134,6 +135,29 @@ TEST_F(WaylandDisplays, ItIsPlayedOnTheOneThatItWasTakenTo) {
   ASSERT_TRUE(desktop::eventually([&] { return shows_title(wayland.pixels(1), 2); }));
   wayland.tap("space");
   EXPECT_TRUE(desktop::eventually([&] { return shows_well(wayland.pixels(1), 2); }));
+}
+
+TEST_F(WaylandDisplays, ItIsPlayedOnTheOtherWhenItsOwnIsUnplugged) {
+  ASSERT_TRUE(comes_to_be_on_the_laptop_only());
+  ASSERT_TRUE(goes_to_the_other());
+  wayland.unplug(1);
+  ASSERT_TRUE(desktop::eventually([&] { return night_pixels(0) > 0; }));
+  wayland.tap("F11");
+  // More than the window had in all.
+  EXPECT_TRUE(desktop::eventually([&] { return night_pixels(0) > width * height; }));
+  wayland.tap("space");
+  EXPECT_TRUE(desktop::eventually([&] { return pixels_of(playing::well_frame, 0) > 10'000; }));
+}
+
+TEST_F(WaylandDisplays, FullScreenItGoesOnOnTheOtherWhenItsOwnIsUnplugged) {
+  ASSERT_TRUE(comes_to_be_on_the_laptop_only());
+  ASSERT_TRUE(goes_to_the_other());
+  wayland.tap("F11");
+  ASSERT_TRUE(desktop::eventually([&] { return shows_title(wayland.pixels(1), 2); }));
+  wayland.unplug(1);
+  EXPECT_TRUE(desktop::eventually([&] { return night_pixels(0) > width * height / 2; }));
+  wayland.tap("space");
+  EXPECT_TRUE(desktop::eventually([&] { return pixels_of(playing::well_frame, 0) > 10'000; }));
 }
 
 } // namespace
