@@ -37,6 +37,12 @@ public:
   }
   const uint32_t* row(int y) const { return &pixels()[static_cast<size_t>(y) * width_]; }
 
+  // To be written pixel by pixel, 0x00RRGGBB; valid until the picture moves.
+  std::span<uint32_t> pixels_to_change() {
+    ground_.make_room(pixels_.data(), {0, width_}, {0, height_}, false);
+    return pixels_;
+  }
+
   // Moves the picture, as it is, into somebody else's memory of width × height pixels, where it is
   // whole afterwards and all that follows is drawn. The memory must stay until the picture has
   // moved on, or home into memory of its own. That spares whoever shows it a copy.

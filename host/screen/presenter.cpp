@@ -2,8 +2,10 @@
 
 #include <cstdlib>
 #include <string_view>
+#include <utility>
 
 #include "host/command.h"
+#include "host/screen/calm_display.h"
 #include "host/screen/offscreen.h"
 #include "host/screen/window.h"
 
@@ -21,6 +23,18 @@ std::string no_display(const std::string& reason) {
          reason + ")";
 }
 
+bool is_calm_wanted() {
+  const std::string_view calm = environment("QORRT_CALM");
+  return !calm.empty() && calm != "0";
+}
+
+std::unique_ptr<Presenter> open_window(const ScreenRequest& request) {
+  auto window = std::make_unique<Window>(request);
+  if (is_calm_wanted())
+    return std::make_unique<CalmDisplay>(request.width, request.height, std::move(window));
+  return window;
+}
+
 } // namespace
 
 std::unique_ptr<Presenter> open_presenter(const ScreenRequest& request) {
@@ -32,7 +46,7 @@ std::unique_ptr<Presenter> open_presenter(const ScreenRequest& request) {
   if (driver.empty() && !has_desktop)
     return std::make_unique<Offscreen>(no_display("neither is set"));
   try {
-    return std::make_unique<Window>(request);
+    return open_window(request);
   } catch (const CommandError& error) {
     return std::make_unique<Offscreen>(no_display(error.what()));
   }

@@ -2,7 +2,7 @@
 _kavo() {
   local word=${COMP_WORDS[COMP_CWORD]} words=""
   case $COMP_CWORD in
-    1) words="shot --help --version" ;;
+    1) words="shot --calm --help --version" ;;
     2) [ "${COMP_WORDS[1]}" != shot ] || words="kavo pop pu storm qbomb title opts enter" ;;
   esac
   mapfile -t COMPREPLY < <(compgen -W "$words" -- "$word")

@@ -1,7 +1,10 @@
 // kavo-film: what the game looks like in motion, and how much of it flashes.
-//   kavo-film tip <folder> [seed]       the pictures before, during and after a tip: 0000.png, …
-//   kavo-film flashes [games] [frames] [frames for a key]
-//                                       counts the flashes of so many games of so many frames
+//   kavo-film tip [--calm[=share]] <folder> [seed]
+//       the pictures before, during and after a tip: 0000.png, …
+//   kavo-film flashes [--calm[=share]] [games] [frames] [frames for a key]
+//       counts the flashes of so many games of so many frames
+// With --calm as a calm display shows them (host/screen/calm_display.h), by another share of 256 if
+// one is named.
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -11,11 +14,13 @@
 #include <fstream>
 #include <functional>
 #include <iostream>
+#include <optional>
+#include <stdexcept>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "game/state.h"
+#include "host/screen/calm_display.h"
 #include "host/screen/png.h"
 #include "tests/film/field_of_vision.h"
 #include "tests/film/flashes.h"
@@ -29,6 +34,9 @@ using kavo::film::Player;
 using kavo::film::studio;
 using kavo::host::Canvas;
 
+// The share of a calm display; none is a display that shows what is drawn.
+using Calm = std::optional<int>;
+
 void save(const Canvas& picture, const std::filesystem::path& folder, int number) {
   std::string name = std::to_string(number);
   name.insert(0, 4 - std::min<size_t>(4, name.size()), '0');
@@ -36,8 +44,9 @@ void save(const Canvas& picture, const std::filesystem::path& folder, int number
 }
 
 // Plays until `watch` says that it has seen enough.
-bool play(Player player, int seed, const std::function<bool(const Canvas&)>& watch) {
+bool play(Player player, int seed, Calm calm, const std::function<bool(const Canvas&)>& watch) {
   const kavo::test::WorkingFolder scores;
+  studio().calm_share = calm;
   studio().play = [&](kavo::host::EventSink& sink) { player.act(sink); };
   studio().watch = [&](const Canvas& picture) {
     if (watch(picture))
@@ -48,20 +57,21 @@ bool play(Player player, int seed, const std::function<bool(const Canvas&)>& wat
   return has_ended_well;
 }
 
-int film_tip(const std::filesystem::path& folder, int seed) {
+int film_tip(const std::filesystem::path& folder, int seed, Calm calm) {
   constexpr size_t frames_before = 70;
   constexpr size_t frames = 150;
   std::filesystem::create_directories(folder);
   std::deque<Canvas> reel;
   bool has_tipped = false;
-  const bool has_ended_well = play(Player({.pull = 0.0}, 6), seed, [&](const Canvas& picture) {
+  const auto watch = [&](const Canvas& picture) {
     has_tipped = has_tipped || kavo::ROWS < kavo::COLS;
     if (reel.size() < frames)
       reel.push_back(kavo::film::copy_of(picture));
     if (!has_tipped && reel.size() > frames_before)
       reel.pop_front();
     return reel.size() == frames;
-  });
+  };
+  const bool has_ended_well = play(Player({.pull = 0.0}, 6), seed, calm, watch);
   int number = 0;
   for (const Canvas& picture : reel)
     save(picture, folder, number++);
@@ -92,7 +102,7 @@ void add(kavo::film::FilmedPlay& sum, const kavo::film::FilmedPlay& game) {
   }
 }
 
-void print(const kavo::film::Flashing& flashing, double scale, double minutes) {
+void print(const kavo::film::Flashing& flashing, double scale, double minutes, Calm calm) {
   std::printf("\nin a window %g times the picture's size,          overlapping  in step\n", scale);
   std::printf("%.2f times as high as the eyes are far from it\n",
               kavo::film::height_by_distance(scale));
@@ -100,22 +110,36 @@ void print(const kavo::film::Flashing& flashing, double scale, double minutes) {
     std::printf("  %-46s  %11d  %7d\n", what, most.overlapping, most.in_step);
   };
   row("general flashes in any second, at most", flashing.all.general);
-  row("  without tips and shakes", flashing.at_rest.general);
+  if (!calm)
+    row("  without tips and shakes", flashing.at_rest.general);
   row("flashes of saturated red, at most", flashing.all.red);
-  row("  without tips and shakes", flashing.at_rest.red);
+  if (!calm)
+    row("  without tips and shakes", flashing.at_rest.red);
   std::printf("  %-46s  %11.1f  %7.1f\n", "times a minute more than three general flashes",
               flashing.too_many.overlapping / minutes, flashing.too_many.in_step / minutes);
 }
 
-int count_flashes(int games, int64_t frames, int frames_for_a_key) {
+// How long a place that was black and is drawn white takes to be half as light as that, 8-bit
+// components being what is halved.
+double half_time_ms(int share) {
+  constexpr double frame_ms = 16;
+  const uint32_t white[] = {0xFF};
+  uint32_t shown[] = {0};
+  int frames = 0;
+  for (; shown[0] < 128; ++frames)
+    kavo::host::follow(white, shown, share);
+  return frames * frame_ms;
+}
+
+int count_flashes(int games, int64_t frames, int frames_for_a_key, Calm calm) {
   // Players who look for tips, do not mind them, avoid them.
   constexpr double pulls[] = {0.4, 0.0, -0.3};
-  const std::vector<double> scales{1, 0.5};
+  const std::vector<double> scales{1, calm ? 2 : 0.5};
   kavo::film::FilmedPlay sum;
   const kavo::test::WorkingFolder scores;
   for (int game = 0; game < games; ++game) {
     const auto play = kavo::film::film_play(Player({.pull = pulls[game % 3]}, frames_for_a_key),
-                                            game + 1, frames, scales);
+                                            game + 1, frames, scales, calm);
     if (!play.has_ended_well)
       return EXIT_FAILURE;
     add(sum, play);
@@ -124,24 +148,43 @@ int count_flashes(int games, int64_t frames, int frames_for_a_key) {
   std::printf("%.1f minutes of play, a key at most every %d frames, %.1f tips a minute, "
               "%.1f other shakes\n",
               minutes, frames_for_a_key, sum.tips / minutes, sum.shakes / minutes);
+  if (calm)
+    std::printf("on a calm display: %d/%d of the way with each frame, half of it in %.0f ms\n",
+                *calm, kavo::host::whole_share, half_time_ms(*calm));
   for (size_t index = 0; index < scales.size(); ++index)
-    print(sum.scales[index], scales[index], minutes);
+    print(sum.scales[index], scales[index], minutes, calm);
   return EXIT_SUCCESS;
 }
 
-int number_or(char** argv, int argc, int index, int otherwise) {
-  return argc > index ? std::atoi(argv[index]) : otherwise;
+int number_or(const std::vector<std::string>& words, size_t index, int otherwise) {
+  return words.size() > index ? std::stoi(words[index]) : otherwise;
 }
 
-int run(int argc, char** argv) {
-  const std::string_view what = argc > 1 ? argv[1] : "";
-  if (what == "tip" && argc > 2)
-    return film_tip(std::filesystem::absolute(argv[2]), number_or(argv, argc, 3, 1));
+// Takes the option out of the words.
+Calm calm_of(std::vector<std::string>& words) {
+  const std::string option = "--calm";
+  const auto word = std::ranges::find_if(
+      words, [&](const auto& text) { return text == option || text.starts_with(option + '='); });
+  if (word == words.end())
+    return {};
+  const int share = *word == option ? kavo::host::CalmDisplay::usual_share
+                                    : std::stoi(word->substr(option.size() + 1));
+  if (share < 1 || share > kavo::host::whole_share)
+    throw std::invalid_argument(*word + ": the share is 1 to 256");
+  words.erase(word);
+  return share;
+}
+
+int run(std::vector<std::string> words) {
+  const Calm calm = calm_of(words);
+  const std::string what = words.empty() ? "" : words[0];
+  if (what == "tip" && words.size() > 1)
+    return film_tip(std::filesystem::absolute(words[1]), number_or(words, 2, 1), calm);
   if (what == "flashes")
-    return count_flashes(number_or(argv, argc, 2, 30), number_or(argv, argc, 3, 7500),
-                         number_or(argv, argc, 4, 10));
-  std::cerr << "usage: kavo-film tip <folder> [seed]\n"
-               "       kavo-film flashes [games] [frames] [frames for a key]\n";
+    return count_flashes(number_or(words, 1, 30), number_or(words, 2, 7500),
+                         number_or(words, 3, 10), calm);
+  std::cerr << "usage: kavo-film tip [--calm[=share]] <folder> [seed]\n"
+               "       kavo-film flashes [--calm[=share]] [games] [frames] [frames for a key]\n";
   return 2;
 }
 
@@ -149,7 +192,7 @@ int run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
   try {
-    return run(argc, argv);
+    return run({argv + 1, argv + argc});
   } catch (const std::exception& error) {
     std::fprintf(stderr, "kavo-film: %s\n", error.what());
     return EXIT_FAILURE;

@@ -106,23 +106,27 @@ private:
 
 } // namespace
 
-FilmedPlay film_play(Player player, int seed, int64_t frames, const std::vector<double>& scales) {
+FilmedPlay film_play(Player player, int seed, int64_t frames, const std::vector<double>& scales,
+                     std::optional<int> calm_share) {
   std::vector<Spectator> spectators(scales.begin(), scales.end());
   Rest rest;
   Movements movements;
   int64_t shown = 0;
+  studio().calm_share = calm_share;
   studio().play = [&](host::EventSink& sink) { player.act(sink); };
   studio().watch = [&](const host::Canvas& picture) {
     const double now_ms = test::fake_clock().now_ms;
     for (auto& spectator : spectators)
       spectator.look_at(picture, now_ms);
+    movements.look_at_board();
+    if (++shown == frames)
+      player.leave();
+    if (calm_share)
+      return;
     rest.look_at(picture, now_ms, SHAKE > 0, [&](const host::Canvas& still, double time_ms) {
       for (auto& spectator : spectators)
         spectator.look_at_rest(still, time_ms);
     });
-    movements.look_at_board();
-    if (++shown == frames)
-      player.leave();
   };
   FilmedPlay result;
   result.has_ended_well = run_game({}, seed);

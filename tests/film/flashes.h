@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "tests/film/player.h"
@@ -35,7 +36,9 @@ struct FilmedPlay {
 };
 
 // Lets the player play for so many frames, whole games after each other, in windows of which each
-// pixel is so large; see flash_meter.h.
-FilmedPlay film_play(Player player, int seed, int64_t frames, const std::vector<double>& scales);
+// pixel is so large; see flash_meter.h. With a share, on a calm display (calm_display.h), where
+// the board is never at rest for sure: nothing is counted for that.
+FilmedPlay film_play(Player player, int seed, int64_t frames, const std::vector<double>& scales,
+                     std::optional<int> calm_share = {});
 
 } // namespace kavo::film

@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "host/screen/calm_display.h"
 #include "tests/film/flash_meter.h"
 #include "tests/film/studio.h"
 #include "tests/support/temporary_folder.h"
@@ -52,6 +53,12 @@ FilmedPlay play_of(double liking_for_tips, int64_t frames) {
   return film_play(Player({.pull = liking_for_tips}, 10), 1, frames, {1, 0.5});
 }
 
+FilmedPlay calm_play_of(double liking_for_tips, int64_t frames) {
+  const test::WorkingFolder scores;
+  return film_play(Player({.pull = liking_for_tips}, 10), 1, frames, {1},
+                   host::CalmDisplay::usual_share);
+}
+
 // Tips and shakes do flash more often in a window of the picture's size: as often as the manual
 // says. In one of half its size nothing does; and at rest nothing does in either, neither rows that
 // clear nor lightning, popups or the red pulse of a full well.
@@ -69,6 +76,16 @@ TEST(Flashes, OnlyTipsAndShakesInALargeWindowFlashMoreThanThreeTimesInASecond) {
     EXPECT_LE(most.general.overlapping, allowed);
     EXPECT_LE(most.red.overlapping, allowed);
   }
+}
+
+// The same play as above.
+TEST(Flashes, NothingFlashesMoreThanThreeTimesInASecondOnACalmDisplay) {
+  const FilmedPlay play = calm_play_of(0.4, 700);
+  ASSERT_TRUE(play.has_ended_well);
+  EXPECT_GE(play.tips, 3);
+  EXPECT_LE(play.scales[0].all.general.overlapping, allowed);
+  EXPECT_LE(play.scales[0].all.red.overlapping, allowed);
+  EXPECT_EQ(play.scales[0].too_many.overlapping, 0);
 }
 
 TEST(Flashes, APlayerWhoAvoidsTipsSeesThreeInASecondAtMostInASmallWindow) {

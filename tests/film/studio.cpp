@@ -10,6 +10,7 @@
 
 #include "game/program.h"
 #include "game/values.h"
+#include "host/screen/calm_display.h"
 #include "tests/fakes/fake_clock.h"
 
 namespace kavo::film {
@@ -75,6 +76,10 @@ host::Canvas copy_of(const host::Canvas& picture) {
 
 // Stands before the host's own, which would look for a desktop.
 std::unique_ptr<kavo::host::Presenter>
-kavo::host::open_presenter(const kavo::host::ScreenRequest&) {
-  return std::make_unique<kavo::film::StudioPresenter>();
+kavo::host::open_presenter(const kavo::host::ScreenRequest& request) {
+  auto camera = std::make_unique<kavo::film::StudioPresenter>();
+  if (const auto share = kavo::film::studio().calm_share)
+    return std::make_unique<kavo::host::CalmDisplay>(request.width, request.height,
+                                                     std::move(camera), *share);
+  return camera;
 }

@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <initializer_list>
+#include <optional>
 
 #include "host/screen/presenter.h"
 
@@ -14,6 +15,7 @@ namespace kavo::film {
 struct Studio {
   std::function<void(host::EventSink&)> play;     // once a frame: what the player does now
   std::function<void(const host::Canvas&)> watch; // every picture that is shown
+  std::optional<int> calm_share;                  // of a calm display to show them on
 };
 
 Studio& studio();

@@ -76,6 +76,18 @@ TEST(Canvas, ClearMakesEveryPixelBlackAndKeepsTheColour) {
   EXPECT_EQ(canvas.row(1)[2], 0x00ABCDEFU);
 }
 
+TEST(Canvas, IsWrittenPixelByPixelOverAClearedPictureAndClearedAgain) {
+  Canvas canvas(9, 9);
+  canvas.fill_rectangle(0, 0, 5, 5);
+  canvas.clear();
+  canvas.pixels_to_change()[8 * 9 + 7] = 0x00123456;
+  for (int y = 0; y < 9; ++y)
+    for (int x = 0; x < 9; ++x)
+      EXPECT_EQ(canvas.row(y)[x], x == 7 && y == 8 ? 0x00123456U : 0U);
+  canvas.clear();
+  EXPECT_TRUE(is_black(canvas));
+}
+
 TEST(Canvas, MovesWithItsPictureIntoOtherMemoryAndIsDrawnThere) {
   Canvas canvas(3, 2);
   canvas.fill_rectangle(1, 0, 1, 1);

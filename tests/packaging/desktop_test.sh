@@ -16,9 +16,10 @@ MetainfoIsValid() {
 }
 
 EntryNamesTheInstalledProgramAndIcon() {
-  local entry=$share/applications/kavo.desktop
-  expect_equal "Exec" "$(basename "$(find "$tree/bin" "$tree/games" -type f 2>/dev/null)")" \
-    "$(sed -n 's/^Exec=//p' "$entry")"
+  local entry=$share/applications/kavo.desktop program
+  program=$(basename "$(find "$tree/bin" "$tree/games" -type f 2>/dev/null)")
+  expect_equal "Exec, and that of the calm display" "$program
+$program --calm" "$(sed -n 's/^Exec=//p' "$entry")"
   [ -f "$share/icons/hicolor/scalable/apps/$(sed -n 's/^Icon=//p' "$entry").svg" ] || fail "no such icon"
 }
 
@@ -74,7 +75,7 @@ offered() {
 BashCompletesTheScenesAfterShot() {
   expect_equal "after shot" "$scenes" "$(offered shot '')"
   expect_equal "after shot p" "pop pu" "$(offered shot p)"
-  expect_equal "first word" "shot --help --version" "$(offered '')"
+  expect_equal "first word" "shot --calm --help --version" "$(offered '')"
   expect_equal "after another word" "" "$(offered play '')"
 }
 

@@ -7,7 +7,7 @@
 install_stand_in() {
   mkdir -p "$1/bin" "$(dirname "$1/bin/$program_from_launcher")"
   cp "$launcher" "$1/bin/kavo"
-  printf '#!/bin/sh\npwd\nprintf "<%%s>\\n" "$@"\nexit "${STATUS-0}"\n' >"$1/bin/$program_from_launcher"
+  printf '#!/bin/sh\npwd\nprintf "<%%s>\\n" "$@" ${QORRT_CALM+"calm: $QORRT_CALM"}\nexit "${STATUS-0}"\n' >"$1/bin/$program_from_launcher"
   chmod 755 "$1/bin/kavo" "$1/bin/$program_from_launcher"
 }
 
@@ -137,6 +137,16 @@ PassesArgumentsOnAsTheyAre() {
 <*>" "$(start HOME="$work/home" -- shot 'a  b' '*' | tail -n +2)"
 }
 
+AsksForACalmDisplayAndPassesTheRestOn() {
+  expect_equal "arguments" "<shot>
+<*>
+<calm: 1>" "$(start HOME="$work/home" -- --calm shot '*' | tail -n +2)"
+  expect_equal "arguments" "<shot>
+<--calm>" "$(start HOME="$work/home" -- shot --calm | tail -n +2)"
+  expect_equal "what was set" "<x>
+<calm: 0>" "$(start HOME="$work/home" QORRT_CALM=0 -- x | tail -n +2)"
+}
+
 PassesTheExitStatusOn() {
   local status=0
   start HOME="$work/home" STATUS=7 -- >/dev/null || status=$?
@@ -144,7 +154,7 @@ PassesTheExitStatusOn() {
 }
 
 AnswersHelpAndVersionAndLeavesNothingBehind() {
-  expect_equal "help" "usage: kavo                  play" "$(start HOME="$work/home" -- --help | sed -n 1p)"
+  expect_equal "help" "usage: kavo [--calm]         play; --calm fades whatever flashes, for those who are sensitive" "$(start HOME="$work/home" -- --help | sed -n 1p)"
   local version
   version=$(start HOME="$work/home" -- --version)
   [[ $version =~ ^kavo\ [0-9]+\.[0-9]+\.[0-9]+$ ]] || fail "version: $version"

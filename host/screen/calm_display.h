@@ -1,0 +1,43 @@
+// A display for players who are sensitive to flashes: what it shows follows the drawn picture
+// gradually, so that no place can light up and darken again quickly.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <utility>
+
+#include "host/screen/presenter.h"
+
+namespace kavo::host {
+
+// One share is all the way.
+constexpr int whole_share = 256;
+
+// Moves every component of the pixels shown by `share` of its way to the drawn ones, 1 to
+// whole_share. Rounded up, so that it arrives exactly, and never past it. Both have one size.
+void follow(std::span<const uint32_t> drawn, std::span<uint32_t> shown, int share);
+
+// Stands before another display. It is black at first, so that the first picture comes up softly,
+// too; between two pictures it stays as it is, however long that takes.
+class CalmDisplay final : public Presenter {
+public:
+  // The largest, which smears least, with which a fast game keeps to three flashes in any second;
+  // `kavo-film flashes --calm` counts them.
+  static constexpr int usual_share = 26;
+
+  CalmDisplay(int width, int height, std::unique_ptr<Presenter> display, int share = usual_share)
+      : shown_(width, height), share_(share), display_(std::move(display)) {}
+
+  void present(Canvas& canvas) override;
+  void deliver_events(EventSink& sink) override { display_->deliver_events(sink); }
+  const std::string& unplayable_reason() const override { return display_->unplayable_reason(); }
+
+private:
+  Canvas shown_; // outlives the display, in whose memory it may lie
+  int share_;
+  std::unique_ptr<Presenter> display_;
+};
+
+} // namespace kavo::host
