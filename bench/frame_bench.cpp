@@ -74,7 +74,7 @@ BENCHMARK(OneCommandWithoutWork)->Unit(benchmark::kNanosecond);
 int main(int argc, char** argv) {
   bench::start_storm();
   bench::expect("whole_frame/canvas_alone", bench::at_most(2.5));
-  bench::expect("tipped_board/upright_board", bench::at_most(1));
+  bench::expect("tipped_board/upright_board", bench::at_most(1.1));
   bench::report_growth("FrameWithEffects", {0, 75, 150, 164});
   bench::report_time("OnePixelRectangle", bench::at_most(60));
   bench::report_time("OneCommandWithoutWork", bench::at_most(25));
