@@ -50,6 +50,8 @@ GameOnDesktop::GameOnDesktop(int scale)
 void GameOnDesktop::start_playing() {
   const desktop::DesktopWindow window = desktop_.wait_for_window("KAVO - Schlagseite");
   window.focus();
+  // All of it on the display: what lies beside it is not drawn, and nobody would see the frame.
+  window.move(0, 0);
   if (scale_ != 1)
     window.resize(width * scale_, height * scale_);
   desktop_.tap("space");
