@@ -49,7 +49,7 @@ std::vector<qor::Sortable> sorted_numbers(const QorArray* array, Payload payload
 QorArray* new_sorted_short(const QorArray* array) {
   auto* result = qor_array_append_arr(array, nullptr);
   for_each_part(qor::slots_of(array), [result](std::size_t first, std::size_t count) {
-    std::stable_sort(result->data + first, result->data + first + count);
+    std::ranges::stable_sort(std::span(result->data + first, count));
   });
   return result;
 }
