@@ -6,6 +6,7 @@
 // With --calm as a calm display shows them (host/screen/calm_display.h), by another share of 256 if
 // one is named.
 #include <algorithm>
+#include <charconv>
 #include <cstdio>
 #include <cstdlib>
 #include <deque>
@@ -17,6 +18,7 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include "game/state.h"
@@ -156,8 +158,17 @@ int count_flashes(int games, int64_t frames, int frames_for_a_key, Calm calm) {
   return EXIT_SUCCESS;
 }
 
+int whole_number(const std::string& word) {
+  int number = 0;
+  const char* end = word.data() + word.size();
+  const auto [rest, error] = std::from_chars(word.data(), end, number);
+  if (word.empty() || rest != end || error != std::errc())
+    throw std::invalid_argument('"' + word + "\" is not a whole number");
+  return number;
+}
+
 int number_or(const std::vector<std::string>& words, size_t index, int otherwise) {
-  return words.size() > index ? std::stoi(words[index]) : otherwise;
+  return words.size() > index ? whole_number(words[index]) : otherwise;
 }
 
 // Takes the option out of the words.
@@ -168,7 +179,7 @@ Calm calm_of(std::vector<std::string>& words) {
   if (word == words.end())
     return {};
   const int share = *word == option ? kavo::host::CalmDisplay::usual_share
-                                    : std::stoi(word->substr(option.size() + 1));
+                                    : whole_number(word->substr(option.size() + 1));
   if (share < 1 || share > kavo::host::whole_share)
     throw std::invalid_argument(*word + ": the share is 1 to 256");
   words.erase(word);
