@@ -23,8 +23,8 @@ void follow(std::span<const uint32_t> drawn, std::span<uint32_t> shown, int shar
 // too; between two pictures it stays as it is, however long that takes.
 class CalmDisplay final : public Presenter {
 public:
-  // The largest, which smears least, with which a fast game keeps to three flashes in any second;
-  // `kavo-film flashes --calm` counts them.
+  // The larger, the less it smears. `kavo-film flashes --calm=27 3 5000 4` counts three flashes in
+  // a second of fast play at most, with 28 it counts four; this is half done as soon as 27.
   static constexpr int usual_share = 26;
 
   CalmDisplay(int width, int height, std::unique_ptr<Presenter> display, int share = usual_share)
