@@ -32,7 +32,7 @@ constexpr int64_t pixels_in = sizeof(Chunk) / sizeof(uint32_t);
 // One register after the other, the last of a row over what may be there already, so that none is
 // left over to be written alone.
 template<typename Chunk>
-[[gnu::always_inline]] inline void fill_in_chunks(const Area& area, uint32_t colour) {
+[[gnu::always_inline]] inline void fill_in_chunks(const PixelRows& area, uint32_t colour) {
   const Chunk colours = Chunk{} + colour;
   uint32_t* row = area.first;
   for (int64_t y = 0; y < area.height; ++y, row += area.pitch) {
@@ -43,12 +43,12 @@ template<typename Chunk>
   }
 }
 
-KAVO_WIDE void fill_widely(const Area& area, uint32_t colour) {
+KAVO_WIDE void fill_widely(const PixelRows& area, uint32_t colour) {
   fill_in_chunks<Eight>(area, colour);
 }
 
 // One to three, the edges of a cell: a loop would be prepared for many.
-void fill_few(const Area& area, uint32_t colour) {
+void fill_few(const PixelRows& area, uint32_t colour) {
   uint32_t* row = area.first;
   for (int64_t y = 0; y < area.height; ++y, row += area.pitch) {
     row[0] = colour;
@@ -60,7 +60,7 @@ void fill_few(const Area& area, uint32_t colour) {
 // The C library chooses the processor's widest stores of all, which a short run is over before.
 constexpr int64_t worth_a_call = 64;
 
-void fill_by_call(const Area& area, uint32_t colour) {
+void fill_by_call(const PixelRows& area, uint32_t colour) {
   static_assert(sizeof(wchar_t) == sizeof(uint32_t));
   uint32_t* row = area.first;
   for (int64_t y = 0; y < area.height; ++y, row += area.pitch)
@@ -69,7 +69,7 @@ void fill_by_call(const Area& area, uint32_t colour) {
 }
 
 // A compiler left to itself makes a branch for every pixel, which the processor can only guess.
-[[gnu::always_inline]] inline void select_bits(const Area& area, const uint8_t* rows,
+[[gnu::always_inline]] inline void select_bits(const PixelRows& area, const uint8_t* rows,
                                                uint32_t colour) {
   constexpr Eight places = {0x80, 0x40, 0x20, 0x10, 8, 4, 2, 1};
   uint32_t* row = area.first;
@@ -81,13 +81,13 @@ void fill_by_call(const Area& area, uint32_t colour) {
   }
 }
 
-KAVO_WIDE void select_bits_widely(const Area& area, const uint8_t* rows, uint32_t colour) {
+KAVO_WIDE void select_bits_widely(const PixelRows& area, const uint8_t* rows, uint32_t colour) {
   select_bits(area, rows, colour);
 }
 
 } // namespace
 
-void fill_narrowly(const Area& area, uint32_t colour) {
+void fill_narrowly(const PixelRows& area, uint32_t colour) {
   if (area.width >= worth_a_call)
     fill_by_call(area, colour);
   else if (area.width >= pixels_in<Four>)
@@ -96,18 +96,18 @@ void fill_narrowly(const Area& area, uint32_t colour) {
     fill_few(area, colour);
 }
 
-void fill_bits_narrowly(const Area& area, const uint8_t* rows, uint32_t colour) {
+void fill_bits_narrowly(const PixelRows& area, const uint8_t* rows, uint32_t colour) {
   select_bits(area, rows, colour);
 }
 
-void fill(const Area& area, uint32_t colour) {
+void fill(const PixelRows& area, uint32_t colour) {
   if (area.width >= pixels_in<Eight> && area.width < worth_a_call && is_wide())
     fill_widely(area, colour);
   else
     fill_narrowly(area, colour);
 }
 
-void fill_bits(const Area& area, const uint8_t* rows, uint32_t colour) {
+void fill_bits(const PixelRows& area, const uint8_t* rows, uint32_t colour) {
   is_wide() ? select_bits_widely(area, rows, colour) : select_bits(area, rows, colour);
 }
 

@@ -51,8 +51,8 @@ struct ScreenRequest {
 };
 
 // A window when there is a desktop to put it on; a calm one (calm_display.h) when QORRT_CALM is
-// neither empty nor 0. Without one, or when SDL_VIDEODRIVER names a
-// driver without a screen (dummy, offscreen), the twin; which never fails.
+// neither empty nor 0. Without one, or when SDL_VIDEODRIVER names a driver without a screen (dummy,
+// offscreen), the twin; which never fails.
 std::unique_ptr<Presenter> open_presenter(const ScreenRequest& request);
 
 } // namespace kavo::host

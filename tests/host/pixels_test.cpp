@@ -8,7 +8,7 @@
 
 namespace {
 
-using kavo::host::Area;
+using kavo::host::PixelRows;
 
 constexpr int64_t pitch = 100;
 constexpr int64_t rows = 5;
@@ -18,10 +18,12 @@ constexpr uint32_t colour = 0x00ABCDEF;
 // A framebuffer with an area of `height` rows whose first pixel is (11, 1).
 struct Framebuffer {
   std::vector<uint32_t> pixels = std::vector<uint32_t>(static_cast<size_t>(pitch * rows), before);
-  Area area(int64_t width, int64_t height) { return {&pixels[pitch + 11], pitch, width, height}; }
+  PixelRows area(int64_t width, int64_t height) {
+    return {&pixels[pitch + 11], pitch, width, height};
+  }
 };
 
-using Fill = void (*)(const Area&, uint32_t);
+using Fill = void (*)(const PixelRows&, uint32_t);
 
 void expect_to_fill_what_a_loop_fills(Fill fill) {
   for (int64_t width = 1; width <= 80; ++width)
@@ -43,7 +45,7 @@ TEST(Pixels, AreFilledAlikeByNarrowRegisters) {
   expect_to_fill_what_a_loop_fills(kavo::host::fill_narrowly);
 }
 
-using FillBits = void (*)(const Area&, const uint8_t*, uint32_t);
+using FillBits = void (*)(const PixelRows&, const uint8_t*, uint32_t);
 
 void expect_to_colour_what_a_loop_colours(FillBits fill_bits) {
   for (unsigned first_row = 0; first_row < 256; ++first_row) {
