@@ -1,7 +1,7 @@
 // A host without byte strings, so that benchmarks measure the library and not a host's table.
-#include "runtime/qorrt.h"
-
 #include <cstdlib>
+
+#include "runtime/qorrt.h"
 
 void qorrt_register_binary(const char* /*s*/, int64_t /*length*/) {}
 int64_t qorrt_strlen(const char* /*s*/) {

@@ -1,12 +1,6 @@
 // One busy frame's drawing commands on our canvas, beside bare fills of as many pixels and beside
 // two libraries that a game could draw with instead. The peers get the same letters as ready-made
 // masks, which each of them colours and copies.
-#include "bench/ratios.h"
-#include "bench/storm_frame.h"
-#include "host/screen/canvas.h"
-#include "host/screen/font.h"
-#include "host/screen/scaler.h"
-
 #include <SDL.h>
 #include <benchmark/benchmark.h>
 #include <cairo.h>
@@ -15,17 +9,23 @@
 #include <cstdlib>
 #include <memory>
 
+#include "bench/ratios.h"
+#include "bench/storm_frame.h"
+#include "host/screen/canvas.h"
+#include "host/screen/font.h"
+#include "host/screen/scaler.h"
+
 namespace {
 
-using bench::Shape;
-using bench::Shapes;
+using kavo::bench::Shape;
+using kavo::bench::Shapes;
 using kavo::host::Canvas;
 
 constexpr int width = 660;
 constexpr int height = 800;
 
 const Shapes& busy_frame() {
-  static const Shapes shapes = bench::record_storm_frame();
+  static const Shapes shapes = kavo::bench::record_storm_frame();
   return shapes;
 }
 
@@ -243,9 +243,9 @@ BENCHMARK(Scaled)->Arg(800)->Arg(1600)->Arg(1080)->Arg(728)->Unit(benchmark::kMi
 } // namespace
 
 int main(int argc, char** argv) {
-  bench::start_storm();
-  bench::expect("busy_frame/bare_fills", bench::at_most(1.8));
-  bench::expect("busy_frame/SDL", bench::at_least(10));
-  bench::expect("busy_frame/Cairo", bench::at_least(4));
-  return bench::run(argc, argv);
+  kavo::bench::start_storm();
+  kavo::bench::expect("busy_frame/bare_fills", kavo::bench::at_most(1.8));
+  kavo::bench::expect("busy_frame/SDL", kavo::bench::at_least(10));
+  kavo::bench::expect("busy_frame/Cairo", kavo::bench::at_least(4));
+  return kavo::bench::run(argc, argv);
 }

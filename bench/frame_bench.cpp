@@ -1,25 +1,25 @@
 // The busiest frame in full, from the rules to the pixels: the game, the runtime, the bridge and
 // the canvas together, beside the canvas alone with the same shapes. And the price of one command.
+#include <benchmark/benchmark.h>
+
 #include "bench/ratios.h"
 #include "bench/storm.h"
 #include "bench/storm_frame.h"
 #include "game/commands.h"
 #include "runtime/qor.h"
 
-#include <benchmark/benchmark.h>
-
 namespace {
 
 void WholeFrame(benchmark::State& state) {
   for ([[maybe_unused]] const auto _ : state)
-    bench::draw_storm_frame();
+    kavo::bench::draw_storm_frame();
 }
 
 void CanvasAlone(benchmark::State& state) {
-  const bench::Shapes shapes = bench::record_storm_frame();
+  const kavo::bench::Shapes shapes = kavo::bench::record_storm_frame();
   kavo::host::Canvas canvas(660, 800);
   for ([[maybe_unused]] const auto _ : state) {
-    for (const bench::Shape& shape : shapes)
+    for (const kavo::bench::Shape& shape : shapes)
       draw(canvas, shape);
     benchmark::DoNotOptimize(canvas.pixels().data());
     benchmark::ClobberMemory();
@@ -32,7 +32,7 @@ void FrameWithEffects(benchmark::State& state) {
   for ([[maybe_unused]] const auto _ : state) {
     kavo::bench::keep_storm_alive();
     kavo::bench::keep_effects(state.range(0));
-    bench::draw_frame();
+    kavo::bench::draw_frame();
   }
 }
 
@@ -40,7 +40,7 @@ void FrameWithEffects(benchmark::State& state) {
 void TippedBoard(benchmark::State& state) {
   kavo::bench::tip_board();
   for ([[maybe_unused]] const auto _ : state)
-    bench::draw_storm_frame();
+    kavo::bench::draw_storm_frame();
   kavo::bench::tip_board();
 }
 
@@ -72,11 +72,11 @@ BENCHMARK(OneCommandWithoutWork)->Unit(benchmark::kNanosecond);
 } // namespace
 
 int main(int argc, char** argv) {
-  bench::start_storm();
-  bench::expect("whole_frame/canvas_alone", bench::at_most(2.5));
-  bench::expect("tipped_board/upright_board", bench::at_most(1.1));
-  bench::report_growth("FrameWithEffects", {0, 75, 150, 164});
-  bench::report_time("OnePixelRectangle", bench::at_most(60));
-  bench::report_time("OneCommandWithoutWork", bench::at_most(25));
-  return bench::run(argc, argv);
+  kavo::bench::start_storm();
+  kavo::bench::expect("whole_frame/canvas_alone", kavo::bench::at_most(2.5));
+  kavo::bench::expect("tipped_board/upright_board", kavo::bench::at_most(1.1));
+  kavo::bench::report_growth("FrameWithEffects", {0, 75, 150, 164});
+  kavo::bench::report_time("OnePixelRectangle", kavo::bench::at_most(60));
+  kavo::bench::report_time("OneCommandWithoutWork", kavo::bench::at_most(25));
+  return kavo::bench::run(argc, argv);
 }

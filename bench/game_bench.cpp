@@ -17,13 +17,13 @@
 namespace kavo::bench {
 namespace {
 
-using test::Placement;
+using kavo::test::Placement;
 
 void start_afresh() {
-  auto& host = test::recording_host();
+  auto& host = kavo::test::recording_host();
   host.reset();
   host.is_discarding = true;
-  test::fake_clock() = test::FakeClock();
+  kavo::test::fake_clock() = kavo::test::FakeClock();
   qor_runtime_set_handle(qorrt_init(0, nullptr));
   set_geometry();
   set_initial_values();
@@ -38,14 +38,14 @@ void run(Out<>) {
 using Moves = std::vector<Placement>;
 
 // One game of at most `most` locks. The players choose here, so that only the game is measured.
-template<class Choose>
-Moves record_game(Choose choose, std::size_t most) {
+template<typename Choose>
+Moves record_game(Choose choose, size_t most) {
   start_afresh();
   run(RESETGAME());
   Moves moves;
   while (!GAMEOVER && moves.size() < most) {
     moves.push_back(choose());
-    test::drop_at(moves.back());
+    kavo::test::drop_at(moves.back());
   }
   return moves;
 }
@@ -57,7 +57,7 @@ void play_again(benchmark::State& state, const Moves& moves) {
     start_afresh();
     run(RESETGAME());
     for (const Placement& move : moves)
-      test::drop_at(move);
+      kavo::test::drop_at(move);
     locks += std::ssize(moves);
   }
   state.counters["locks"] =
@@ -67,13 +67,13 @@ void play_again(benchmark::State& state, const Moves& moves) {
 }
 
 void GreedyGame(benchmark::State& state) {
-  play_again(state, record_game(test::best_placement, 1000));
+  play_again(state, record_game(kavo::test::best_placement, 1000));
 }
 BENCHMARK(GreedyGame)->Unit(benchmark::kMillisecond);
 
 void ClumsyGame(benchmark::State& state) {
   std::mt19937_64 random(1);
-  play_again(state, record_game([&random] { return test::random_placement(random); }, 1000));
+  play_again(state, record_game([&random] { return kavo::test::random_placement(random); }, 1000));
 }
 BENCHMARK(ClumsyGame)->Unit(benchmark::kMillisecond);
 
@@ -85,7 +85,7 @@ void StormFrame(benchmark::State& state) {
   raise_storm();
   keep_storm_alive();
   run(DRAW());
-  const int64_t commands = test::recording_host().commands;
+  const int64_t commands = kavo::test::recording_host().commands;
   int64_t made = 0;
   int64_t outliving = 0;
   for ([[maybe_unused]] const auto _ : state) {
@@ -102,7 +102,7 @@ void StormFrame(benchmark::State& state) {
   state.counters["allocations"] = static_cast<double>(made) / frames;
   state.counters["outliving"] = static_cast<double>(outliving) / frames;
   state.counters["commands"] =
-      static_cast<double>(test::recording_host().commands - commands) / frames;
+      static_cast<double>(kavo::test::recording_host().commands - commands) / frames;
 }
 BENCHMARK(StormFrame)->Unit(benchmark::kMicrosecond);
 
@@ -110,10 +110,12 @@ BENCHMARK(StormFrame)->Unit(benchmark::kMicrosecond);
 } // namespace kavo::bench
 
 int main(int argc, char** argv) {
-  bench::report_counter("GreedyGame", "locks", "locks a second", bench::at_least(20'000));
-  bench::report_counter("ClumsyGame", "locks", "locks a second", bench::at_least(20'000));
-  bench::report_time("StormFrame");
-  bench::report_counter("StormFrame", "allocations", "", bench::at_most(299));
-  bench::report_counter("StormFrame", "outliving", "", bench::at_most(0));
-  return bench::run(argc, argv);
+  kavo::bench::report_counter("GreedyGame", "locks", "locks a second",
+                              kavo::bench::at_least(20'000));
+  kavo::bench::report_counter("ClumsyGame", "locks", "locks a second",
+                              kavo::bench::at_least(20'000));
+  kavo::bench::report_time("StormFrame");
+  kavo::bench::report_counter("StormFrame", "allocations", "", kavo::bench::at_most(299));
+  kavo::bench::report_counter("StormFrame", "outliving", "", kavo::bench::at_most(0));
+  return kavo::bench::run(argc, argv);
 }

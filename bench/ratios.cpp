@@ -1,16 +1,16 @@
 #include "bench/ratios.h"
 
-#include "bench/figures/files.h"
-#include "bench/figures/plan.h"
-#include "bench/figures/table.h"
-
 #include <algorithm>
 #include <iostream>
 #include <map>
 #include <string_view>
 #include <vector>
 
-namespace bench {
+#include "bench/figures/files.h"
+#include "bench/figures/plan.h"
+#include "bench/figures/table.h"
+
+namespace kavo::bench {
 
 namespace {
 
@@ -125,4 +125,4 @@ int run(int argc, char** argv) {
   return is_filtered || is_everything_measured(measured) ? 0 : 1;
 }
 
-} // namespace bench
+} // namespace kavo::bench

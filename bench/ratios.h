@@ -8,15 +8,15 @@
 //   expect("sum/bare_loop", at_most(1.5));    // times the time that the peer takes
 #pragma once
 
-#include "bench/figures/figure.h"
-
 #include <benchmark/benchmark.h>
 
 #include <optional>
 #include <string>
 #include <vector>
 
-namespace bench {
+#include "bench/figures/figure.h"
+
+namespace kavo::bench {
 
 // What the program's benchmarks are to give, as bench/figures/plan.h has it.
 void expect(const std::string& peer_name, Bound bound);
@@ -41,4 +41,4 @@ void add(const std::string& name, Work work, int64_t bytes = 0) {
 // out.
 int run(int argc, char** argv);
 
-} // namespace bench
+} // namespace kavo::bench

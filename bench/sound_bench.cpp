@@ -2,6 +2,12 @@
 // by the Synthesis ToolKit (STK); the worst block; the start of the engine.
 //
 // "core" is processor time per second of sound. One iteration is one second of sound.
+#include <ADSR.h>
+#include <BiQuad.h>
+#include <BlitSaw.h>
+#include <BlitSquare.h>
+#include <FreeVerb.h>
+#include <Stk.h>
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
@@ -13,13 +19,6 @@
 #include <stdexcept>
 #include <string>
 #include <vector>
-
-#include <ADSR.h>
-#include <BiQuad.h>
-#include <BlitSaw.h>
-#include <BlitSquare.h>
-#include <FreeVerb.h>
-#include <Stk.h>
 
 #include "bench/ratios.h"
 #include "host/sound/engine.h"
@@ -44,10 +43,10 @@ class BlockOutput final : public Output {
 public:
   int open() override { return rate; }
   void start(AudioSource& source) override { source_ = &source; }
-  [[nodiscard]] bool is_lost() const override { return false; }
+  bool is_lost() const override { return false; }
   void close() override { source_ = nullptr; }
-  [[nodiscard]] double fade_in_seconds() const override { return 0.0; }
-  [[nodiscard]] double fade_out_seconds() const override { return 0.0; }
+  double fade_in_seconds() const override { return 0.0; }
+  double fade_out_seconds() const override { return 0.0; }
   void wait() override { render(); }
 
   void render() {
@@ -152,7 +151,7 @@ public:
   }
 
   void render() {
-    for (std::size_t i = 0; i < samples_.size(); i += 2)
+    for (size_t i = 0; i < samples_.size(); i += 2)
       render_frame(&samples_[i]);
     benchmark::DoNotOptimize(samples_.data());
   }
@@ -267,7 +266,7 @@ BENCHMARK(all_notes_at_once)
 
 // Tables and engine, as SOUND.INIT makes them.
 void start_up(benchmark::State& state) {
-  std::size_t table_bytes = 0;
+  size_t table_bytes = 0;
   for ([[maybe_unused]] const auto _ : state) {
     const WavetableBank bank;
     const Engine engine(rate);
@@ -285,12 +284,12 @@ BENCHMARK(start_up)->Unit(benchmark::kMillisecond);
 int main(int argc, char** argv) {
   constexpr double per_cent = 100;
   constexpr double ms = 1e6;
-  bench::report_counter("music/ours", "core", "%", bench::at_most(0.5), per_cent);
-  bench::report_counter("music_with_four_effects_every_60_ms", "core", "%", bench::at_most(1),
-                        per_cent);
-  bench::report_counter("silence", "core", "%", std::nullopt, per_cent);
-  bench::report_counter("worst_block", "worst", "%", bench::at_most(5), per_cent);
-  bench::report_time("start_up", bench::at_most(60 * ms));
-  bench::report_growth("notes", {1, 3, 6, 12, 24, 48});
-  return bench::run(argc, argv);
+  kavo::bench::report_counter("music/ours", "core", "%", kavo::bench::at_most(0.5), per_cent);
+  kavo::bench::report_counter("music_with_four_effects_every_60_ms", "core", "%",
+                              kavo::bench::at_most(1), per_cent);
+  kavo::bench::report_counter("silence", "core", "%", std::nullopt, per_cent);
+  kavo::bench::report_counter("worst_block", "worst", "%", kavo::bench::at_most(5), per_cent);
+  kavo::bench::report_time("start_up", kavo::bench::at_most(60 * ms));
+  kavo::bench::report_growth("notes", {1, 3, 6, 12, 24, 48});
+  return kavo::bench::run(argc, argv);
 }

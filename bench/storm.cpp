@@ -24,11 +24,11 @@ void raise_storm() {
       if (random() % 10 < 6)
         put_cell(BOARD.get(), row, column, static_cast<double>(random() % 12 + 1));
   for (int64_t slot = 0; slot < NSTAR; ++slot)
-    test::put_star(slot, slot + 2, slot);
+    kavo::test::put_star(slot, slot + 2, slot);
 }
 
 void keep_storm_alive() {
-  test::fill_particle_pool();
+  kavo::test::fill_particle_pool();
   for (int64_t slot = 0; slot < NPOP; ++slot)
     run(ADDPOPUP(100, 100, 250));
   for (int64_t slot = 0; slot < NSTREAK; ++slot)

@@ -1,17 +1,17 @@
 #include "bench/storm_frame.h"
 
+#include <cstdlib>
+#include <map>
+#include <string_view>
+#include <utility>
+
 #include "bench/storm.h"
 #include "game/commands.h"
 #include "game/presentation/frame.h"
 #include "game/state.h"
 #include "host/screen/coordinates.h"
 
-#include <cstdlib>
-#include <map>
-#include <string_view>
-#include <utility>
-
-namespace bench {
+namespace kavo::bench {
 
 namespace {
 
@@ -103,7 +103,7 @@ void draw(kavo::host::Canvas& canvas, const Shape& shape) {
   }
 }
 
-} // namespace bench
+} // namespace kavo::bench
 
 // The linker puts these between the game and its host (--wrap), under these names.
 // NOLINTBEGIN(bugprone-reserved-identifier)
@@ -114,8 +114,8 @@ double __real_qorrt_call_typed_f64(int64_t handle, const char* name, const void*
 
 double __wrap_qorrt_call_typed_f64(int64_t handle, const char* name, const void* slots,
                                    const uint32_t* tags, int64_t n) {
-  if (bench::recorded != nullptr)
-    bench::record(name, static_cast<const qor_slot*>(slots), tags, n);
+  if (kavo::bench::recorded != nullptr)
+    kavo::bench::record(name, static_cast<const qor_slot*>(slots), tags, n);
   return __real_qorrt_call_typed_f64(handle, name, slots, tags, n);
 }
 }

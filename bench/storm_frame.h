@@ -6,13 +6,13 @@
 // its host there.
 #pragma once
 
-#include "host/screen/canvas.h"
-
 #include <array>
 #include <string>
 #include <vector>
 
-namespace bench {
+#include "host/screen/canvas.h"
+
+namespace kavo::bench {
 
 // A command decoded, so that drawing it costs what drawing costs.
 struct Shape {
@@ -40,4 +40,4 @@ Shapes record_storm_frame();
 
 void draw(kavo::host::Canvas& canvas, const Shape& shape);
 
-} // namespace bench
+} // namespace kavo::bench

@@ -5,7 +5,7 @@ namespace kavo::command {
 namespace {
 
 // An argument list as the bridge takes it: slots and tags side by side.
-template<std::size_t N>
+template<size_t N>
 struct Arguments {
   qor_slot slots[N];
   uint32_t tags[N];
@@ -24,12 +24,12 @@ struct Argument {
   uint32_t tag;
 };
 
-template<class... Ts>
+template<typename... Ts>
 Arguments<sizeof...(Ts)> pack(const Ts&... arguments) {
   return {{Argument(arguments).slot...}, {Argument(arguments).tag...}};
 }
 
-template<class... Ts>
+template<typename... Ts>
 double send(const char* name, const Ts&... arguments) {
   if constexpr (sizeof...(Ts) == 0) {
     return qorrt_call_typed_f64(qor_runtime_handle(), name, nullptr, nullptr, 0);
@@ -40,14 +40,14 @@ double send(const char* name, const Ts&... arguments) {
   }
 }
 
-template<class... Ts>
+template<typename... Ts>
 Out<Array> ask(const char* name, const Ts&... arguments) {
   const auto list = pack(arguments...);
   return Array(qorrt_call_typed_arr(qor_runtime_handle(), name, list.slots, list.tags,
                                     static_cast<int64_t>(sizeof...(Ts))));
 }
 
-template<class... Ts>
+template<typename... Ts>
 Out<> tell(const char* name, const Ts&... arguments) {
   send(name, arguments...);
   return {};

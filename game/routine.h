@@ -16,7 +16,7 @@
 namespace kavo {
 
 // What a routine gives back: a T, or its zero value when the routine was cut short.
-template<class T = void>
+template<typename T = void>
 class [[nodiscard]] Out {
 public:
   Out() = default;
@@ -32,11 +32,11 @@ class [[nodiscard]] Out<void> {};
 
 // Opens what DO and TRY were given: a routine's result, or any other value as it is.
 struct Opener {
-  template<class T>
+  template<typename T>
   static T open(Out<T>& out) {
     return std::move(out.value_);
   }
-  template<class T>
+  template<typename T>
   static T open(T& value) {
     return std::move(value);
   }

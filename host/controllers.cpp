@@ -97,7 +97,7 @@ void Controllers::unplug(SDL_JoystickID id, EventSink& sink) {
   Controller* controller = find(id);
   if (controller == nullptr)
     return;
-  for (std::size_t row = 0; row < bindings.size(); ++row)
+  for (size_t row = 0; row < bindings.size(); ++row)
     set_key(*controller, row, false, sink);
   controllers_.erase(controllers_.begin() + (controller - controllers_.data()));
 }
@@ -133,12 +133,12 @@ void Controllers::push(Controller& controller, int control, int value, int other
 }
 
 void Controllers::set_control(Controller& controller, int control, bool is_down, EventSink& sink) {
-  for (std::size_t row = 0; row < bindings.size(); ++row)
+  for (size_t row = 0; row < bindings.size(); ++row)
     if (bindings[row].control == control)
       set_key(controller, row, is_down, sink);
 }
 
-void Controllers::set_key(Controller& controller, std::size_t row, bool is_down, EventSink& sink) {
+void Controllers::set_key(Controller& controller, size_t row, bool is_down, EventSink& sink) {
   if (controller.held.test(row) == is_down)
     return;
   controller.held.set(row, is_down);

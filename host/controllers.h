@@ -37,7 +37,7 @@ public:
   static constexpr int first_scancode = SDL_NUM_SCANCODES;
 
 private:
-  static constexpr std::size_t most_keys = 32;
+  static constexpr size_t most_keys = 32;
 
   struct Close {
     void operator()(SDL_GameController* device) const { SDL_GameControllerClose(device); }
@@ -57,7 +57,7 @@ private:
                          EventSink& sink);
   static void push(Controller& controller, int control, int value, int other_axis, EventSink& sink);
   static void set_control(Controller& controller, int control, bool is_down, EventSink& sink);
-  static void set_key(Controller& controller, std::size_t row, bool is_down, EventSink& sink);
+  static void set_key(Controller& controller, size_t row, bool is_down, EventSink& sink);
 
   bool is_listening_;
   std::vector<Controller> controllers_;

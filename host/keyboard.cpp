@@ -8,7 +8,7 @@ namespace kavo::host {
 namespace {
 
 // More than anybody types in an animation; a program that never asks must not hoard.
-constexpr std::size_t most_waiting_presses = 1000;
+constexpr size_t most_waiting_presses = 1000;
 
 } // namespace
 
@@ -127,14 +127,14 @@ Keyboard::Ordinal Keyboard::press_after_release(const KeyState& released, const 
 
 // Drops presses that came before `end`, with their releases, so that whether the key is held stays
 // true; what came later is for the frames to come.
-void Keyboard::forget_presses(KeyState& state, Ordinal end, std::size_t most) {
-  const std::size_t most_changes = 2 * most + (state.was_reported_held ? 1 : 0);
+void Keyboard::forget_presses(KeyState& state, Ordinal end, size_t most) {
+  const size_t most_changes = 2 * most + (state.was_reported_held ? 1 : 0);
   const auto later = std::ranges::lower_bound(state.unreported, end);
-  const auto changes = static_cast<std::size_t>(later - state.unreported.begin());
+  const auto changes = static_cast<size_t>(later - state.unreported.begin());
   if (changes <= most_changes)
     return;
-  const std::size_t excess = (changes - most_changes + 1) / 2 * 2;
-  state.unreported.erase(later - static_cast<std::ptrdiff_t>(excess), later);
+  const size_t excess = (changes - most_changes + 1) / 2 * 2;
+  state.unreported.erase(later - static_cast<ptrdiff_t>(excess), later);
 }
 
 } // namespace kavo::host

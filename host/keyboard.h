@@ -68,7 +68,7 @@ private:
   bool report(KeyState& state);
   Ordinal end_of_this_frame();
   static Ordinal press_after_release(const KeyState& released, const KeyState& pressed);
-  static void forget_presses(KeyState& state, Ordinal end, std::size_t most);
+  static void forget_presses(KeyState& state, Ordinal end, size_t most);
 
   std::vector<KeyState> keys_;
   std::vector<HeldSource> held_;

@@ -1,12 +1,12 @@
 #include "runtime/array.h"
 
+#include <algorithm>
+#include <cstdlib>
+
 #include "runtime/internal/array_slots.h"
 #include "runtime/internal/memory.h"
 #include "runtime/internal/numbers.h"
 #include "runtime/internal/strings.h"
-
-#include <algorithm>
-#include <cstdlib>
 
 namespace {
 
@@ -24,7 +24,7 @@ void copy_slots(QorArray* result, int64_t first, const QorArray* source) {
 }
 
 uint8_t* new_tags(const QorArray* array, int64_t length) {
-  auto* tags = static_cast<uint8_t*>(qor::allocate_zeroed(static_cast<std::size_t>(length), 1));
+  auto* tags = static_cast<uint8_t*>(qor::allocate_zeroed(static_cast<size_t>(length), 1));
   if (array != nullptr && array->tags != nullptr)
     std::copy_n(array->tags, array->length, tags);
   return tags;
@@ -34,7 +34,7 @@ uint8_t* new_tags(const QorArray* array, int64_t length) {
 
 QorArray* qor::new_uninitialised_array(int64_t length, uint32_t flags) {
   auto* array = static_cast<QorArray*>(allocate(sizeof(QorArray)));
-  const auto count = static_cast<std::size_t>(std::max<int64_t>(length, 0));
+  const auto count = static_cast<size_t>(std::max<int64_t>(length, 0));
   *array = {.data = static_cast<double*>(allocate_many(count, sizeof(double))),
             .length = static_cast<int64_t>(count),
             .flags = flags,
@@ -44,7 +44,7 @@ QorArray* qor::new_uninitialised_array(int64_t length, uint32_t flags) {
 
 QorArray* qor_array_new(int64_t count) {
   auto* array = static_cast<QorArray*>(qor::allocate(sizeof(QorArray)));
-  const auto length = static_cast<std::size_t>(std::max<int64_t>(count, 0));
+  const auto length = static_cast<size_t>(std::max<int64_t>(count, 0));
   *array = {.data = static_cast<double*>(qor::allocate_zeroed(length, sizeof(double))),
             .length = static_cast<int64_t>(length),
             .flags = 0,

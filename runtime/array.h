@@ -9,8 +9,7 @@
 
    A null array is an empty one. Indexes start at 0; reading out of range gives 0.0 (or null, or
    ""), writing out of range does nothing, and neither is an error. */
-#ifndef QOR_ARRAY_H
-#define QOR_ARRAY_H
+#pragma once
 
 #include "runtime/value.h"
 
@@ -109,6 +108,4 @@ QorArray* qor_filter_fn(double (*predicate)(double), const QorArray* array);
 
 #ifdef __cplusplus
 }
-#endif
-
 #endif

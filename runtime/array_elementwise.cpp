@@ -1,8 +1,8 @@
 // The mathematical functions over arrays.
+#include <cmath>
+
 #include "runtime/array_math.h"
 #include "runtime/internal/elementwise.h"
-
-#include <cmath>
 
 using qor::mapped;
 

@@ -1,12 +1,12 @@
 #include "runtime/array_functions.h"
 
-#include "runtime/array.h"
-#include "runtime/array_select.h"
-#include "runtime/internal/elementwise.h"
-
 #include <algorithm>
 #include <functional>
 #include <numeric>
+
+#include "runtime/array.h"
+#include "runtime/array_select.h"
+#include "runtime/internal/elementwise.h"
 
 namespace {
 
@@ -22,7 +22,7 @@ template<typename Function>
 QorArray* numbers_to_strings(const QorArray* array, Function function) {
   const qor::Numbers values(array);
   return new_strings(static_cast<int64_t>(values.size()),
-                     [&](int64_t i) { return function(values[static_cast<std::size_t>(i)]); });
+                     [&](int64_t i) { return function(values[static_cast<size_t>(i)]); });
 }
 
 int64_t prefix_length(double (*predicate)(double), const QorArray* array) {
@@ -107,7 +107,7 @@ QorArray* qor_outer_fn(double (*function)(double, double), const QorArray* a, co
     return qor::new_rows(0, [](int64_t) -> QorArray* { return nullptr; });
   const auto left = qor::slots_of(a);
   return qor::new_rows(std::ssize(left), [&](int64_t i) {
-    const double x = left[static_cast<std::size_t>(i)];
+    const double x = left[static_cast<size_t>(i)];
     auto* row = qor::new_uninitialised_array(qor_array_len(b), 0);
     std::ranges::transform(qor::slots_of(b), row->data, [=](double y) { return function(x, y); });
     return row;

@@ -5,8 +5,7 @@
    arguments behind the element are the same for all. Strings that a function returns are its
    caller's, so the library takes them over. Results are new arrays for the caller. A null function
    gives an empty array, or 0.0. */
-#ifndef QOR_ARRAY_FUNCTIONS_H
-#define QOR_ARRAY_FUNCTIONS_H
+#pragma once
 
 #include "runtime/value.h"
 
@@ -52,6 +51,4 @@ QorArray* qor_outer_fn(double (*function)(double, double), const QorArray* a, co
 
 #ifdef __cplusplus
 }
-#endif
-
 #endif

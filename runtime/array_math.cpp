@@ -1,12 +1,12 @@
 #include "runtime/array_math.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include "runtime/array.h"
 #include "runtime/internal/elementwise.h"
 #include "runtime/internal/numbers.h"
 #include "runtime/text.h"
-
-#include <algorithm>
-#include <cmath>
 
 namespace {
 

@@ -4,8 +4,7 @@
    them with qor_array_free_deep); a number beside a row stands for a row full of it. Of two arrays
    of different lengths the shorter decides. A string counts as 0.0 wherever a number is needed,
    and tags are not read. Result flags are 0 unless said otherwise. */
-#ifndef QOR_ARRAY_MATH_H
-#define QOR_ARRAY_MATH_H
+#pragma once
 
 #include "runtime/value.h"
 
@@ -78,6 +77,4 @@ QorArray* qor_array_trunc(const QorArray* array);
 
 #ifdef __cplusplus
 }
-#endif
-
 #endif

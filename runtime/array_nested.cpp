@@ -1,14 +1,14 @@
 // What an array's slots refer to: their tags, ownership, shape and the extremes over all rows.
+#include <algorithm>
+#include <bit>
+#include <functional>
+#include <optional>
+
 #include "runtime/array.h"
 #include "runtime/internal/array_slots.h"
 #include "runtime/internal/memory.h"
 #include "runtime/internal/strings.h"
 #include "runtime/text.h"
-
-#include <algorithm>
-#include <bit>
-#include <functional>
-#include <optional>
 
 namespace {
 
@@ -97,7 +97,7 @@ QorArray* qor_array_copy_deep(const QorArray* array) {
   for (int64_t i = 0; i < array->length; ++i)
     copy->data[i] = copy_of_slot(array, i);
   if (array->tags != nullptr) {
-    copy->tags = static_cast<uint8_t*>(qor::allocate(static_cast<std::size_t>(array->length)));
+    copy->tags = static_cast<uint8_t*>(qor::allocate(static_cast<size_t>(array->length)));
     std::copy_n(array->tags, array->length, copy->tags);
   }
   return copy;

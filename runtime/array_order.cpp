@@ -1,11 +1,5 @@
 #include "runtime/array_order.h"
 
-#include "runtime/array.h"
-#include "runtime/internal/array_slots.h"
-#include "runtime/internal/numbers.h"
-#include "runtime/internal/stable_sort.h"
-#include "runtime/internal/strings.h"
-
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
@@ -13,6 +7,12 @@
 #include <string_view>
 #include <utility>
 #include <vector>
+
+#include "runtime/array.h"
+#include "runtime/internal/array_slots.h"
+#include "runtime/internal/numbers.h"
+#include "runtime/internal/stable_sort.h"
+#include "runtime/internal/strings.h"
 
 namespace {
 
@@ -23,8 +23,8 @@ void for_each_part(std::span<const double> slots, Sort sort) {
   const auto is_nan = [](double slot) { return slot != slot; };
   if (std::ranges::count_if(slots, is_nan) == 0) // which the compiler vectorises
     return sort(0, slots.size());
-  std::size_t first = 0;
-  for (std::size_t i = 0; i < slots.size(); ++i)
+  size_t first = 0;
+  for (size_t i = 0; i < slots.size(); ++i)
     if (std::isnan(slots[i])) {
       sort(first, i - first);
       first = i + 1;
@@ -37,9 +37,9 @@ template<typename Payload>
 std::vector<qor::Sortable> sorted_numbers(const QorArray* array, Payload payload) {
   const auto slots = qor::slots_of(array);
   std::vector<qor::Sortable> items(slots.size());
-  for (std::size_t i = 0; i < slots.size(); ++i)
+  for (size_t i = 0; i < slots.size(); ++i)
     items[i] = {.key = qor::sort_key(slots[i]), .payload = payload(i)};
-  for_each_part(slots, [&items](std::size_t first, std::size_t count) {
+  for_each_part(slots, [&items](size_t first, size_t count) {
     qor::sort_stably(std::span(items).subspan(first, count));
   });
   return items;
@@ -48,7 +48,7 @@ std::vector<qor::Sortable> sorted_numbers(const QorArray* array, Payload payload
 // The same for numbers alone, where a list is short enough for the standard library's sort.
 QorArray* new_sorted_short(const QorArray* array) {
   auto* result = qor_array_append_arr(array, nullptr);
-  for_each_part(qor::slots_of(array), [result](std::size_t first, std::size_t count) {
+  for_each_part(qor::slots_of(array), [result](size_t first, size_t count) {
     std::ranges::stable_sort(std::span(result->data + first, count));
   });
   return result;
@@ -57,7 +57,7 @@ QorArray* new_sorted_short(const QorArray* array) {
 template<typename Payload>
 std::vector<qor::Sortable> sorted_strings(const QorArray* array, Payload payload) {
   std::vector<std::pair<std::string_view, double>> texts;
-  for (std::size_t i = 0; i < static_cast<std::size_t>(array->length); ++i)
+  for (size_t i = 0; i < static_cast<size_t>(array->length); ++i)
     texts.emplace_back(qor::bytes_of(qor_array_get_str(array, static_cast<int64_t>(i))),
                        payload(i));
   std::ranges::stable_sort(texts, {}, &std::pair<std::string_view, double>::first);
@@ -113,13 +113,13 @@ QorArray* qor_array_sort(const QorArray* array) {
     return new_sorted_short(array);
   const auto slots = qor::slots_of(array);
   return new_sorted(array, array == nullptr ? 0 : array->flags,
-                    [slots](std::size_t i) { return slots[i]; });
+                    [slots](size_t i) { return slots[i]; });
 }
 
 QorArray* qor_grade(const QorArray* array) {
   if (qor::has_rows(array))
     return qor_iota3(array->length, 0.0, 1.0);
-  return new_sorted(array, 0, [](std::size_t i) { return static_cast<double>(i); });
+  return new_sorted(array, 0, [](size_t i) { return static_cast<double>(i); });
 }
 
 // Fisher and Yates, from the end.

@@ -1,8 +1,7 @@
 /* Arrays made from nothing, and arrays in another order. Results are new and the caller's; what
    slots refer to stays shared with the original, as everywhere. Flags are kept, tags are not
    carried. */
-#ifndef QOR_ARRAY_ORDER_H
-#define QOR_ARRAY_ORDER_H
+#pragma once
 
 #include "runtime/value.h"
 
@@ -33,6 +32,4 @@ QorArray* qor_array_shuffle(const QorArray* array);
 
 #ifdef __cplusplus
 }
-#endif
-
 #endif

@@ -1,9 +1,5 @@
 #include "runtime/array_select.h"
 
-#include "runtime/array.h"
-#include "runtime/internal/array_slots.h"
-#include "runtime/internal/strings.h"
-
 #include <algorithm>
 #include <bit>
 #include <cmath>
@@ -14,6 +10,10 @@
 #include <unordered_set>
 #include <vector>
 
+#include "runtime/array.h"
+#include "runtime/internal/array_slots.h"
+#include "runtime/internal/strings.h"
+
 namespace {
 
 uint32_t untagged_flags(const QorArray* array) {
@@ -22,9 +22,9 @@ uint32_t untagged_flags(const QorArray* array) {
 
 QorArray* new_slice(const QorArray* array, int64_t first, int64_t length) {
   auto* result = qor::new_uninitialised_array(length, untagged_flags(array));
-  std::ranges::copy(qor::slots_of(array).subspan(static_cast<std::size_t>(first),
-                                                 static_cast<std::size_t>(length)),
-                    result->data);
+  std::ranges::copy(
+      qor::slots_of(array).subspan(static_cast<size_t>(first), static_cast<size_t>(length)),
+      result->data);
   return result;
 }
 

@@ -4,8 +4,7 @@
 
    Numbers are the same when they are equal or both NaN; strings when their bytes are; rows when
    they are one and the same row. */
-#ifndef QOR_ARRAY_SELECT_H
-#define QOR_ARRAY_SELECT_H
+#pragma once
 
 #include "runtime/value.h"
 
@@ -39,6 +38,4 @@ QorArray* qor_array_flatten(const QorArray* array);
 
 #ifdef __cplusplus
 }
-#endif
-
 #endif

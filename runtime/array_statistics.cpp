@@ -1,10 +1,5 @@
 #include "runtime/array_statistics.h"
 
-#include "runtime/array.h"
-#include "runtime/array_math.h"
-#include "runtime/array_order.h"
-#include "runtime/internal/elementwise.h"
-
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -13,22 +8,27 @@
 #include <span>
 #include <vector>
 
+#include "runtime/array.h"
+#include "runtime/array_math.h"
+#include "runtime/array_order.h"
+#include "runtime/internal/elementwise.h"
+
 namespace {
 
 using Run = std::span<const double>;
 
-constexpr std::size_t lanes = 8;
-constexpr std::size_t shortest_for_lanes = 64;
+constexpr size_t lanes = 8;
+constexpr size_t shortest_for_lanes = 64;
 
 // The sum of term(0) to term(length - 1). Side by side, partial sums do not wait for each other.
 template<typename Term>
-double summed(std::size_t length, Term term) {
+double summed(size_t length, Term term) {
   double sum = 0.0;
-  std::size_t i = 0;
+  size_t i = 0;
   if (length >= shortest_for_lanes) {
     std::array<double, lanes> partial{};
     for (; i + lanes <= length; i += lanes)
-      for (std::size_t lane = 0; lane < lanes; ++lane)
+      for (size_t lane = 0; lane < lanes; ++lane)
         partial[lane] += term(i + lane);
     sum = std::accumulate(partial.begin(), partial.end(), 0.0);
   }
@@ -38,7 +38,7 @@ double summed(std::size_t length, Term term) {
 }
 
 double sum_of(Run run) {
-  return summed(run.size(), [run](std::size_t i) { return run[i]; });
+  return summed(run.size(), [run](size_t i) { return run[i]; });
 }
 
 bool is_set(double x) {
@@ -88,7 +88,7 @@ double qor_array_dot(const QorArray* a, const QorArray* b) {
   const qor::Numbers left(a);
   const qor::Numbers right(b);
   return summed(std::min(left.size(), right.size()),
-                [x = left.data(), y = right.data()](std::size_t i) { return x[i] * y[i]; });
+                [x = left.data(), y = right.data()](size_t i) { return x[i] * y[i]; });
 }
 
 int qor_array_any(const QorArray* array) {
@@ -117,8 +117,8 @@ double qor_array_variance(const QorArray* array) {
   const double mean = qor_mean(array);
   double squares = 0.0;
   qor::for_each_run(array, [&squares, mean](Run run) {
-    squares += summed(run.size(),
-                      [run, mean](std::size_t i) { return (run[i] - mean) * (run[i] - mean); });
+    squares +=
+        summed(run.size(), [run, mean](size_t i) { return (run[i] - mean) * (run[i] - mean); });
   });
   return squares / static_cast<double>(count);
 }

@@ -1,7 +1,6 @@
 /* Reductions, statistics and running totals. A nested array counts with the numbers of all its
    rows; strings are no numbers. Null and empty arrays give what each comment says. */
-#ifndef QOR_ARRAY_STATISTICS_H
-#define QOR_ARRAY_STATISTICS_H
+#pragma once
 
 #include "runtime/value.h"
 
@@ -36,6 +35,4 @@ QorArray* qor_array_cumprod(const QorArray* array);
 
 #ifdef __cplusplus
 }
-#endif
-
 #endif

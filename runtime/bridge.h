@@ -1,8 +1,7 @@
 /* The runtime's side of the host bridge: the process arguments, the host's handle, and the tables
    of event handlers. Not synchronised; the host delivers events on the thread that runs the
    program. */
-#ifndef QOR_BRIDGE_H
-#define QOR_BRIDGE_H
+#pragma once
 
 #include "runtime/value.h"
 
@@ -48,6 +47,4 @@ void qor_event_raise_str(const char* name, const char* text);
 
 #ifdef __cplusplus
 }
-#endif
-
 #endif

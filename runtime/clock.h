@@ -1,7 +1,6 @@
 /* The monotonic clock. It stands in a source of its own, so that a program which defines these two
    functions itself (a scripted clock) never pulls it in. */
-#ifndef QOR_CLOCK_H
-#define QOR_CLOCK_H
+#pragma once
 
 #include <stdint.h>
 
@@ -17,6 +16,4 @@ void qor_sleep(uint32_t milliseconds);
 
 #ifdef __cplusplus
 }
-#endif
-
 #endif

@@ -1,15 +1,15 @@
 #include "runtime/dates.h"
 
+#include <algorithm>
+#include <cmath>
+#include <ctime>
+#include <string>
+
 #include "runtime/array.h"
 #include "runtime/internal/array_slots.h"
 #include "runtime/internal/calendar.h"
 #include "runtime/internal/numbers.h"
 #include "runtime/internal/strings.h"
-
-#include <algorithm>
-#include <cmath>
-#include <ctime>
-#include <string>
 
 namespace {
 
@@ -59,9 +59,9 @@ int64_t field_in_text(const char* date, int64_t DateTime::*field) {
 
 // strftime says 0 both for no room and for no text, so the buffer grows to a bound.
 std::string by_format(const std::string& format, const std::tm& fields) {
-  constexpr std::size_t longest_result = 255;
-  constexpr std::size_t longest_buffer = 1 << 20;
-  for (std::size_t size = 1024 + format.size(); size <= longest_buffer; size *= 4) {
+  constexpr size_t longest_result = 255;
+  constexpr size_t longest_buffer = 1 << 20;
+  for (size_t size = 1024 + format.size(); size <= longest_buffer; size *= 4) {
     std::string text(size, '\0');
     const auto length = std::strftime(text.data(), size, format.c_str(), &fields);
     if (length > 0)

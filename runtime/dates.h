@@ -4,8 +4,7 @@
    Reading takes year-month-day hour:minute:second, of which the first three must be there and the
    rest are 0 when missing; leading white space, missing zeros and text behind are fine. Text that
    cannot be read gives "", 0 or 0.0 and no error. Strings are new and the caller's. */
-#ifndef QOR_DATES_H
-#define QOR_DATES_H
+#pragma once
 
 #include "runtime/value.h"
 
@@ -63,6 +62,4 @@ QorArray* qor_datediff_vec(const char* unit, const QorArray* a, const QorArray* 
 
 #ifdef __cplusplus
 }
-#endif
-
 #endif

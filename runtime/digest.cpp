@@ -1,11 +1,11 @@
 #include "runtime/digest.h"
 
+#include <cstring>
+
 #include "runtime/internal/base64.h"
 #include "runtime/internal/sha256.h"
 #include "runtime/internal/strings.h"
 #include "runtime/qorrt.h"
-
-#include <cstring>
 
 char* qor_sha256(const char* s) {
   constexpr std::string_view digits = "0123456789abcdef";

@@ -1,7 +1,6 @@
 /* SHA-256 and Base64, as text. Results are new strings for the caller. The processor's own
    instructions do the work where it has them. */
-#ifndef QOR_DIGEST_H
-#define QOR_DIGEST_H
+#pragma once
 
 #ifdef __cplusplus
 extern "C" {
@@ -22,6 +21,4 @@ char* qor_base64_decode(const char* s);
 
 #ifdef __cplusplus
 }
-#endif
-
 #endif

@@ -1,11 +1,11 @@
 #include "runtime/encoding.h"
 
-#include "runtime/internal/code_page.h"
-#include "runtime/internal/utf.h"
-
 #include <algorithm>
 #include <array>
 #include <iterator>
+
+#include "runtime/internal/code_page.h"
+#include "runtime/internal/utf.h"
 
 namespace {
 

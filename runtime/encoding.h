@@ -10,8 +10,7 @@
 // A conversion fails as a whole: when the name is unknown, when the input is not of its encoding
 // (a lone surrogate, an overlong sequence, an undefined byte), or when a character has no place in
 // the target. It then returns "" and sets `*ok` (which may be null) to false.
-#ifndef QOR_ENCODING_H
-#define QOR_ENCODING_H
+#pragma once
 
 #ifdef __cplusplus
 
@@ -37,7 +36,5 @@ std::string utf8_to_utf16(std::string_view text, bool big_endian, bool* ok = nul
 void utf8_append_cp(std::string& text, uint32_t code_point);
 
 } // namespace qor_enc
-
-#endif
 
 #endif

@@ -1,15 +1,15 @@
 #include "runtime/error.h"
 
-#include "runtime/internal/strings.h"
-
 #include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
+#include "runtime/internal/strings.h"
+
 namespace {
 
-constexpr std::size_t message_size = 512;
+constexpr size_t message_size = 512;
 
 struct Error {
   std::array<char, message_size> message{};

@@ -1,8 +1,7 @@
 /* The pending error: one process-wide message and code, beside the last ones ever set. A function
    that reports an error sets both pairs; whoever handles it dismisses the pending one. Not
    synchronised: one thread runs the program. */
-#ifndef QOR_ERROR_H
-#define QOR_ERROR_H
+#pragma once
 
 #include <stdint.h>
 
@@ -38,6 +37,4 @@ QOR_NORETURN void qor_throw_uncaught(void);
 
 #ifdef __cplusplus
 }
-#endif
-
 #endif

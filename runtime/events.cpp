@@ -1,14 +1,14 @@
-#include "runtime/array.h"
-#include "runtime/bridge.h"
-#include "runtime/internal/array_slots.h"
-#include "runtime/internal/strings.h"
-#include "runtime/map.h"
-
 #include <algorithm>
 #include <array>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+
+#include "runtime/array.h"
+#include "runtime/bridge.h"
+#include "runtime/internal/array_slots.h"
+#include "runtime/internal/strings.h"
+#include "runtime/map.h"
 
 namespace {
 
@@ -50,7 +50,7 @@ NamedHandlers& named_handlers() {
 QorMap* new_event_map(const InputEvent& event, const int64_t* values, int64_t count) {
   auto* map = qor_map_new();
   for (int64_t i = 0; i < count && i < std::ssize(event.fields); ++i) {
-    const char* field = event.fields[static_cast<std::size_t>(i)];
+    const char* field = event.fields[static_cast<size_t>(i)];
     if (field == nullptr)
       break;
     if (field == text_field)

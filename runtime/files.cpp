@@ -1,14 +1,14 @@
 // Text files, read and written in one piece.
 #include "runtime/files.h"
 
-#include "runtime/encoding.h"
-#include "runtime/internal/strings.h"
-
 #include <array>
 #include <cstdio>
 #include <memory>
 #include <string>
 #include <string_view>
+
+#include "runtime/encoding.h"
+#include "runtime/internal/strings.h"
 
 namespace {
 

@@ -3,8 +3,7 @@
    Text inside the program is UTF-8; files may be in any encoding of runtime/encoding.h. A null
    path names nothing. All returned strings are new and the caller's. Only qor_cd reports an
    error: what cannot be read is "", what cannot be written is skipped, silently. */
-#ifndef QOR_FILES_H
-#define QOR_FILES_H
+#pragma once
 
 #include <stdint.h>
 
@@ -68,6 +67,4 @@ void qor_setenv(const char* name, const char* value);
 
 #ifdef __cplusplus
 }
-#endif
-
 #endif

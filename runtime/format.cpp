@@ -1,11 +1,5 @@
 #include "runtime/format.h"
 
-#include "runtime/bridge.h"
-#include "runtime/internal/array_slots.h"
-#include "runtime/internal/placeholder.h"
-#include "runtime/internal/strings.h"
-#include "runtime/qorrt.h"
-
 #include <algorithm>
 #include <cstdlib>
 #include <initializer_list>
@@ -14,9 +8,15 @@
 #include <string_view>
 #include <vector>
 
+#include "runtime/bridge.h"
+#include "runtime/internal/array_slots.h"
+#include "runtime/internal/placeholder.h"
+#include "runtime/internal/strings.h"
+#include "runtime/qorrt.h"
+
 namespace {
 
-constexpr std::size_t longest_output = 4090;
+constexpr size_t longest_output = 4090;
 
 struct Argument {
   char kind = 'f';
@@ -51,7 +51,7 @@ class Formatter {
 public:
   Formatter(std::string_view format, std::span<const Argument> arguments)
       : rest_(format), arguments_(arguments) {
-    constexpr std::size_t usual_length = 8;
+    constexpr size_t usual_length = 8;
     output_.reserve(format.size() + arguments.size() * usual_length);
   }
 
@@ -73,7 +73,7 @@ private:
       fill_or_copy();
   }
 
-  void copy_brace(std::size_t read) {
+  void copy_brace(size_t read) {
     output_ += '{';
     rest_.remove_prefix(read);
   }
@@ -92,7 +92,7 @@ private:
 
   std::string_view rest_;
   std::span<const Argument> arguments_;
-  std::size_t next_ = 0;
+  size_t next_ = 0;
   bool has_close_ = true; // once none is found there is none further on
   std::string output_;
 };

@@ -15,8 +15,7 @@
    Numbers are truncated toward zero for d, x and X. A placeholder without argument formats 0. One
    placeholder gives at most 255 bytes, the whole text at most 4090; both are cut silently. All
    results are new strings for the caller. */
-#ifndef QOR_FORMAT_H
-#define QOR_FORMAT_H
+#pragma once
 
 #include "runtime/value.h"
 
@@ -45,6 +44,4 @@ char* qor_format4_t(const char* format, const char* types, qor_slot a, qor_slot 
 
 #ifdef __cplusplus
 }
-#endif
-
 #endif

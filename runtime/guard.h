@@ -1,6 +1,5 @@
 /* The recursion guard: a depth per thread that every routine raises on entry and lowers on exit. */
-#ifndef QOR_GUARD_H
-#define QOR_GUARD_H
+#pragma once
 
 #include <stdint.h>
 
@@ -23,6 +22,4 @@ void qor_recursion_reset_to(int64_t depth);
 
 #ifdef __cplusplus
 }
-#endif
-
 #endif

@@ -1,14 +1,14 @@
 #include "runtime/map.h"
 
-#include "runtime/internal/memory.h"
-#include "runtime/internal/numbers_to_text.h"
-#include "runtime/internal/strings.h"
-#include "runtime/text.h"
-
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <span>
+
+#include "runtime/internal/memory.h"
+#include "runtime/internal/numbers_to_text.h"
+#include "runtime/internal/strings.h"
+#include "runtime/text.h"
 
 namespace {
 
@@ -19,14 +19,14 @@ int64_t index_of(const QorMap* map, const char* key) {
   if (map == nullptr || key == nullptr)
     return absent;
   const auto is_key = [key](const char* other) { return std::strcmp(key, other) == 0; };
-  const std::span<char* const> keys(map->keys, static_cast<std::size_t>(map->count));
+  const std::span<char* const> keys(map->keys, static_cast<size_t>(map->count));
   const auto found = std::ranges::find_if(keys, is_key);
   return found == keys.end() ? absent : found - keys.begin();
 }
 
 template<typename T>
 void resize(T*& block, int64_t count) {
-  block = static_cast<T*>(qor::reallocate(block, static_cast<std::size_t>(count) * sizeof(T)));
+  block = static_cast<T*>(qor::reallocate(block, static_cast<size_t>(count) * sizeof(T)));
 }
 
 void grow(QorMap& map) {

@@ -2,8 +2,7 @@
 
    A null map or key makes every setter do nothing and every getter give its empty result; neither
    is an error, nor is an absent key. Keys differ in case. */
-#ifndef QOR_MAP_H
-#define QOR_MAP_H
+#pragma once
 
 #include "runtime/value.h"
 
@@ -58,6 +57,4 @@ char* qor_map_str(const QorMap* map);
 
 #ifdef __cplusplus
 }
-#endif
-
 #endif

@@ -1,14 +1,14 @@
 // A map as text.
-#include "runtime/internal/numbers_to_text.h"
-#include "runtime/internal/strings.h"
-#include "runtime/map.h"
-#include "runtime/system.h"
-
 #include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
 #include <string_view>
+
+#include "runtime/internal/numbers_to_text.h"
+#include "runtime/internal/strings.h"
+#include "runtime/map.h"
+#include "runtime/system.h"
 
 namespace {
 

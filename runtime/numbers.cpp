@@ -1,9 +1,9 @@
 #include "runtime/numbers.h"
 
-#include "runtime/internal/numbers.h"
-
 #include <algorithm>
 #include <cmath>
+
+#include "runtime/internal/numbers.h"
 
 int64_t qor_int(double x) {
   return qor::truncate_to_int64(x);

@@ -1,7 +1,6 @@
 /* Numbers: conversions to integers and the small mathematical helpers. All are total: NaN, the
    infinities and values out of range are harmless. */
-#ifndef QOR_NUMBERS_H
-#define QOR_NUMBERS_H
+#pragma once
 
 #include <stdint.h>
 
@@ -38,6 +37,4 @@ double qor_round_p(double x, int64_t places);
 
 #ifdef __cplusplus
 }
-#endif
-
 #endif

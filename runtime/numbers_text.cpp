@@ -1,14 +1,14 @@
 #include "runtime/numbers_text.h"
 
-#include "runtime/internal/numbers_to_text.h"
-#include "runtime/internal/strings.h"
-
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
+
+#include "runtime/internal/numbers_to_text.h"
+#include "runtime/internal/strings.h"
 
 namespace {
 
@@ -22,18 +22,18 @@ char* new_grouped(std::string_view digits) {
     *out++ = '-';
     digits.remove_prefix(1);
   }
-  for (std::size_t left = digits.size(); left > 0; --left) {
+  for (size_t left = digits.size(); left > 0; --left) {
     const bool is_group_start = left != digits.size() && left % 3 == 0;
     if (is_group_start)
       *out++ = '.';
     *out++ = digits[digits.size() - left];
   }
-  return qor::new_string({grouped.data(), static_cast<std::size_t>(out - grouped.begin())});
+  return qor::new_string({grouped.data(), static_cast<size_t>(out - grouped.begin())});
 }
 
 // Written where it stays: malloc has no block shorter than the longest integer.
 char* new_integer(int64_t value) {
-  constexpr std::size_t longest = 20; // the sign and 19 digits
+  constexpr size_t longest = 20; // the sign and 19 digits
   auto* text = qor::new_uninitialised_string(longest);
   *std::to_chars(text, text + longest, value).ptr = '\0';
   return text;
@@ -44,7 +44,7 @@ char* new_digits(uint64_t value, int base) {
   auto* end = std::to_chars(digits.begin(), digits.end(), value, base).ptr;
   std::transform(digits.begin(), end, digits.begin(),
                  [](char c) { return c >= 'a' ? static_cast<char>(c - 'a' + 'A') : c; });
-  return qor::new_string({digits.data(), static_cast<std::size_t>(end - digits.begin())});
+  return qor::new_string({digits.data(), static_cast<size_t>(end - digits.begin())});
 }
 
 bool starts_plain_decimal(const char* s) {

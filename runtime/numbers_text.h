@@ -1,7 +1,6 @@
 /* Numbers and truth values as text, and back. All results are new strings for the caller. The text
    never depends on the C library's locale, only on qor_setlocale. */
-#ifndef QOR_NUMBERS_TEXT_H
-#define QOR_NUMBERS_TEXT_H
+#pragma once
 
 #include <stdint.h>
 
@@ -38,6 +37,4 @@ double qor_val(const char* s);
 
 #ifdef __cplusplus
 }
-#endif
-
 #endif

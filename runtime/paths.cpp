@@ -1,7 +1,6 @@
 // Directories, paths and the environment.
-#include "runtime/error.h"
-#include "runtime/files.h"
-#include "runtime/internal/strings.h"
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <array>
 #include <cstdlib>
@@ -10,8 +9,9 @@
 #include <string>
 #include <string_view>
 
-#include <sys/stat.h>
-#include <unistd.h>
+#include "runtime/error.h"
+#include "runtime/files.h"
+#include "runtime/internal/strings.h"
 
 namespace {
 
@@ -40,7 +40,7 @@ void qor_rmdir(const char* path) {
 }
 
 char* qor_pwd() {
-  constexpr std::size_t longest_path = 4096;
+  constexpr size_t longest_path = 4096;
   std::array<char, longest_path + 1> path{};
   const char* found = getcwd(path.data(), path.size());
   return qor::new_string(qor::text_of(found));

@@ -1,10 +1,10 @@
 #include "runtime/print.h"
 
-#include "runtime/internal/numbers_to_text.h"
-
 #include <algorithm>
 #include <cinttypes>
 #include <cstdio>
+
+#include "runtime/internal/numbers_to_text.h"
 
 void qor_print_str(const char* text) {
   if (text != nullptr)

@@ -1,6 +1,5 @@
 /* Output of single values to standard output, and trace lines to standard error. */
-#ifndef QOR_PRINT_H
-#define QOR_PRINT_H
+#pragma once
 
 #include <stdint.h>
 
@@ -28,6 +27,4 @@ void qor_trace(const char* file, int64_t line);
 
 #ifdef __cplusplus
 }
-#endif
-
 #endif

@@ -1,6 +1,5 @@
 /* The runtime library, whole: one header per area. */
-#ifndef QOR_QOR_H
-#define QOR_QOR_H
+#pragma once
 
 #include "runtime/array.h"
 #include "runtime/array_functions.h"
@@ -27,5 +26,3 @@
 #include "runtime/system.h"
 #include "runtime/text.h"
 #include "runtime/value.h"
-
-#endif

@@ -1,8 +1,7 @@
 /* The host library's thirteen operations, the only way from a program to screen, keyboard,
    sound and chance. All are called from one thread. Whatever library offers these symbols is a
    host: the real one, a recording one, one that fails on command. */
-#ifndef QOR_QORRT_H
-#define QOR_QORRT_H
+#pragma once
 
 #include "runtime/value.h"
 
@@ -58,6 +57,4 @@ int64_t qorrt_strlen(const char* s);
 
 #ifdef __cplusplus
 }
-#endif
-
 #endif

@@ -1,10 +1,10 @@
 #include "runtime/record.h"
 
-#include "runtime/internal/strings.h"
-
 #include <memory>
 #include <string>
 #include <unordered_map>
+
+#include "runtime/internal/strings.h"
 
 struct QorRecord {
   std::string type_name;

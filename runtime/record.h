@@ -3,8 +3,7 @@
 
    A null record or field makes the setters do nothing and the getters give their empty result;
    neither is an error, nor is an absent field. */
-#ifndef QOR_RECORD_H
-#define QOR_RECORD_H
+#pragma once
 
 #ifdef __cplusplus
 extern "C" {
@@ -29,6 +28,4 @@ char* qor_udt_get_str(const QorRecord* record, const char* field);
 
 #ifdef __cplusplus
 }
-#endif
-
 #endif

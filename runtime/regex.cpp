@@ -5,10 +5,6 @@
 
 #include "runtime/regex.h"
 
-#include "runtime/internal/deep_stack.h"
-#include "runtime/internal/string_list.h"
-#include "runtime/internal/strings.h"
-
 #include <algorithm>
 #include <iterator>
 #include <optional>
@@ -16,6 +12,10 @@
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "runtime/internal/deep_stack.h"
+#include "runtime/internal/string_list.h"
+#include "runtime/internal/strings.h"
 
 namespace {
 
@@ -30,12 +30,12 @@ constexpr double most_states = 100000; // the library refuses patterns beyond th
 constexpr double largest_stack = 64.0 * (1 << 30);
 
 // Its parser recurses into parentheses.
-constexpr std::size_t deepest_nesting = 1000;
-constexpr std::size_t stack_per_level = 16384;
+constexpr size_t deepest_nesting = 1000;
+constexpr size_t stack_per_level = 16384;
 
-std::size_t nesting(std::string_view pattern) {
-  std::size_t depth = 0;
-  std::size_t deepest = 0;
+size_t nesting(std::string_view pattern) {
+  size_t depth = 0;
+  size_t deepest = 0;
   for (const char c : pattern) {
     depth += c == '(' ? 1 : 0;
     depth -= c == ')' && depth > 0 ? 1 : 0;
@@ -90,7 +90,7 @@ bool with_pattern(std::string_view pattern, std::string_view text, Use use) {
   const auto regex = compiled(pattern);
   const double stack = stack_needed(pattern, text);
   return regex && stack <= largest_stack &&
-         qor::run_with_stack(static_cast<std::size_t>(stack), [&] { use(*regex); });
+         qor::run_with_stack(static_cast<size_t>(stack), [&] { use(*regex); });
 }
 
 } // namespace
@@ -120,8 +120,8 @@ QorArray* qor_regex_findall(const char* pattern, const char* text) {
   const bool is_done = with_pattern(qor::text_of(pattern), subject, [&](const std::regex& regex) {
     using Iterator = std::regex_iterator<std::string_view::const_iterator>;
     for (Iterator match(subject.begin(), subject.end(), regex); match != Iterator(); ++match)
-      matches.push_back(subject.substr(static_cast<std::size_t>(match->position()),
-                                       static_cast<std::size_t>(match->length())));
+      matches.push_back(subject.substr(static_cast<size_t>(match->position()),
+                                       static_cast<size_t>(match->length())));
   });
   qor::StringList found;
   if (is_done)

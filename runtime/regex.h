@@ -2,8 +2,7 @@
    pattern, one nested a thousand deep or one too complex for the text is no error: each function
    says what it gives then. Null arguments are empty. Results are new and the caller's. Backtracking
    may take exponential time on patterns made for it, such as (a*)*b. */
-#ifndef QOR_REGEX_H
-#define QOR_REGEX_H
+#pragma once
 
 #include "runtime/value.h"
 
@@ -25,6 +24,4 @@ QorArray* qor_regex_findall(const char* pattern, const char* text);
 
 #ifdef __cplusplus
 }
-#endif
-
 #endif

@@ -1,10 +1,10 @@
 // Ending a string: apart from the other string functions, so that whoever frees arrays alone links
 // nothing else.
+#include <cstdlib>
+
 #include "runtime/internal/packed_strings.h"
 #include "runtime/qorrt.h"
 #include "runtime/text.h"
-
-#include <cstdlib>
 
 void qor_str_free(char* s) {
   if (s == nullptr)

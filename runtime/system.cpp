@@ -1,8 +1,6 @@
 #include "runtime/system.h"
 
-#include "runtime/internal/strings.h"
-#include "runtime/text.h"
-#include "runtime/value.h"
+#include <unistd.h>
 
 #include <array>
 #include <bit>
@@ -13,7 +11,9 @@
 #include <string>
 #include <string_view>
 
-#include <unistd.h>
+#include "runtime/internal/strings.h"
+#include "runtime/text.h"
+#include "runtime/value.h"
 
 namespace {
 
@@ -140,7 +140,7 @@ char* qor_os_hostname() {
 }
 
 int qor_os_feature(const char* name) {
-  constexpr std::size_t longest_name = 63;
+  constexpr size_t longest_name = 63;
   const std::string known(qor::text_of(name).substr(0, longest_name));
   auto* upper = qor_upper(known.c_str());
   const std::string_view feature(upper);

@@ -1,6 +1,5 @@
 /* Chance, bits, types and the running system. Strings are new and the caller's. */
-#ifndef QOR_SYSTEM_H
-#define QOR_SYSTEM_H
+#pragma once
 
 #include <stdint.h>
 
@@ -55,6 +54,4 @@ int qor_os_feature(const char* name);
 
 #ifdef __cplusplus
 }
-#endif
-
 #endif

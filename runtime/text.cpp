@@ -1,12 +1,12 @@
 // Strings by content: case, white space, padding, prefixes.
 #include "runtime/text.h"
 
-#include "runtime/internal/strings.h"
-
 #include <algorithm>
 #include <cctype>
 #include <cstdint>
 #include <string_view>
+
+#include "runtime/internal/strings.h"
 
 namespace {
 
@@ -24,7 +24,7 @@ char* new_mapped(const char* s, Map map) {
 
 std::string_view without_leading_space(std::string_view text) {
   const auto* first = std::ranges::find_if_not(text, is_space);
-  return {first, static_cast<std::size_t>(text.end() - first)};
+  return {first, static_cast<size_t>(text.end() - first)};
 }
 
 std::string_view without_trailing_space(std::string_view text) {
@@ -34,7 +34,7 @@ std::string_view without_trailing_space(std::string_view text) {
 }
 
 // Writes `length` bytes of `pattern` over and over.
-char* write_repeated(char* out, std::string_view pattern, std::size_t length) {
+char* write_repeated(char* out, std::string_view pattern, size_t length) {
   for (; length > pattern.size(); length -= pattern.size())
     out = std::ranges::copy(pattern, out).out;
   return std::copy_n(pattern.data(), length, out);
@@ -47,8 +47,8 @@ char* new_padded(const char* s, int64_t width, const char* pad, Side side) {
   const auto pattern = qor::text_of(pad).empty() ? std::string_view(" ") : qor::text_of(pad);
   if (width <= static_cast<int64_t>(text.size()))
     return qor::new_string(text);
-  auto* result = qor::new_uninitialised_string(static_cast<std::size_t>(width));
-  const auto missing = static_cast<std::size_t>(width) - text.size();
+  auto* result = qor::new_uninitialised_string(static_cast<size_t>(width));
+  const auto missing = static_cast<size_t>(width) - text.size();
   if (side == Side::left)
     std::ranges::copy(text, write_repeated(result, pattern, missing));
   else
@@ -86,8 +86,8 @@ char* qor_str_repeat(const char* s, int64_t n) {
   const auto text = qor::text_of(s);
   if (n < 1 || text.empty())
     return qor::new_string("");
-  std::size_t length = 0;
-  if (__builtin_mul_overflow(text.size(), static_cast<std::size_t>(n), &length))
+  size_t length = 0;
+  if (__builtin_mul_overflow(text.size(), static_cast<size_t>(n), &length))
     length = SIZE_MAX - 1; // more than any memory holds: allocating it ends the process
   auto* result = qor::new_uninitialised_string(length);
   write_repeated(result, text, length);
@@ -114,7 +114,7 @@ char* qor_insert_str(const char* s, const char* t, int64_t position) {
   const auto text = qor::text_of(s);
   const auto inserted = qor::text_of(t);
   const auto at =
-      static_cast<std::size_t>(std::clamp<int64_t>(position, 0, static_cast<int64_t>(text.size())));
+      static_cast<size_t>(std::clamp<int64_t>(position, 0, static_cast<int64_t>(text.size())));
   auto* result = qor::new_uninitialised_string(text.size() + inserted.size());
   auto* out = std::ranges::copy(text.substr(0, at), result).out;
   out = std::ranges::copy(inserted, out).out;

@@ -9,8 +9,7 @@
    qor_mid_lax, qor_left, qor_right and qor_str_slice make them; qor_len_str, these cuts, qor_instr
    and the comparisons read them whole, as do copying and qor_str_concat. All other functions see
    the bytes up to the first NUL. */
-#ifndef QOR_TEXT_H
-#define QOR_TEXT_H
+#pragma once
 
 #include "runtime/value.h"
 
@@ -110,6 +109,4 @@ int qor_asc(const char* s);
 
 #ifdef __cplusplus
 }
-#endif
-
 #endif

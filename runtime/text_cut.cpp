@@ -1,13 +1,13 @@
 // Strings by length and position: the functions that see a byte string whole.
-#include "runtime/error.h"
-#include "runtime/internal/strings.h"
-#include "runtime/qorrt.h"
-#include "runtime/text.h"
-
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <string_view>
+
+#include "runtime/error.h"
+#include "runtime/internal/strings.h"
+#include "runtime/qorrt.h"
+#include "runtime/text.h"
 
 namespace {
 
@@ -16,8 +16,8 @@ int64_t length_of(std::string_view bytes) {
 }
 
 char* new_cut(std::string_view bytes, int64_t start, int64_t count) {
-  const auto length = count < 0 ? std::string_view::npos : static_cast<std::size_t>(count);
-  return qor::new_byte_string(bytes.substr(static_cast<std::size_t>(start), length));
+  const auto length = count < 0 ? std::string_view::npos : static_cast<size_t>(count);
+  return qor::new_byte_string(bytes.substr(static_cast<size_t>(start), length));
 }
 
 } // namespace

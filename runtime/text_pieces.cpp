@@ -1,4 +1,7 @@
 // Strings taken apart and put together: replace, split, join, characters.
+#include <algorithm>
+#include <string_view>
+
 #include "runtime/internal/array_slots.h"
 #include "runtime/internal/numbers_to_text.h"
 #include "runtime/internal/search.h"
@@ -6,9 +9,6 @@
 #include "runtime/internal/string_list.h"
 #include "runtime/internal/strings.h"
 #include "runtime/text.h"
-
-#include <algorithm>
-#include <string_view>
 
 namespace {
 
@@ -18,15 +18,15 @@ void for_each_piece(std::string_view text, std::string_view separator, Take take
   qor::Search search(separator);
   const auto* end = text.data() + text.size();
   for (const auto* piece = text.data();;) {
-    const auto* stop = search.next({piece, static_cast<std::size_t>(end - piece)});
-    take(std::string_view(piece, static_cast<std::size_t>(stop - piece)));
+    const auto* stop = search.next({piece, static_cast<size_t>(end - piece)});
+    take(std::string_view(piece, static_cast<size_t>(stop - piece)));
     if (stop == end)
       return;
     piece = stop + separator.size();
   }
 }
 
-std::size_t utf8_length_by_lead(char lead) {
+size_t utf8_length_by_lead(char lead) {
   const auto byte = static_cast<unsigned char>(lead);
   if (byte < 0xC0)
     return 1;
@@ -38,7 +38,7 @@ std::size_t utf8_length_by_lead(char lead) {
 void append_joined(qor::StringBuilder& out, const QorArray* array, std::string_view separator) {
   qor::NumberBuffer buffer;
   const auto slots = qor::slots_of(array);
-  for (std::size_t i = 0; i < slots.size(); ++i) {
+  for (size_t i = 0; i < slots.size(); ++i) {
     if (i > 0)
       out.append(separator);
     switch (qor::reference_kind(array, static_cast<int64_t>(i))) {
@@ -106,7 +106,7 @@ QorArray* qor_str_to_chars(const char* s) {
 }
 
 char* qor_join_arr(const QorArray* array, const char* separator) {
-  constexpr std::size_t usual_length = 12; // a guess; the builder grows
+  constexpr size_t usual_length = 12; // a guess; the builder grows
   const auto between = qor::text_of(separator);
   qor::StringBuilder joined(qor::slots_of(array).size() * (usual_length + between.size()));
   append_joined(joined, array, between);

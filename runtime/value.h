@@ -1,6 +1,5 @@
 /* Values: the tags that say what an 8-byte slot holds, the slot itself and the array record. */
-#ifndef QOR_VALUE_H
-#define QOR_VALUE_H
+#pragma once
 
 #include <stdint.h>
 
@@ -47,6 +46,4 @@ typedef union qor_slot {
 
 #ifdef __cplusplus
 }
-#endif
-
 #endif

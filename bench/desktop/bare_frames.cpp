@@ -5,7 +5,7 @@
 #include <chrono>
 #include <stdexcept>
 
-namespace bench {
+namespace kavo::bench {
 
 namespace {
 
@@ -52,4 +52,4 @@ void BareFrames::draw(const std::stop_token& stop) const {
   }
 }
 
-} // namespace bench
+} // namespace kavo::bench

@@ -7,7 +7,7 @@
 #include <string>
 #include <thread>
 
-namespace bench {
+namespace kavo::bench {
 
 class BareFrames {
 public:
@@ -29,4 +29,4 @@ private:
   std::jthread drawing_;
 };
 
-} // namespace bench
+} // namespace kavo::bench

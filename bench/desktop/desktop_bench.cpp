@@ -5,14 +5,6 @@
 //   bench_desktop [start] [play] [frames] [keys] [present] [size] [1x] [2x] [3x]
 //
 // Without a word all parts, without a size all sizes of window.
-#include "bench/desktop/game_on_desktop.h"
-#include "bench/desktop/pacing.h"
-#include "bench/desktop/presents.h"
-#include "bench/desktop/process_cost.h"
-#include "bench/figures/files.h"
-#include "bench/figures/growth.h"
-#include "bench/figures/table.h"
-
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
@@ -26,12 +18,20 @@
 #include <utility>
 #include <vector>
 
+#include "bench/desktop/game_on_desktop.h"
+#include "bench/desktop/pacing.h"
+#include "bench/desktop/presents.h"
+#include "bench/desktop/process_cost.h"
+#include "bench/figures/files.h"
+#include "bench/figures/growth.h"
+#include "bench/figures/table.h"
+
 namespace {
 
 using namespace std::chrono_literals;
-using bench::at_most;
-using bench::Figure;
-using bench::GameOnDesktop;
+using kavo::bench::at_most;
+using kavo::bench::Figure;
+using kavo::bench::GameOnDesktop;
 
 constexpr double ms = 1e6; // in nanoseconds
 constexpr int starts = 21;
@@ -41,12 +41,12 @@ constexpr auto pacing_time = 60s; // some 3,600 frames
 constexpr double pause_ms = 16;   // that the game sleeps in every frame
 
 Figure time_figure(const std::string& what, double seconds,
-                   std::optional<bench::Bound> bound = std::nullopt) {
+                   std::optional<kavo::bench::Bound> bound = std::nullopt) {
   return {"desktop", what, seconds * 1e9, "ns", "", 0, bound};
 }
 
 Figure figure(const std::string& what, double value, const std::string& unit,
-              std::optional<bench::Bound> bound = std::nullopt) {
+              std::optional<kavo::bench::Bound> bound = std::nullopt) {
   return {"desktop", what, value, unit, "", 0, bound};
 }
 
@@ -72,25 +72,25 @@ std::vector<Figure> measure_start() {
 // What all frames so far took: the game's main thread draws a picture, then waits while the X
 // server copies it.
 double frame_work_seconds(GameOnDesktop& game) {
-  return bench::main_thread_seconds(game.process()) +
-         bench::processor_seconds(game.desktop().server());
+  return kavo::bench::main_thread_seconds(game.process()) +
+         kavo::bench::processor_seconds(game.desktop().server());
 }
 
 std::vector<Figure> measure_play(int scale) {
   GameOnDesktop game(scale);
   game.start_playing();
   game.play(2s);
-  const double all_before = bench::processor_seconds(game.process());
-  const bench::Instant start = std::chrono::steady_clock::now();
+  const double all_before = kavo::bench::processor_seconds(game.process());
+  const kavo::bench::Instant start = std::chrono::steady_clock::now();
   std::vector<double> work; // of each frame
   double worked = frame_work_seconds(game);
-  const std::vector<double> intervals = bench::played_intervals(game, play_time, [&] {
+  const std::vector<double> intervals = kavo::bench::played_intervals(game, play_time, [&] {
     const double now = frame_work_seconds(game);
     work.push_back(now - std::exchange(worked, now));
   });
   const std::chrono::duration<double> time = std::chrono::steady_clock::now() - start;
-  const double all = bench::processor_seconds(game.process()) - all_before;
-  const bench::Memory memory = bench::memory_of(game.process());
+  const double all = kavo::bench::processor_seconds(game.process()) - all_before;
+  const kavo::bench::Memory memory = kavo::bench::memory_of(game.process());
   const double median = quantile(intervals, 0.5);
   const auto bound = [scale](double limit) {
     return scale == 1 ? std::optional(at_most(limit)) : std::nullopt;
@@ -112,7 +112,7 @@ std::vector<Figure> measure_frames(int scale) {
   GameOnDesktop game(scale);
   game.start_playing();
   game.play(2s);
-  const bench::Pacing pacing = bench::measure_pacing(game, pacing_time);
+  const kavo::bench::Pacing pacing = kavo::bench::measure_pacing(game, pacing_time);
   const double late = quantile(pacing.game, 0.999);
   Figure beside_bare =
       time_figure(at_scale("the same beside bare frames", scale), late, at_most(20 / pause_ms));
@@ -167,7 +167,7 @@ std::vector<Figure> at_every_scale(const std::function<std::vector<Figure>(int)>
   }
   std::vector<Figure> all;
   for (size_t i = 0; i < rows.size(); ++i) {
-    const std::vector<Figure> row = i < costs ? bench::growth(rows[i], pixels) : rows[i];
+    const std::vector<Figure> row = i < costs ? kavo::bench::growth(rows[i], pixels) : rows[i];
     all.insert(all.end(), row.begin(), row.end());
   }
   return all;
@@ -175,11 +175,12 @@ std::vector<Figure> at_every_scale(const std::function<std::vector<Figure>(int)>
 
 // A picture that needs no scaling costs no pixel: growth begins with the first that does.
 std::vector<Figure> measure_present() {
-  const desktop::Desktop desktop(GameOnDesktop::width * 3 + 20, GameOnDesktop::height * 3 + 60);
+  const kavo::desktop::Desktop desktop(GameOnDesktop::width * 3 + 20,
+                                       GameOnDesktop::height * 3 + 60);
   std::vector<Figure> unscaled, scaled;
   std::vector<double> pixels;
   for (const int scale : scales()) {
-    const double seconds = bench::present_seconds(desktop.display_name(), scale);
+    const double seconds = kavo::bench::present_seconds(desktop.display_name(), scale);
     const std::string what = at_scale("present", scale);
     if (scale == 1) {
       unscaled.push_back(time_figure(what, seconds, at_most(0.2 * ms)));
@@ -188,7 +189,7 @@ std::vector<Figure> measure_present() {
       pixels.push_back(scale * scale);
     }
   }
-  scaled = bench::growth(scaled, pixels);
+  scaled = kavo::bench::growth(scaled, pixels);
   unscaled.insert(unscaled.end(), scaled.begin(), scaled.end());
   return unscaled;
 }
@@ -198,8 +199,8 @@ std::vector<Figure> measure_size() {
   const kavo::test::TemporaryFolder folder;
   for (const std::string path : {KAVO_PROGRAM, KAVO_LIBRARY}) {
     const std::string stripped = folder / "stripped";
-    const desktop::Outcome outcome =
-        desktop::Process({{"strip", "-o", stripped, path}, {}, "."}).wait();
+    const kavo::desktop::Outcome outcome =
+        kavo::desktop::Process({{"strip", "-o", stripped, path}, {}, "."}).wait();
     if (outcome.code != 0)
       throw std::runtime_error("strip " + path + ": " + outcome.errors);
     bytes += static_cast<double>(std::filesystem::file_size(stripped));
@@ -245,8 +246,8 @@ int main(int argc, char** argv) {
       const std::vector<Figure> measured = part->second();
       figures.insert(figures.end(), measured.begin(), measured.end());
     }
-    bench::print_table(std::cout, figures);
-    bench::hand_on(figures);
+    kavo::bench::print_table(std::cout, figures);
+    kavo::bench::hand_on(figures);
   } catch (const std::exception& error) {
     std::cerr << "bench_desktop: " << error.what() << '\n';
     return 1;

@@ -7,7 +7,7 @@
 
 #include <stdexcept>
 
-namespace bench {
+namespace kavo::bench {
 
 namespace {
 
@@ -115,4 +115,4 @@ std::optional<uint32_t> FrameWatch::pixel(int x, int y) const {
   return value;
 }
 
-} // namespace bench
+} // namespace kavo::bench

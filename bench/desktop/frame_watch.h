@@ -8,7 +8,7 @@
 #include <optional>
 #include <string>
 
-namespace bench {
+namespace kavo::bench {
 
 using Instant = std::chrono::steady_clock::time_point;
 
@@ -43,4 +43,4 @@ private:
   std::unique_ptr<Server> server_;
 };
 
-} // namespace bench
+} // namespace kavo::bench

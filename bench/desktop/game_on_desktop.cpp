@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <thread>
 
-namespace bench {
+namespace kavo::bench {
 
 namespace {
 
@@ -28,8 +28,8 @@ constexpr auto between_taps = 40ms;
 // Columns from the middle, so that the stack grows evenly and no side outweighs the other.
 constexpr std::array<int, 6> targets = {-4, 4, -2, 2, 0, -3};
 
-desktop::Launch launch(const std::string& folder) {
-  desktop::Launch launch;
+kavo::desktop::Launch launch(const std::string& folder) {
+  kavo::desktop::Launch launch;
   launch.arguments = {KAVO_PROGRAM};
   launch.folder = folder;
   launch.environment = {{"SDL_AUDIODRIVER", "dummy"}, {"QORRT_SEED", "1"}};
@@ -48,7 +48,7 @@ GameOnDesktop::GameOnDesktop(int scale)
 }
 
 void GameOnDesktop::start_playing() {
-  const desktop::DesktopWindow window = desktop_.wait_for_window("KAVO - Schlagseite");
+  const kavo::desktop::DesktopWindow window = desktop_.wait_for_window("KAVO - Schlagseite");
   window.focus();
   // All of it on the display: what lies beside it is not drawn, and nobody would see the frame.
   window.move(0, 0);
@@ -86,4 +86,4 @@ std::chrono::duration<double> GameOnDesktop::toggle_pause() {
   return seen - pressed;
 }
 
-} // namespace bench
+} // namespace kavo::bench

@@ -2,15 +2,15 @@
 // device that takes it in real time and throws it away.
 #pragma once
 
+#include <memory>
+#include <optional>
+
 #include "bench/desktop/frame_watch.h"
 #include "tests/desktop/desktop.h"
 #include "tests/support/files.h"
 #include "tests/support/temporary_folder.h"
 
-#include <memory>
-#include <optional>
-
-namespace bench {
+namespace kavo::bench {
 
 class GameOnDesktop {
 public:
@@ -26,7 +26,7 @@ public:
   std::chrono::duration<double> start_time() const { return start_time_; }
 
   pid_t process() const { return process_->id(); }
-  desktop::Desktop& desktop() { return desktop_; }
+  kavo::desktop::Desktop& desktop() { return desktop_; }
   FrameWatch& watch() { return watch_; }
   int scale() const { return scale_; }
 
@@ -44,12 +44,12 @@ private:
 
   int scale_;
   kavo::test::TemporaryFolder folder_;
-  desktop::Desktop desktop_;
+  kavo::desktop::Desktop desktop_;
   FrameWatch watch_;
-  std::unique_ptr<desktop::Process> process_;
+  std::unique_ptr<kavo::desktop::Process> process_;
   std::chrono::duration<double> start_time_{};
   bool is_paused_ = false;
   int pieces_ = 0; // dropped so far
 };
 
-} // namespace bench
+} // namespace kavo::bench

@@ -1,8 +1,5 @@
 #include "bench/desktop/pacing.h"
 
-#include "bench/desktop/bare_frames.h"
-#include "bench/desktop/process_cost.h"
-
 #include <sched.h>
 #include <unistd.h>
 
@@ -10,7 +7,10 @@
 #include <thread>
 #include <utility>
 
-namespace bench {
+#include "bench/desktop/bare_frames.h"
+#include "bench/desktop/process_cost.h"
+
+namespace kavo::bench {
 
 namespace {
 
@@ -80,4 +80,4 @@ Pacing measure_pacing(GameOnDesktop& game, std::chrono::duration<double> time) {
   return pacing;
 }
 
-} // namespace bench
+} // namespace kavo::bench

@@ -1,13 +1,13 @@
 // How evenly the game's frames come, beside frames that cost nothing.
 #pragma once
 
-#include "bench/desktop/game_on_desktop.h"
-
 #include <chrono>
 #include <functional>
 #include <vector>
 
-namespace bench {
+#include "bench/desktop/game_on_desktop.h"
+
+namespace kavo::bench {
 
 // Plays for so long, and gives all intervals between the game's frames meanwhile, in seconds.
 // `at_frame` is called after each.
@@ -24,4 +24,4 @@ struct Pacing {
 };
 Pacing measure_pacing(GameOnDesktop& game, std::chrono::duration<double> time);
 
-} // namespace bench
+} // namespace kavo::bench

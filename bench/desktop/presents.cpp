@@ -1,13 +1,13 @@
 #include "bench/desktop/presents.h"
 
-#include "host/screen/window.h"
-
 #include <algorithm>
 #include <cstdlib>
 #include <ctime>
 #include <vector>
 
-namespace bench {
+#include "host/screen/window.h"
+
+namespace kavo::bench {
 
 namespace {
 
@@ -45,4 +45,4 @@ double present_seconds(const std::string& display_name, int scale) {
   return seconds[presents / 2];
 }
 
-} // namespace bench
+} // namespace kavo::bench

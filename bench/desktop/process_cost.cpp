@@ -7,7 +7,7 @@
 #include <stdexcept>
 #include <string>
 
-namespace bench {
+namespace kavo::bench {
 
 namespace {
 
@@ -63,4 +63,4 @@ Memory memory_of(pid_t process) {
   return memory;
 }
 
-} // namespace bench
+} // namespace kavo::bench

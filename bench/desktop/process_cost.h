@@ -3,7 +3,7 @@
 
 #include <sys/types.h>
 
-namespace bench {
+namespace kavo::bench {
 
 // Processor time in seconds: of all its threads, user and system together, and of the first thread
 // alone. Both throw std::runtime_error when the process is gone.
@@ -20,4 +20,4 @@ struct Memory {
 };
 Memory memory_of(pid_t process);
 
-} // namespace bench
+} // namespace kavo::bench

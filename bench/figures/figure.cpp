@@ -1,6 +1,6 @@
 #include "bench/figures/figure.h"
 
-namespace bench {
+namespace kavo::bench {
 
 namespace {
 
@@ -30,4 +30,4 @@ bool falls_short(const Figure& figure) {
   return figure.is_ratio() && figure.bound && !is_within(*figure.bound, ratio(figure), tolerance);
 }
 
-} // namespace bench
+} // namespace kavo::bench

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-namespace bench {
+namespace kavo::bench {
 
 // A limit that the figure itself may touch.
 struct Bound {
@@ -45,4 +45,4 @@ bool reaches(const Figure& figure);
 // what a busy machine does to it, and a value alone says more about the machine than about us.
 bool falls_short(const Figure& figure);
 
-} // namespace bench
+} // namespace kavo::bench

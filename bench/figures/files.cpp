@@ -8,7 +8,7 @@
 #include <sstream>
 #include <stdexcept>
 
-namespace bench {
+namespace kavo::bench {
 
 namespace {
 
@@ -134,4 +134,4 @@ void hand_on(const std::vector<Figure>& figures) {
     append_figures(path, figures);
 }
 
-} // namespace bench
+} // namespace kavo::bench

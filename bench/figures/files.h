@@ -2,13 +2,13 @@
 // whoever wants to go on with them.
 #pragma once
 
-#include "bench/figures/figure.h"
-
 #include <iosfwd>
 #include <string>
 #include <vector>
 
-namespace bench {
+#include "bench/figures/figure.h"
+
+namespace kavo::bench {
 
 // As an array of objects, one a line. What is no number there is null.
 void write_json(std::ostream& out, const std::vector<Figure>& figures);
@@ -21,4 +21,4 @@ std::vector<Figure> read_figures(const std::string& path);
 // Appends to the file that KAVO_FIGURES names, when it names one.
 void hand_on(const std::vector<Figure>& figures);
 
-} // namespace bench
+} // namespace kavo::bench

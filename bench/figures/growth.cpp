@@ -2,7 +2,7 @@
 
 #include "bench/figures/table.h"
 
-namespace bench {
+namespace kavo::bench {
 
 std::vector<Figure> growth(std::vector<Figure> costs, const std::vector<double>& sizes) {
   for (size_t i = 1; i < costs.size(); ++i) {
@@ -16,4 +16,4 @@ std::vector<Figure> growth(std::vector<Figure> costs, const std::vector<double>&
   return costs;
 }
 
-} // namespace bench
+} // namespace kavo::bench

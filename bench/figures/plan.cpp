@@ -2,7 +2,7 @@
 
 #include "bench/figures/growth.h"
 
-namespace bench {
+namespace kavo::bench {
 
 namespace {
 
@@ -106,4 +106,4 @@ std::vector<std::string> Plan::missing(const Measured& measured) const {
   return missing;
 }
 
-} // namespace bench
+} // namespace kavo::bench

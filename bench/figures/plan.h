@@ -2,14 +2,14 @@
 // own, which tell how a cost grows, and what each is to reach.
 #pragma once
 
-#include "bench/figures/figure.h"
-
 #include <map>
 #include <optional>
 #include <string>
 #include <vector>
 
-namespace bench {
+#include "bench/figures/figure.h"
+
+namespace kavo::bench {
 
 // Medians over the repetitions, by the benchmarks' names.
 struct Measured {
@@ -65,4 +65,4 @@ private:
   std::map<std::string, Bound> pairs_; // by the peer's name
 };
 
-} // namespace bench
+} // namespace kavo::bench

@@ -8,7 +8,7 @@
 #include <sstream>
 #include <tuple>
 
-namespace bench {
+namespace kavo::bench {
 
 namespace {
 
@@ -83,4 +83,4 @@ void print_table(std::ostream& out, const std::vector<Figure>& figures) {
   print_rows(out, rows);
 }
 
-} // namespace bench
+} // namespace kavo::bench

@@ -1,13 +1,13 @@
 // The table of figures that people read.
 #pragma once
 
-#include "bench/figures/figure.h"
-
 #include <iosfwd>
 #include <string>
 #include <vector>
 
-namespace bench {
+#include "bench/figures/figure.h"
+
+namespace kavo::bench {
 
 // Three digits that count, without an exponent: 0.0512, 1.79, 84.1, 38900.
 std::string short_number(double value);
@@ -16,4 +16,4 @@ std::string short_number(double value);
 // and "NO" for one that falls_short().
 void print_table(std::ostream& out, const std::vector<Figure>& figures);
 
-} // namespace bench
+} // namespace kavo::bench

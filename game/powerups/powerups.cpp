@@ -15,8 +15,8 @@ struct Cell {
   int64_t row;
   int64_t column;
 
-  [[nodiscard]] double left() const { return BX + static_cast<double>(CELL * column); }
-  [[nodiscard]] double top() const { return BY + static_cast<double>(CELL * row); }
+  double left() const { return BX + static_cast<double>(CELL * column); }
+  double top() const { return BY + static_cast<double>(CELL * row); }
 };
 
 void empty_cell(int64_t row, int64_t column) {

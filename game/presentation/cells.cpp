@@ -65,7 +65,7 @@ Out<> draw_mini_cell(double value, double x, double y, int64_t size) {
 
 Out<Color> COLOR_FOR(double value) {
   ENTER();
-  for (std::size_t kind = 1; kind < colors.size(); ++kind)
+  for (size_t kind = 1; kind < colors.size(); ++kind)
     if (value == static_cast<double>(kind))
       return colors[kind];
   return colors[0];

@@ -1,7 +1,6 @@
 // One frame of every effect: age it, draw it. Each live entry is visited once per frame.
-#include "game/presentation/effects.h"
-
 #include "game/commands.h"
+#include "game/presentation/effects.h"
 #include "game/state.h"
 
 namespace kavo {

@@ -22,7 +22,7 @@ struct Stack {
   int64_t top_row; // first row with a block, ROWS when there is none
   double danger;   // 0 for an empty well, 1 when row 0 is occupied
 
-  [[nodiscard]] bool is_dangerous() const { return top_row <= danger_rows; }
+  bool is_dangerous() const { return top_row <= danger_rows; }
 };
 
 bool row_has_block(int64_t row) {

@@ -1,7 +1,6 @@
 // ALSA's library writes several lines of its own to standard error whenever a device cannot be
 // opened. SDL reports the failure as well, and one line is enough.
-#ifndef KAVO_SOUND_ALSA_MESSAGES_H
-#define KAVO_SOUND_ALSA_MESSAGES_H
+#pragma once
 
 namespace kavo::sound {
 
@@ -9,5 +8,3 @@ namespace kavo::sound {
 void silence_alsa();
 
 } // namespace kavo::sound
-
-#endif

@@ -1,7 +1,6 @@
 // Checks of the values that SOUND commands are given. Each throws a CommandError that names the
 // argument and the value.
-#ifndef KAVO_SOUND_ARGUMENTS_H
-#define KAVO_SOUND_ARGUMENTS_H
+#pragma once
 
 #include <string_view>
 
@@ -25,5 +24,3 @@ Waveform waveform_in(const Argument& argument, std::string_view name);
 [[noreturn]] void reject_at_column(const Argument& argument, const PatternError& error);
 
 } // namespace kavo::sound
-
-#endif

@@ -1,6 +1,5 @@
 // Whatever can be asked for sound by the thread of an audio device.
-#ifndef KAVO_SOUND_AUDIO_SOURCE_H
-#define KAVO_SOUND_AUDIO_SOURCE_H
+#pragma once
 
 #include <cstdint>
 
@@ -21,5 +20,3 @@ public:
 };
 
 } // namespace kavo::sound
-
-#endif

@@ -1,6 +1,5 @@
 // What the game's thread tells the engine: small plain values that travel through a ring.
-#ifndef KAVO_SOUND_COMMAND_H
-#define KAVO_SOUND_COMMAND_H
+#pragma once
 
 #include <cstdint>
 
@@ -33,5 +32,3 @@ struct Command {
 };
 
 } // namespace kavo::sound
-
-#endif

@@ -1,7 +1,6 @@
 // A high-pass at 5 Hz, which takes away what moves the loudspeaker but is not heard. It stands
 // before the gain of a voice: behind it, it would go on moving when the gain has reached zero.
-#ifndef KAVO_SOUND_DC_BLOCKER_H
-#define KAVO_SOUND_DC_BLOCKER_H
+#pragma once
 
 #include <cmath>
 #include <cstdint>
@@ -29,7 +28,7 @@ public:
   }
 
   // True when silence in gives silence out.
-  [[nodiscard]] bool is_at_rest() const { return last_in_ == 0.0 && last_out_ == 0.0; }
+  bool is_at_rest() const { return last_in_ == 0.0 && last_out_ == 0.0; }
 
 private:
   static constexpr double inaudible = 1e-10; // -200 dBFS
@@ -41,5 +40,3 @@ private:
 };
 
 } // namespace kavo::sound
-
-#endif

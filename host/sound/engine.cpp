@@ -41,7 +41,7 @@ void Engine::obey_commands() {
 }
 
 void Engine::obey(const Command& command) {
-  Voice& voice = voices_[static_cast<std::size_t>(command.voice)];
+  Voice& voice = voices_[static_cast<size_t>(command.voice)];
   switch (command.kind) {
   case Command::Kind::tempo:
     return sequencer_.set_tempo(command.whole);
@@ -77,7 +77,7 @@ void Engine::change_score(const Score* score, bool loops) {
 int64_t Engine::play_due_notes(int64_t frames) {
   int64_t gate = 0;
   while (const ScoreNote* note = sequencer_.next_due(gate))
-    voices_[static_cast<std::size_t>(note->voice)].strike(note->note, gate);
+    voices_[static_cast<size_t>(note->voice)].strike(note->note, gate);
   return sequencer_.frames_before_next(frames);
 }
 
@@ -90,7 +90,7 @@ void Engine::render_run(float* interleaved, int64_t frames) {
   reverb_.process(send_.data(), left_.data(), right_.data(), frames);
   for (int64_t i = 0; i < frames; ++i) {
     const float level = curtain_.next();
-    const auto at = static_cast<std::size_t>(i);
+    const auto at = static_cast<size_t>(i);
     interleaved[2 * i] = limited(left_[at] * master_gain) * level;
     interleaved[2 * i + 1] = limited(right_[at] * master_gain) * level;
   }

@@ -1,8 +1,7 @@
 // The synthesizer on the audio thread's side: sixteen voices, the sequencer that plays them, the
 // reverb and the limiter. Two threads meet here and nowhere else: one sends commands and collects
 // the scores that are no longer played, the other renders.
-#ifndef KAVO_SOUND_ENGINE_H
-#define KAVO_SOUND_ENGINE_H
+#pragma once
 
 #include <array>
 #include <atomic>
@@ -18,7 +17,7 @@
 
 namespace kavo::sound {
 
-inline constexpr std::size_t command_capacity = 1024;
+inline constexpr size_t command_capacity = 1024;
 
 // The level of the mix: the game's music peaks at -7 dBFS and leaves the rest to the effects.
 inline constexpr float master_gain = 0.30f;
@@ -38,14 +37,12 @@ public:
   // A score that is no longer played, null when there is none.
   const Score* retired_score();
 
-  [[nodiscard]] int rate() const { return rate_; }
+  int rate() const { return rate_; }
 
   // Frames rendered so far.
-  [[nodiscard]] int64_t frames_rendered() const {
-    return frames_rendered_.load(std::memory_order_acquire);
-  }
+  int64_t frames_rendered() const { return frames_rendered_.load(std::memory_order_acquire); }
   // True when the curtain has closed and the block after that is silent.
-  [[nodiscard]] bool is_silenced() const { return is_silenced_.load(std::memory_order_acquire); }
+  bool is_silenced() const { return is_silenced_.load(std::memory_order_acquire); }
 
   // The rendering thread's side.
   void render(float* interleaved, int64_t frames) noexcept override;
@@ -80,5 +77,3 @@ private:
 };
 
 } // namespace kavo::sound
-
-#endif

@@ -1,8 +1,7 @@
 // The loudness of one note: attack in a straight line, decay and release along an exponential
 // that arrives exactly, at the stated time:
 //   v(u) = target + (start - target) * (exp(-4 u) - exp(-4)) / (1 - exp(-4)),  u = t / T.
-#ifndef KAVO_SOUND_ENVELOPE_H
-#define KAVO_SOUND_ENVELOPE_H
+#pragma once
 
 #include <cstdint>
 
@@ -42,8 +41,8 @@ public:
   void process(float* levels, int64_t frames);
 
   // False when nothing more will sound: the release has ended, or the decay to a sustain of 0.
-  [[nodiscard]] bool is_active() const { return stage_ != Stage::idle; }
-  [[nodiscard]] double level() const;
+  bool is_active() const { return stage_ != Stage::idle; }
+  double level() const;
 
 private:
   enum class Stage { idle, attack, decay, sustain, release };
@@ -68,5 +67,3 @@ private:
 };
 
 } // namespace kavo::sound
-
-#endif

@@ -1,6 +1,5 @@
 // A level that moves in a straight line and arrives exactly.
-#ifndef KAVO_SOUND_FADER_H
-#define KAVO_SOUND_FADER_H
+#pragma once
 
 #include <cstdint>
 
@@ -19,14 +18,14 @@ public:
   }
 
   // From the position, never by adding steps: the value does not depend on how a block is cut.
-  [[nodiscard]] float level() const {
+  float level() const {
     if (position_ >= length_)
       return to_;
     return from_ + (to_ - from_) * (static_cast<float>(position_) / static_cast<float>(length_));
   }
 
-  [[nodiscard]] bool is_moving() const { return position_ < length_; }
-  [[nodiscard]] bool is_shut() const { return !is_moving() && to_ == 0.0f; }
+  bool is_moving() const { return position_ < length_; }
+  bool is_shut() const { return !is_moving() && to_ == 0.0f; }
 
   // The level of the current frame; then one frame on.
   float next() {
@@ -63,5 +62,3 @@ private:
 };
 
 } // namespace kavo::sound
-
-#endif

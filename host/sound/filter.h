@@ -1,7 +1,6 @@
 // A two-pole low-pass of Butterworth slope (Q = 0.7071), in the topology-preserving state-variable
 // form: A. Simper, "Linear trapezoidal integrated SVF" (2013).
-#ifndef KAVO_SOUND_FILTER_H
-#define KAVO_SOUND_FILTER_H
+#pragma once
 
 #include <cstdint>
 
@@ -22,7 +21,7 @@ public:
 
   // True when silence in gives silence out and changes nothing: the state has rung out and the
   // cutoff stands still.
-  [[nodiscard]] bool is_at_rest() const {
+  bool is_at_rest() const {
     return first_ == 0.0f && second_ == 0.0f && !warped_.is_moving() && !share_.is_moving();
   }
 
@@ -46,5 +45,3 @@ private:
 };
 
 } // namespace kavo::sound
-
-#endif

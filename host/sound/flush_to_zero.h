@@ -1,7 +1,6 @@
 // While it lives, numbers too small to be normal count as zero: a tail that dies away would
 // otherwise cost a hundred times the time of one that sounds.
-#ifndef KAVO_SOUND_FLUSH_TO_ZERO_H
-#define KAVO_SOUND_FLUSH_TO_ZERO_H
+#pragma once
 
 #include <cstdint>
 
@@ -51,5 +50,3 @@ private:
 };
 
 } // namespace kavo::sound
-
-#endif

@@ -1,7 +1,6 @@
 // The discrete Fourier transform of power-of-two lengths, for making wave tables (and, in the
 // tests, for measuring what comes out).
-#ifndef KAVO_SOUND_FOURIER_H
-#define KAVO_SOUND_FOURIER_H
+#pragma once
 
 #include <complex>
 #include <cstddef>
@@ -13,19 +12,19 @@ namespace kavo::sound {
 class FourierTransform {
 public:
   // `size` is a power of two.
-  explicit FourierTransform(std::size_t size);
+  explicit FourierTransform(size_t size);
 
   // In place: X[k] = sum over n of x[n] * exp(-2 pi i k n / size). `points` holds `size` points.
   void transform(std::vector<std::complex<double>>& points) const { transform(points, size_); }
 
   // The same where all points from the `used`th on are zero (1 <= used <= size), which takes less
   // time and gives the same result to the bit.
-  void transform(std::vector<std::complex<double>>& points, std::size_t used) const;
+  void transform(std::vector<std::complex<double>>& points, size_t used) const;
 
 private:
   void reorder(std::vector<std::complex<double>>& points) const;
 
-  std::size_t size_;
+  size_t size_;
   // For the pass that joins transforms of `half` points: exp(-pi i k / half) at half + k. Every
   // pass has its own, one after the other: picked out of one table in strides, as a transform of
   // 32768 points takes them in its first passes, each would cost a cache line.
@@ -33,5 +32,3 @@ private:
 };
 
 } // namespace kavo::sound
-
-#endif

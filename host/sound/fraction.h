@@ -1,6 +1,5 @@
 // Exact musical time. A fraction is always in lowest terms with a denominator above zero.
-#ifndef KAVO_SOUND_FRACTION_H
-#define KAVO_SOUND_FRACTION_H
+#pragma once
 
 #include <compare>
 #include <cstdint>
@@ -27,14 +26,14 @@ public:
   constexpr Fraction(int64_t whole) : numerator_(whole) {} // NOLINT(*-explicit-*): 1 is 1/1
   Fraction(int64_t numerator, int64_t denominator) { *this = reduced(numerator, denominator); }
 
-  [[nodiscard]] constexpr int64_t numerator() const { return numerator_; }
-  [[nodiscard]] constexpr int64_t denominator() const { return denominator_; }
+  constexpr int64_t numerator() const { return numerator_; }
+  constexpr int64_t denominator() const { return denominator_; }
 
-  [[nodiscard]] constexpr int64_t floor() const {
+  constexpr int64_t floor() const {
     const int64_t quotient = numerator_ / denominator_;
     return numerator_ % denominator_ < 0 ? quotient - 1 : quotient;
   }
-  [[nodiscard]] constexpr int64_t ceiling() const {
+  constexpr int64_t ceiling() const {
     const int64_t below = floor();
     return numerator_ == below * denominator_ ? below : below + 1;
   }
@@ -66,5 +65,3 @@ private:
 };
 
 } // namespace kavo::sound
-
-#endif

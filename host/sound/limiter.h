@@ -1,6 +1,5 @@
 // A ceiling that nothing exceeds.
-#ifndef KAVO_SOUND_LIMITER_H
-#define KAVO_SOUND_LIMITER_H
+#pragma once
 
 #include <cmath>
 
@@ -19,5 +18,3 @@ inline float limited(float sample) {
 }
 
 } // namespace kavo::sound
-
-#endif

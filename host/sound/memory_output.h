@@ -1,7 +1,6 @@
 // An output that renders when it is told to, into memory: as fast as the machine can and the
 // same to the bit on every run.
-#ifndef KAVO_SOUND_MEMORY_OUTPUT_H
-#define KAVO_SOUND_MEMORY_OUTPUT_H
+#pragma once
 
 #include <cstdint>
 #include <vector>
@@ -19,15 +18,15 @@ public:
   void render(int64_t frames);
 
   // All that was rendered, left and right in turn.
-  [[nodiscard]] const std::vector<float>& interleaved() const { return samples_; }
-  [[nodiscard]] int rate() const { return rate_; }
+  const std::vector<float>& interleaved() const { return samples_; }
+  int rate() const { return rate_; }
 
   int open() override { return rate_; }
   void start(AudioSource& source) override { source_ = &source; }
-  [[nodiscard]] bool is_lost() const override { return false; }
+  bool is_lost() const override { return false; }
   void close() override { source_ = nullptr; }
-  [[nodiscard]] double fade_in_seconds() const override { return 0.0; }
-  [[nodiscard]] double fade_out_seconds() const override { return 0.008; }
+  double fade_in_seconds() const override { return 0.0; }
+  double fade_out_seconds() const override { return 0.008; }
   void wait() override { render(block_); }
 
 private:
@@ -38,5 +37,3 @@ private:
 };
 
 } // namespace kavo::sound
-
-#endif

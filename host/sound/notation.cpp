@@ -26,7 +26,7 @@ PatternNode scaled(PatternNode child, Kind kind) {
   return node;
 }
 
-void set_once(int& value, int to, char sign, std::size_t at) {
+void set_once(int& value, int to, char sign, size_t at) {
   if (value != 1)
     throw PatternError(at + 1, std::string("expected \"") + sign + "\" once in a step");
   value = to;
@@ -57,7 +57,7 @@ private:
   bool digit_follows();
 
   std::string_view text_;
-  std::size_t position_ = 0;
+  size_t position_ = 0;
 };
 
 // The next character that is no blank, NUL at the end.
@@ -84,7 +84,7 @@ int Parser::number(int least, int most, const char* what) {
       std::string(what) + " from " + std::to_string(least) + " to " + std::to_string(most);
   if (!digit_follows())
     throw unexpected(text_, position_, range);
-  const std::size_t start = position_;
+  const size_t start = position_;
   int value = 0;
   for (; position_ < text_.size() && text_[position_] >= '0' && text_[position_] <= '9';
        ++position_)
@@ -152,7 +152,7 @@ PatternNode Parser::group(char closing, Kind layer_kind, int depth) {
   if (depth > deepest_nesting)
     throw PatternError(position_ + 1, "expected at most " + std::to_string(deepest_nesting) +
                                           " brackets inside one another");
-  const std::size_t column = ++position_;
+  const size_t column = ++position_;
   PatternNode node = layers(layer_kind, depth);
   if (peek() != closing)
     throw unexpected(text_, position_,
@@ -164,7 +164,7 @@ PatternNode Parser::group(char closing, Kind layer_kind, int depth) {
 
 PatternNode Parser::spread(PatternNode child) {
   PatternNode node = scaled(std::move(child), Kind::spread);
-  const std::size_t at = (peek(), position_);
+  const size_t at = (peek(), position_);
   node.onsets = number(1, largest_factor, "a number of onsets");
   expect(',');
   node.factor = number(1, largest_factor, "a number of steps");
@@ -185,7 +185,7 @@ bool Parser::modifier(PatternNode& node) {
   const char sign = peek();
   if (sign == '\0' || std::string_view("*/@!(").find(sign) == std::string_view::npos)
     return false;
-  const std::size_t at = position_++;
+  const size_t at = position_++;
   if (sign == '*' || sign == '/') {
     node = scaled(std::move(node), sign == '*' ? Kind::faster : Kind::slower);
     node.factor = number(1, largest_factor, "a factor");

@@ -9,8 +9,7 @@
 //
 // Blanks may stand between any two of these. Modifiers take effect from left to right, each on
 // all that stands before it in its step; @ and ! concern the step as a whole and may stand once.
-#ifndef KAVO_SOUND_NOTATION_H
-#define KAVO_SOUND_NOTATION_H
+#pragma once
 
 #include <cstddef>
 #include <string_view>
@@ -34,8 +33,8 @@ struct PatternNode {
   };
 
   Kind kind = Kind::rest;
-  std::size_t column = 1; // where it begins in the text
-  int note = 0;           // MIDI number
+  size_t column = 1; // where it begins in the text
+  int note = 0;      // MIDI number
   int factor = 1;
   int onsets = 1;
   int rotation = 0;
@@ -48,5 +47,3 @@ struct PatternNode {
 PatternNode parse_pattern(std::string_view text);
 
 } // namespace kavo::sound
-
-#endif

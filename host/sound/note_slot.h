@@ -1,6 +1,5 @@
 // One sounding note of a voice: an oscillator under an envelope.
-#ifndef KAVO_SOUND_NOTE_SLOT_H
-#define KAVO_SOUND_NOTE_SLOT_H
+#pragma once
 
 #include <cstdint>
 
@@ -17,5 +16,3 @@ struct NoteSlot {
 };
 
 } // namespace kavo::sound
-
-#endif

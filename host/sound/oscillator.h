@@ -1,7 +1,6 @@
 // Reads a wave table at a steady pitch. The phase is a 32-bit integer, a whole turn is 2^32: it
 // wraps by itself and never drifts.
-#ifndef KAVO_SOUND_OSCILLATOR_H
-#define KAVO_SOUND_OSCILLATOR_H
+#pragma once
 
 #include <cmath>
 #include <cstdint>
@@ -42,5 +41,3 @@ private:
 };
 
 } // namespace kavo::sound
-
-#endif

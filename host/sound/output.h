@@ -1,6 +1,5 @@
 // Where sound goes: a device, a file in memory, or nothing at all.
-#ifndef KAVO_SOUND_OUTPUT_H
-#define KAVO_SOUND_OUTPUT_H
+#pragma once
 
 #include <stdexcept>
 
@@ -31,19 +30,17 @@ public:
   virtual void start(AudioSource& source) = 0;
 
   // True when an open output plays no more and never will: it was unplugged.
-  [[nodiscard]] virtual bool is_lost() const = 0;
+  virtual bool is_lost() const = 0;
 
   // Waits until whatever was rendered has been handed on. Closing twice is harmless.
   virtual void close() = 0;
 
   // How long the sound takes to come up when the output starts, and to go down before it closes.
-  [[nodiscard]] virtual double fade_in_seconds() const = 0;
-  [[nodiscard]] virtual double fade_out_seconds() const = 0;
+  virtual double fade_in_seconds() const = 0;
+  virtual double fade_out_seconds() const = 0;
 
   // Lets up to a millisecond pass in which the output may ask for more.
   virtual void wait() = 0;
 };
 
 } // namespace kavo::sound
-
-#endif

@@ -4,7 +4,7 @@ namespace kavo::sound {
 
 namespace {
 
-std::string described(std::string_view text, std::size_t position) {
+std::string described(std::string_view text, size_t position) {
   if (position >= text.size())
     return "the end";
   const auto byte = static_cast<unsigned char>(text[position]);
@@ -18,7 +18,7 @@ std::string described(std::string_view text, std::size_t position) {
 
 } // namespace
 
-PatternError unexpected(std::string_view text, std::size_t position, std::string_view what) {
+PatternError unexpected(std::string_view text, size_t position, std::string_view what) {
   return {position + 1, "expected " + std::string(what) + ", got " + described(text, position)};
 }
 

@@ -1,6 +1,5 @@
 // What is wrong with a pattern or a note name, and where.
-#ifndef KAVO_SOUND_PATTERN_ERROR_H
-#define KAVO_SOUND_PATTERN_ERROR_H
+#pragma once
 
 #include <cstddef>
 #include <stdexcept>
@@ -11,19 +10,17 @@ namespace kavo::sound {
 
 class PatternError : public std::runtime_error {
 public:
-  PatternError(std::size_t column, const std::string& what)
+  PatternError(size_t column, const std::string& what)
       : std::runtime_error(what), column_(column) {}
 
   // Counted in bytes from 1.
-  [[nodiscard]] std::size_t column() const { return column_; }
+  size_t column() const { return column_; }
 
 private:
-  std::size_t column_;
+  size_t column_;
 };
 
 // "expected <what>, got <whatever stands at text[position]>".
-PatternError unexpected(std::string_view text, std::size_t position, std::string_view what);
+PatternError unexpected(std::string_view text, size_t position, std::string_view what);
 
 } // namespace kavo::sound
-
-#endif

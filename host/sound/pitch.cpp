@@ -10,7 +10,7 @@ namespace {
 // Semitones above C of the letters a to g.
 constexpr std::array<int, 7> semitones = {9, 11, 0, 2, 4, 5, 7};
 
-int read_accidentals(std::string_view text, std::size_t& position) {
+int read_accidentals(std::string_view text, size_t& position) {
   int shift = 0;
   for (; position < text.size(); ++position) {
     if (text[position] == '#' || text[position] == 's')
@@ -23,7 +23,7 @@ int read_accidentals(std::string_view text, std::size_t& position) {
   return shift;
 }
 
-int read_octave(std::string_view text, std::size_t& position) {
+int read_octave(std::string_view text, size_t& position) {
   const auto is_digit = [&] {
     return position < text.size() && text[position] >= '0' && text[position] <= '9';
   };
@@ -41,11 +41,11 @@ double frequency_of(int note) {
   return 440.0 * std::exp2((note - 69) / 12.0);
 }
 
-int read_note(std::string_view text, std::size_t& position) {
-  const std::size_t start = position;
+int read_note(std::string_view text, size_t& position) {
+  const size_t start = position;
   if (position >= text.size() || text[position] < 'a' || text[position] > 'g')
     throw unexpected(text, position, "a note, a letter from a to g");
-  const int letter = semitones[static_cast<std::size_t>(text[position++] - 'a')];
+  const int letter = semitones[static_cast<size_t>(text[position++] - 'a')];
   const int shift = read_accidentals(text, position);
   const int octave = read_octave(text, position);
   const int note = letter + shift + 12 * (octave + 1);
@@ -56,7 +56,7 @@ int read_note(std::string_view text, std::size_t& position) {
 }
 
 int note_named(std::string_view name) {
-  std::size_t position = 0;
+  size_t position = 0;
   const int note = read_note(name, position);
   if (position != name.size())
     throw unexpected(name, position, "nothing after the note");

@@ -1,6 +1,5 @@
 // Note names in scientific pitch: A4 is 440 Hz and MIDI note 69, C4 is 60.
-#ifndef KAVO_SOUND_PITCH_H
-#define KAVO_SOUND_PITCH_H
+#pragma once
 
 #include <cstddef>
 #include <string_view>
@@ -17,11 +16,9 @@ double frequency_of(int note);
 
 // Reads one note (letter a to g, any of # s b, octave) at text[position] and moves `position`
 // behind it. Gives its MIDI number; throws PatternError when no note from c0 to g9 stands there.
-int read_note(std::string_view text, std::size_t& position);
+int read_note(std::string_view text, size_t& position);
 
 // The same for a text that is one note and nothing else.
 int note_named(std::string_view name);
 
 } // namespace kavo::sound
-
-#endif

@@ -5,8 +5,7 @@
 // Numbers come as doubles, as the game sends them. Every function but init, tend and shutdown
 // throws host::CommandError ("argument 2 (gain) must be 0 to 4, got -1") when an argument is out of
 // its range and has then changed nothing: what was playing plays on.
-#ifndef KAVO_SOUND_PLAYER_H
-#define KAVO_SOUND_PLAYER_H
+#pragma once
 
 #include <array>
 #include <cstdint>
@@ -69,7 +68,7 @@ public:
   void tend();
 
   // Null while there is no output.
-  [[nodiscard]] const Engine* engine() const { return engine_.get(); }
+  const Engine* engine() const { return engine_.get(); }
 
 private:
   // What the engine has been told, so that another one can be told again.
@@ -95,7 +94,7 @@ private:
   void adopt(std::unique_ptr<const Score> score);
   void collect_retired_scores();
   void wait_for_silence();
-  VoiceState& voice_state(int voice) { return state_.voices[static_cast<std::size_t>(voice)]; }
+  VoiceState& voice_state(int voice) { return state_.voices[static_cast<size_t>(voice)]; }
 
   std::unique_ptr<Output> output_;
   Clock clock_;
@@ -110,5 +109,3 @@ private:
 };
 
 } // namespace kavo::sound
-
-#endif

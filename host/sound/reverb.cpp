@@ -15,16 +15,16 @@ constexpr float input_gain = 0.35355339f;  // shares the input's energy among th
 constexpr float output_gain = 0.18f; // the game's room is 91 dB down two seconds after its music
 constexpr float inaudible = 1e-7f;   // -140 dBFS
 
-bool is_prime(std::size_t number) {
-  for (std::size_t divisor = 2; divisor * divisor <= number; ++divisor)
+bool is_prime(size_t number) {
+  for (size_t divisor = 2; divisor * divisor <= number; ++divisor)
     if (number % divisor == 0)
       return false;
   return number > 1;
 }
 
 // Prime lengths have no common multiple at which echoes would pile up.
-std::size_t prime_length(double milliseconds, int rate) {
-  auto frames = static_cast<std::size_t>(std::max(2.0, milliseconds * rate / 1000.0));
+size_t prime_length(double milliseconds, int rate) {
+  auto frames = static_cast<size_t>(std::max(2.0, milliseconds * rate / 1000.0));
   while (!is_prime(frames))
     ++frames;
   return frames;
@@ -32,9 +32,9 @@ std::size_t prime_length(double milliseconds, int rate) {
 
 // The fast Walsh-Hadamard transform, unscaled.
 void hadamard(std::array<float, 8>& values) {
-  for (std::size_t half = 1; half < values.size(); half *= 2) {
-    for (std::size_t start = 0; start < values.size(); start += 2 * half) {
-      for (std::size_t i = start; i < start + half; ++i) {
+  for (size_t half = 1; half < values.size(); half *= 2) {
+    for (size_t start = 0; start < values.size(); start += 2 * half) {
+      for (size_t i = start; i < start + half; ++i) {
         const float sum = values[i] + values[i + half];
         values[i + half] = values[i] - values[i + half];
         values[i] = sum;
@@ -51,9 +51,9 @@ double reverberation_seconds(double size) {
 
 void Reverb::prepare(int rate) {
   rate_ = rate;
-  for (std::size_t i = 0; i < allpass_count; ++i)
+  for (size_t i = 0; i < allpass_count; ++i)
     allpasses_[i] = {std::vector<float>(prime_length(allpass_ms[i], rate)), 0};
-  for (std::size_t i = 0; i < line_count; ++i)
+  for (size_t i = 0; i < line_count; ++i)
     lines_[i] = {std::vector<float>(prime_length(line_ms[i], rate)), 0};
   longest_line_ = static_cast<int64_t>(lines_.back().samples.size());
   quiet_frames_ = longest_line_;
@@ -65,7 +65,7 @@ void Reverb::prepare(int rate) {
 Reverb::Parameters Reverb::parameters_for(const ReverbSettings& settings) const {
   Parameters result;
   const double frames_to_silence = reverberation_seconds(settings.size) * rate_;
-  for (std::size_t i = 0; i < line_count; ++i) {
+  for (size_t i = 0; i < line_count; ++i) {
     const auto length = static_cast<double>(lines_[i].samples.size());
     result.feedback[i] = static_cast<float>(std::pow(10.0, -3.0 * length / frames_to_silence));
   }
@@ -80,7 +80,7 @@ void Reverb::set(const ReverbSettings& settings) {
   target_ = parameters_for(settings);
   glide_left_ = rate_ / 100;
   const auto frames = static_cast<float>(glide_left_);
-  for (std::size_t i = 0; i < line_count; ++i)
+  for (size_t i = 0; i < line_count; ++i)
     step_.feedback[i] = (target_.feedback[i] - now_.feedback[i]) / frames;
   step_.damping = (target_.damping - now_.damping) / frames;
   step_.direct = (target_.direct - now_.direct) / frames;
@@ -92,7 +92,7 @@ void Reverb::glide() {
     now_ = target_;
     return;
   }
-  for (std::size_t i = 0; i < line_count; ++i)
+  for (size_t i = 0; i < line_count; ++i)
     now_.feedback[i] += step_.feedback[i];
   now_.damping += step_.damping;
   now_.direct += step_.direct;
@@ -124,7 +124,7 @@ void Reverb::process_frame(float in, float& left, float& right) {
   const float fed = smear(in) * input_gain;
   std::array<float, line_count> out;
   float loudest = std::abs(fed);
-  for (std::size_t i = 0; i < line_count; ++i) {
+  for (size_t i = 0; i < line_count; ++i) {
     const float delayed = lines_[i].now();
     damped_[i] = delayed + now_.damping * (damped_[i] - delayed);
     out[i] = damped_[i] * now_.feedback[i];
@@ -135,7 +135,7 @@ void Reverb::process_frame(float in, float& left, float& right) {
   left += now_.direct * even + now_.cross * odd;
   right += now_.direct * odd + now_.cross * even;
   hadamard(out);
-  for (std::size_t i = 0; i < line_count; ++i) {
+  for (size_t i = 0; i < line_count; ++i) {
     lines_[i].now() = out[i] * matrix_gain + fed;
     lines_[i].advance();
   }

@@ -1,8 +1,7 @@
 // The room: four allpasses that smear the input, then a feedback delay network of eight lines
 // under a Hadamard matrix (J.-M. Jot and A. Chaigne, "Digital delay networks for designing
 // artificial reverberators", 1991), mono in and stereo out.
-#ifndef KAVO_SOUND_REVERB_H
-#define KAVO_SOUND_REVERB_H
+#pragma once
 
 #include <array>
 #include <cstddef>
@@ -34,15 +33,15 @@ public:
   void process(const float* in, float* left, float* right, int64_t frames);
 
   // True when the tail has died away.
-  [[nodiscard]] bool is_asleep() const { return quiet_frames_ >= longest_line_; }
+  bool is_asleep() const { return quiet_frames_ >= longest_line_; }
 
 private:
-  static constexpr std::size_t line_count = 8;
-  static constexpr std::size_t allpass_count = 4;
+  static constexpr size_t line_count = 8;
+  static constexpr size_t allpass_count = 4;
 
   struct DelayLine {
     std::vector<float> samples;
-    std::size_t position = 0;
+    size_t position = 0;
 
     float& now() { return samples[position]; }
     void advance() { position = position + 1 == samples.size() ? 0 : position + 1; }
@@ -55,7 +54,7 @@ private:
     float cross = 0.0f;  // of the other side's
   };
 
-  [[nodiscard]] Parameters parameters_for(const ReverbSettings& settings) const;
+  Parameters parameters_for(const ReverbSettings& settings) const;
   void glide();
   float smear(float in);
   void process_frame(float in, float& left, float& right);
@@ -73,5 +72,3 @@ private:
 };
 
 } // namespace kavo::sound
-
-#endif

@@ -1,6 +1,5 @@
 // A pattern unrolled: every note of its period with exact onset and length.
-#ifndef KAVO_SOUND_SCORE_H
-#define KAVO_SOUND_SCORE_H
+#pragma once
 
 #include <cstdint>
 #include <string_view>
@@ -12,7 +11,7 @@ namespace kavo::sound {
 
 inline constexpr int voice_count = 16;
 inline constexpr int64_t longest_period = 256; // cycles
-inline constexpr std::size_t most_notes = 8192;
+inline constexpr size_t most_notes = 8192;
 
 // Times are in cycles (bars) from the start of the period; a note may end after the period does.
 struct ScoreNote {
@@ -32,5 +31,3 @@ struct Score {
 Score read_score(std::string_view pattern);
 
 } // namespace kavo::sound
-
-#endif

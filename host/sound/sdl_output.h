@@ -1,6 +1,5 @@
 // The sound device, through SDL.
-#ifndef KAVO_SOUND_SDL_OUTPUT_H
-#define KAVO_SOUND_SDL_OUTPUT_H
+#pragma once
 
 #include <cstdint>
 
@@ -14,11 +13,11 @@ public:
 
   int open() override;
   void start(AudioSource& source) override;
-  [[nodiscard]] bool is_lost() const override;
+  bool is_lost() const override;
   void close() override;
   // A player who starts the game with headphones on is not startled.
-  [[nodiscard]] double fade_in_seconds() const override { return 0.1; }
-  [[nodiscard]] double fade_out_seconds() const override { return 0.008; }
+  double fade_in_seconds() const override { return 0.1; }
+  double fade_out_seconds() const override { return 0.008; }
   void wait() override;
 
 private:
@@ -30,5 +29,3 @@ private:
 };
 
 } // namespace kavo::sound
-
-#endif

@@ -3,8 +3,7 @@
 // Time is counted in ticks: a cycle has 240,000 * rate of them, and at a tempo of b thousandths
 // of a beat per minute every frame lasts exactly b. So a position is an integer at any tempo, and
 // a note is as exactly in time after a week as in the first bar.
-#ifndef KAVO_SOUND_SEQUENCER_H
-#define KAVO_SOUND_SEQUENCER_H
+#pragma once
 
 #include <cstddef>
 #include <cstdint>
@@ -23,32 +22,30 @@ public:
   // From its first cycle; null is silence. The score is borrowed.
   void play(const Score* score, bool loops);
 
-  [[nodiscard]] const Score* score() const { return score_; }
+  const Score* score() const { return score_; }
 
   // The next note that is due at the current frame, null when there is none (left). `gate` is
   // the number of frames for which it is held.
   const ScoreNote* next_due(int64_t& gate);
 
   // The frames before the next note is due, at most `limit`.
-  [[nodiscard]] int64_t frames_before_next(int64_t limit) const;
+  int64_t frames_before_next(int64_t limit) const;
 
   void advance(int64_t frames) { position_ += frames * ticks_per_frame_; }
 
 private:
-  [[nodiscard]] int64_t frames_until(int64_t tick) const;
-  [[nodiscard]] int64_t tick_of(const Fraction& time) const;
-  [[nodiscard]] int64_t next_tick() const { return loop_start_ + tick_of(next_note().onset); }
-  [[nodiscard]] const ScoreNote& next_note() const { return score_->notes[next_]; }
+  int64_t frames_until(int64_t tick) const;
+  int64_t tick_of(const Fraction& time) const;
+  int64_t next_tick() const { return loop_start_ + tick_of(next_note().onset); }
+  const ScoreNote& next_note() const { return score_->notes[next_]; }
 
   int64_t ticks_per_cycle_ = 0;
   int64_t ticks_per_frame_ = 120'000;
   int64_t position_ = 0;   // ticks since the score began
   int64_t loop_start_ = 0; // the tick at which the loop of the next note began
   const Score* score_ = nullptr;
-  std::size_t next_ = 0;
+  size_t next_ = 0;
   bool loops_ = true;
 };
 
 } // namespace kavo::sound
-
-#endif

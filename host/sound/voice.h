@@ -1,7 +1,6 @@
 // A voice: a patch (waveform and envelope) with eight note slots, so that a release rings on
 // under the next note, and behind them a filter, a gain and a send to the reverb.
-#ifndef KAVO_SOUND_VOICE_H
-#define KAVO_SOUND_VOICE_H
+#pragma once
 
 #include <array>
 #include <cstdint>
@@ -48,12 +47,12 @@ public:
   void mix_into(float* dry, float* to_reverb, float* scratch, int64_t frames);
 
 private:
-  static constexpr std::size_t slot_count = 8;
+  static constexpr size_t slot_count = 8;
   static constexpr int notes_at_a_time = 6;
 
   NoteSlot* slot_for_new_note();
   void make_room();
-  [[nodiscard]] bool is_settled() const;
+  bool is_settled() const;
   bool sum_slots(float* sum, float* scratch, int64_t frames);
 
   const WavetableBank* bank_ = nullptr;
@@ -69,5 +68,3 @@ private:
 };
 
 } // namespace kavo::sound
-
-#endif

@@ -18,14 +18,14 @@ constexpr double pi = std::numbers::pi;
 // Reading between samples in a straight line mirrors harmonic k of a table of N samples at
 // N - k and N + k, weaker by (k / N)^2. At 128 samples a harmonic all mirrors together stay 95 dB
 // below the wave; the longest tables get by with 32, for their upper harmonics are weak.
-constexpr std::size_t samples_per_harmonic = 128;
-constexpr std::size_t shortest_table = 2048;
-constexpr std::size_t longest_table = 32768;
-constexpr std::size_t longest_triangle = 4096; // its harmonics fall with the square
+constexpr size_t samples_per_harmonic = 128;
+constexpr size_t shortest_table = 2048;
+constexpr size_t longest_table = 32768;
+constexpr size_t longest_triangle = 4096; // its harmonics fall with the square
 
 // The Fourier series of the ideal waves, the amplitude of sin(2 pi k t); the square has none of
 // its own, it is made from the saw.
-double harmonic(Waveform waveform, std::size_t k) {
+double harmonic(Waveform waveform, size_t k) {
   const auto order = static_cast<double>(k);
   const bool is_odd = k % 2 == 1;
   switch (waveform) {
@@ -38,18 +38,18 @@ double harmonic(Waveform waveform, std::size_t k) {
   }
 }
 
-std::size_t table_size(Waveform waveform, std::size_t harmonics) {
-  const std::size_t longest = waveform == Waveform::triangle ? longest_triangle : longest_table;
+size_t table_size(Waveform waveform, size_t harmonics) {
+  const size_t longest = waveform == Waveform::triangle ? longest_triangle : longest_table;
   return std::clamp(std::bit_ceil(harmonics * samples_per_harmonic), shortest_table, longest);
 }
 
 // Makes tables; a transform is set up once for all tables of one length.
 class TableMaker {
 public:
-  std::vector<double> single_cycle(Waveform waveform, std::size_t harmonics) {
-    const std::size_t size = table_size(waveform, harmonics);
+  std::vector<double> single_cycle(Waveform waveform, size_t harmonics) {
+    const size_t size = table_size(waveform, harmonics);
     points_.assign(size, 0.0);
-    for (std::size_t k = 1; k <= harmonics; ++k)
+    for (size_t k = 1; k <= harmonics; ++k)
       points_[k] = harmonic(waveform, k);
     transforms_.try_emplace(size, size).first->second.transform(points_, harmonics + 1);
     std::vector<double> cycle(size);
@@ -59,15 +59,15 @@ public:
   }
 
 private:
-  std::map<std::size_t, FourierTransform> transforms_;
+  std::map<size_t, FourierTransform> transforms_;
   std::vector<std::complex<double>> points_;
 };
 
 // A saw less itself half a cycle on: the even harmonics cancel out, the odd ones double.
 std::vector<double> square_from(const std::vector<double>& saw) {
-  const std::size_t half = saw.size() / 2;
+  const size_t half = saw.size() / 2;
   std::vector<double> cycle(saw.size());
-  for (std::size_t i = 0; i < half; ++i) {
+  for (size_t i = 0; i < half; ++i) {
     cycle[i] = saw[i] - saw[i + half];
     cycle[i + half] = -cycle[i];
   }
@@ -103,7 +103,7 @@ const WavetableBank& WavetableBank::shared() {
 
 WavetableBank::WavetableBank() {
   TableMaker maker;
-  for (std::size_t band = 0; band < band_count; ++band) {
+  for (size_t band = 0; band < band_count; ++band) {
     const auto saw = maker.single_cycle(Waveform::saw, harmonics(band));
     bands_of(Waveform::saw)[band] = closed(saw);
     bands_of(Waveform::square)[band] = closed(square_from(saw));
@@ -114,24 +114,24 @@ WavetableBank::WavetableBank() {
 }
 
 // As many as stay below half the sample rate at the upper end of the band.
-std::size_t WavetableBank::harmonics(std::size_t band) {
+size_t WavetableBank::harmonics(size_t band) {
   const double octaves_below = octaves + 1 - static_cast<double>(band) / bands_per_octave;
   const double upper_end = std::exp2(-octaves_below);
-  return std::max<std::size_t>(1, static_cast<std::size_t>(std::ceil(0.5 / upper_end)) - 1);
+  return std::max<size_t>(1, static_cast<size_t>(std::ceil(0.5 / upper_end)) - 1);
 }
 
 Wavetable WavetableBank::table(Waveform waveform, double frequency) const {
   const double position = bands_per_octave * (std::log2(frequency) + octaves + 1);
   const double last = band_count - 1;
-  auto band = static_cast<std::size_t>(std::clamp(std::ceil(position), 0.0, last));
+  auto band = static_cast<size_t>(std::clamp(std::ceil(position), 0.0, last));
   if (waveform == Waveform::sine)
     band = band_count - 1;
-  const auto& samples = tables_[static_cast<std::size_t>(waveform)][band];
+  const auto& samples = tables_[static_cast<size_t>(waveform)][band];
   return {samples.data(), std::countr_zero(samples.size() - 1)};
 }
 
-std::size_t WavetableBank::bytes() const {
-  std::size_t sum = 0;
+size_t WavetableBank::bytes() const {
+  size_t sum = 0;
   for (const auto& bands : tables_)
     for (const auto& samples : bands)
       sum += samples.size() * sizeof(float);

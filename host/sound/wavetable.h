@@ -1,7 +1,6 @@
 // Band-limited single cycles of the four waveforms, one per third of an octave, so that no
 // harmonic of any note lies above half the sample rate and none below two fifths of it is lost.
-#ifndef KAVO_SOUND_WAVETABLE_H
-#define KAVO_SOUND_WAVETABLE_H
+#pragma once
 
 #include <array>
 #include <cstddef>
@@ -13,7 +12,7 @@ namespace kavo::sound {
 
 // Each runs from -1 to 1 before its harmonics are cut and begins at 0, rising.
 enum class Waveform { square, saw, triangle, sine };
-inline constexpr std::size_t waveform_count = 4;
+inline constexpr size_t waveform_count = 4;
 
 // "SQUARE", "SAW", "TRIANGLE", "SINE"; nothing for any other name.
 std::optional<Waveform> waveform_named(std::string_view name);
@@ -32,24 +31,22 @@ public:
   WavetableBank();
 
   // For a frequency given as a fraction of the sample rate, below 0.5.
-  [[nodiscard]] Wavetable table(Waveform waveform, double frequency) const;
+  Wavetable table(Waveform waveform, double frequency) const;
 
-  [[nodiscard]] std::size_t bytes() const;
+  size_t bytes() const;
 
 private:
   // Bands are a third of an octave wide; the lowest ends at rate / 2048, the highest at rate / 2.
   static constexpr int bands_per_octave = 3;
   static constexpr int octaves = 10;
-  static constexpr std::size_t band_count = bands_per_octave * octaves + 1;
+  static constexpr size_t band_count = bands_per_octave * octaves + 1;
 
   using Bands = std::array<std::vector<float>, band_count>;
 
-  static std::size_t harmonics(std::size_t band);
-  Bands& bands_of(Waveform waveform) { return tables_[static_cast<std::size_t>(waveform)]; }
+  static size_t harmonics(size_t band);
+  Bands& bands_of(Waveform waveform) { return tables_[static_cast<size_t>(waveform)]; }
 
   std::array<Bands, waveform_count> tables_; // the sine has but the highest band
 };
 
 } // namespace kavo::sound
-
-#endif

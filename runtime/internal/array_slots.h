@@ -1,11 +1,11 @@
 // Slots as references, and arrays whose slots are all about to be written.
 #pragma once
 
-#include "runtime/value.h"
-
 #include <bit>
 #include <cstdint>
 #include <span>
+
+#include "runtime/value.h"
 
 namespace qor {
 
@@ -15,7 +15,7 @@ inline constexpr uint32_t string_flags = QOR_FLAG_NESTED | QOR_FLAG_STRINGS;
 inline std::span<const double> slots_of(const QorArray* array) {
   if (array == nullptr)
     return {};
-  return {array->data, static_cast<std::size_t>(array->length)};
+  return {array->data, static_cast<size_t>(array->length)};
 }
 
 template<typename T>

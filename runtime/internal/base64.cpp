@@ -15,7 +15,7 @@ enum : uint8_t { white_space = 64, padding = 65, foreign = 66 };
 constexpr std::array<uint8_t, 256> make_digit_values() {
   std::array<uint8_t, 256> values{};
   values.fill(foreign);
-  for (std::size_t i = 0; i < alphabet.size(); ++i)
+  for (size_t i = 0; i < alphabet.size(); ++i)
     values[static_cast<unsigned char>(alphabet[i])] = static_cast<uint8_t>(i);
   for (const char c : {' ', '\t', '\n', '\v', '\f', '\r'})
     values[static_cast<unsigned char>(c)] = white_space;
@@ -25,7 +25,7 @@ constexpr std::array<uint8_t, 256> make_digit_values() {
 
 constexpr auto digit_values = make_digit_values();
 
-uint32_t byte_at(std::string_view bytes, std::size_t at) {
+uint32_t byte_at(std::string_view bytes, size_t at) {
   return at < bytes.size() ? static_cast<unsigned char>(bytes[at]) : 0;
 }
 
@@ -62,7 +62,7 @@ public:
       return false;
     uint32_t bits = 0;
     uint32_t others = 0;
-    for (std::size_t i = 0; i < 4; ++i) {
+    for (size_t i = 0; i < 4; ++i) {
       const uint32_t value = digit_values[static_cast<unsigned char>(text[i])];
       bits = bits << 6 | value;
       others |= value;
@@ -94,15 +94,15 @@ private:
 
   char* out_;
   uint32_t bits_ = 0;
-  std::size_t digits_ = 0;
-  std::size_t paddings_ = 0;
+  size_t digits_ = 0;
+  size_t paddings_ = 0;
 };
 
 // Feeds `at_least` digits, or all, and then as many as complete a group: behind a line break, say,
 // whole blocks may go on.
-bool take_some(Decoder& decoder, std::string_view& text, std::size_t at_least) {
+bool take_some(Decoder& decoder, std::string_view& text, size_t at_least) {
   while (!text.empty() && (at_least > 0 || !decoder.is_between_groups())) {
-    const auto taken = decoder.takes_group(text) ? std::size_t{4} : std::size_t{1};
+    const auto taken = decoder.takes_group(text) ? size_t{4} : size_t{1};
     if (taken == 1 && !decoder.takes(text.front()))
       return false;
     text.remove_prefix(taken);
@@ -120,8 +120,8 @@ void encode_base64(std::string_view bytes, char* out, bool is_portable) {
     encode_group(bytes.substr(0, 3), out);
 }
 
-std::optional<std::size_t> decode_base64(std::string_view text, char* out, bool is_portable) {
-  constexpr std::size_t digits_between_blocks = 16;
+std::optional<size_t> decode_base64(std::string_view text, char* out, bool is_portable) {
+  constexpr size_t digits_between_blocks = 16;
   Decoder decoder(out);
   while (!text.empty()) {
     if (!is_portable)
@@ -131,7 +131,7 @@ std::optional<std::size_t> decode_base64(std::string_view text, char* out, bool 
   }
   if (!decoder.is_complete())
     return {};
-  return static_cast<std::size_t>(decoder.out() - out);
+  return static_cast<size_t>(decoder.out() - out);
 }
 
 } // namespace qor

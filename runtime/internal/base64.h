@@ -8,7 +8,7 @@
 namespace qor {
 
 // How many digits `bytes` bytes take, padding included.
-constexpr std::size_t base64_length(std::size_t bytes) {
+constexpr size_t base64_length(size_t bytes) {
   return (bytes + 2) / 3 * 4;
 }
 
@@ -16,13 +16,13 @@ constexpr std::size_t base64_length(std::size_t bytes) {
 void encode_base64(std::string_view bytes, char* out, bool is_portable);
 
 // The most bytes that `digits` digits and white space may stand for.
-constexpr std::size_t base64_bytes(std::size_t digits) {
+constexpr size_t base64_bytes(size_t digits) {
   return digits / 4 * 3 + 3;
 }
 
 // Writes at most base64_bytes(text.size()) bytes and returns how many; none when `text` is not
 // Base64. White space and missing padding are fine.
-std::optional<std::size_t> decode_base64(std::string_view text, char* out, bool is_portable);
+std::optional<size_t> decode_base64(std::string_view text, char* out, bool is_portable);
 
 // Encode or decode as many whole blocks as the vectors take from the front of `in`, write behind
 // `out` and move both on; nothing without AVX2. Decoding stops in front of any foreign byte; `out`

@@ -36,8 +36,8 @@ QOR_TARGET inline __m256i to_digits(__m256i indexes) {
 }
 
 QOR_TARGET void encode(std::string_view& in, char*& out) {
-  constexpr std::size_t lane_bytes = 12;
-  constexpr std::size_t read = lane_bytes + sizeof(__m128i); // the second load reads four too many
+  constexpr size_t lane_bytes = 12;
+  constexpr size_t read = lane_bytes + sizeof(__m128i); // the second load reads four too many
   while (in.size() >= read) {
     const auto* first = reinterpret_cast<const __m128i*>(in.data());
     const auto* second = reinterpret_cast<const __m128i*>(in.data() + lane_bytes);
@@ -85,7 +85,7 @@ QOR_TARGET inline __m256i to_bytes(__m256i values) {
 }
 
 QOR_TARGET void decode(std::string_view& in, char*& out) {
-  constexpr std::size_t needed = 44; // a store writes 32 bytes, which 44 digits have room for
+  constexpr size_t needed = 44; // a store writes 32 bytes, which 44 digits have room for
   while (in.size() >= needed) {
     const auto [values, are_digits] =
         to_values(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(in.data())));

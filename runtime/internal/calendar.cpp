@@ -1,7 +1,5 @@
 #include "runtime/internal/calendar.h"
 
-#include "runtime/internal/numbers.h"
-
 #include <algorithm>
 #include <array>
 #include <cctype>
@@ -9,6 +7,8 @@
 #include <cmath>
 #include <cstdio>
 #include <ctime>
+
+#include "runtime/internal/numbers.h"
 
 namespace qor {
 namespace {

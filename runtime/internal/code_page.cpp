@@ -1,8 +1,8 @@
 #include "runtime/internal/code_page.h"
 
-#include <cstdint>
-
 #include <iconv.h>
+
+#include <cstdint>
 
 namespace qor {
 namespace {
@@ -33,7 +33,7 @@ public:
   }
 
 private:
-  static constexpr auto failure = static_cast<std::size_t>(-1);
+  static constexpr auto failure = static_cast<size_t>(-1);
 
   bool is_open() const { return reinterpret_cast<std::intptr_t>(descriptor_) != -1; }
 

@@ -6,7 +6,7 @@ namespace qor {
 namespace {
 
 // Any thread of a desktop has this much left.
-constexpr std::size_t always_there = 1 << 20;
+constexpr size_t always_there = 1 << 20;
 
 void* run(void* work) {
   (*static_cast<const std::function<void()>*>(work))();
@@ -22,7 +22,7 @@ bool run_in_thread(const pthread_attr_t& attributes, const std::function<void()>
 
 } // namespace
 
-bool run_with_stack(std::size_t bytes, const std::function<void()>& work) {
+bool run_with_stack(size_t bytes, const std::function<void()>& work) {
   if (bytes <= always_there) {
     work();
     return true;

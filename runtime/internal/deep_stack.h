@@ -8,6 +8,6 @@ namespace qor {
 
 // Runs `work` with at least `bytes` of stack: here, or in a thread of its own that is waited for.
 // False, and nothing run, when there is no such stack to be had. `work` does not throw.
-bool run_with_stack(std::size_t bytes, const std::function<void()>& work);
+bool run_with_stack(size_t bytes, const std::function<void()>& work);
 
 } // namespace qor

@@ -1,13 +1,13 @@
 // Walking arrays element by element, row by row.
 #pragma once
 
-#include "runtime/internal/array_slots.h"
-#include "runtime/internal/cpu.h"
-
 #include <algorithm>
 #include <cstddef>
 #include <span>
 #include <vector>
+
+#include "runtime/internal/array_slots.h"
+#include "runtime/internal/cpu.h"
 
 namespace qor {
 
@@ -25,8 +25,8 @@ public:
   Numbers& operator=(const Numbers&) = delete;
 
   const double* data() const { return values_.data(); }
-  std::size_t size() const { return values_.size(); }
-  double operator[](std::size_t i) const { return values_[i]; }
+  size_t size() const { return values_.size(); }
+  double operator[](size_t i) const { return values_[i]; }
 
 private:
   std::vector<double> zeros_;
@@ -48,8 +48,8 @@ QorArray* new_rows(int64_t length, MakeRow make_row) {
 
 // Calls `step` with every index below `length`.
 template<typename Step>
-void for_each_index(std::size_t length, const Step& step) {
-  for (std::size_t i = 0; i < length; ++i)
+void for_each_index(size_t length, const Step& step) {
+  for (size_t i = 0; i < length; ++i)
     step(i);
 }
 
@@ -58,13 +58,13 @@ void for_each_index(std::size_t length, const Step& step) {
 // (scripts/bench runtime_arrays).
 #if defined(__x86_64__)
 template<typename Step>
-__attribute__((target("avx2"))) void for_each_index_avx2(std::size_t length, const Step& step) {
+__attribute__((target("avx2"))) void for_each_index_avx2(size_t length, const Step& step) {
   for_each_index(length, step);
 }
 #endif
 
 template<typename Step>
-void for_each_index_widely(std::size_t length, const Step& step) {
+void for_each_index_widely(size_t length, const Step& step) {
 #if defined(__x86_64__)
   if (has_avx2())
     return for_each_index_avx2(length, step);
@@ -98,9 +98,9 @@ QorArray* combined_with_scalar(const QorArray* array, double s, bool is_scalar_f
     const auto* in = values.data();
     auto* out = result->data;
     if (is_scalar_first)
-      for_each_index_widely(values.size(), [=](std::size_t i) { out[i] = operation(s, in[i]); });
+      for_each_index_widely(values.size(), [=](size_t i) { out[i] = operation(s, in[i]); });
     else
-      for_each_index_widely(values.size(), [=](std::size_t i) { out[i] = operation(in[i], s); });
+      for_each_index_widely(values.size(), [=](size_t i) { out[i] = operation(in[i], s); });
   });
   return result;
 }
@@ -112,7 +112,7 @@ QorArray* combined(const QorArray* a, const QorArray* b, const WithOperation& wi
   const auto length = std::min(left.size(), right.size());
   if (has_rows(a) || has_rows(b))
     return new_rows(static_cast<int64_t>(length), [&](int64_t i) {
-      const auto at = static_cast<std::size_t>(i);
+      const auto at = static_cast<size_t>(i);
       if (!has_rows(a))
         return combined_with_scalar(row_of(b, i), left[at], true, with_operation);
       if (!has_rows(b))
@@ -124,7 +124,7 @@ QorArray* combined(const QorArray* a, const QorArray* b, const WithOperation& wi
     const auto* first = left.data();
     const auto* second = right.data();
     auto* out = result->data;
-    for_each_index_widely(length, [=](std::size_t i) { out[i] = operation(first[i], second[i]); });
+    for_each_index_widely(length, [=](size_t i) { out[i] = operation(first[i], second[i]); });
   });
   return result;
 }

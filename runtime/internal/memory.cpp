@@ -16,20 +16,20 @@ void* require(void* block) {
 
 } // namespace
 
-void* allocate(std::size_t bytes) {
+void* allocate(size_t bytes) {
   return require(std::malloc(bytes == 0 ? 1 : bytes));
 }
 
 // reallocarray checks the product; a block from nothing is a new one.
-void* allocate_many(std::size_t count, std::size_t size) {
+void* allocate_many(size_t count, size_t size) {
   return require(reallocarray(nullptr, count == 0 ? 1 : count, size));
 }
 
-void* allocate_zeroed(std::size_t count, std::size_t size) {
+void* allocate_zeroed(size_t count, size_t size) {
   return require(std::calloc(count == 0 ? 1 : count, size));
 }
 
-void* reallocate(void* block, std::size_t bytes) {
+void* reallocate(void* block, size_t bytes) {
   return require(std::realloc(block, bytes == 0 ? 1 : bytes));
 }
 

@@ -6,11 +6,11 @@
 
 namespace qor {
 
-void* allocate(std::size_t bytes);
-void* allocate_many(std::size_t count, std::size_t size);
-void* allocate_zeroed(std::size_t count, std::size_t size);
+void* allocate(size_t bytes);
+void* allocate_many(size_t count, size_t size);
+void* allocate_zeroed(size_t count, size_t size);
 
 // Grows or shrinks a block of these; the old one is gone.
-void* reallocate(void* block, std::size_t bytes);
+void* reallocate(void* block, size_t bytes);
 
 } // namespace qor

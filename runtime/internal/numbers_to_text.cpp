@@ -8,7 +8,7 @@
 namespace qor {
 namespace {
 
-constexpr std::size_t longest_fixed = 320; // "%.6f" of the largest double: sign, 309 digits, 7 more
+constexpr size_t longest_fixed = 320; // "%.6f" of the largest double: sign, 309 digits, 7 more
 constexpr int decimals = 6;
 constexpr int significant_digits = 6;
 
@@ -59,7 +59,7 @@ std::optional<SixDigits> round_to_six_digits(double magnitude) {
   constexpr std::array scales{1e9, 1e8, 1e7, 1e6, 1e5, 1e4, 1e3, 1e2, 1e1, 1e0};
   if (!(magnitude >= powers.front() && magnitude < powers.back()))
     return {};
-  std::size_t place = 0;
+  size_t place = 0;
   while (magnitude >= powers[place + 1])
     ++place;
   const auto digits = nearest(magnitude * scales[place], 1e-9);
@@ -89,7 +89,7 @@ std::string_view write_plain(NumberBuffer& buffer, bool is_negative, SixDigits n
     *point = '.';
     ++out;
   }
-  const std::string_view text(buffer.data(), static_cast<std::size_t>(out - buffer.data()));
+  const std::string_view text(buffer.data(), static_cast<size_t>(out - buffer.data()));
   return without_trailing_zeros(text);
 }
 
@@ -107,7 +107,7 @@ std::string_view write_millionths(NumberBuffer& buffer, bool is_negative, int64_
   out = std::to_chars(out, buffer.end(), number / 1'000'000).ptr;
   *out++ = '.';
   out = write_six_digits(out, number % 1'000'000);
-  const std::string_view text(buffer.data(), static_cast<std::size_t>(out - buffer.data()));
+  const std::string_view text(buffer.data(), static_cast<size_t>(out - buffer.data()));
   return without_trailing_zeros(text);
 }
 
@@ -115,7 +115,7 @@ std::string_view write_millionths(NumberBuffer& buffer, bool is_negative, int64_
 
 std::string_view write_integer(NumberBuffer& buffer, int64_t value) {
   const auto* end = std::to_chars(buffer.begin(), buffer.end(), value).ptr;
-  return {buffer.data(), static_cast<std::size_t>(end - buffer.begin())};
+  return {buffer.data(), static_cast<size_t>(end - buffer.begin())};
 }
 
 std::string_view write_general(NumberBuffer& buffer, double value) {
@@ -124,7 +124,7 @@ std::string_view write_general(NumberBuffer& buffer, double value) {
   const auto* end = std::to_chars(buffer.begin(), buffer.end(), value, std::chars_format::general,
                                   significant_digits)
                         .ptr;
-  return {buffer.data(), static_cast<std::size_t>(end - buffer.begin())};
+  return {buffer.data(), static_cast<size_t>(end - buffer.begin())};
 }
 
 std::string_view write_trimmed(NumberBuffer& buffer, double value) {
@@ -133,7 +133,7 @@ std::string_view write_trimmed(NumberBuffer& buffer, double value) {
   std::array<char, longest_fixed> fixed; // to_chars fills what is read
   const auto* end =
       std::to_chars(fixed.begin(), fixed.end(), value, std::chars_format::fixed, decimals).ptr;
-  const std::string_view text(fixed.data(), static_cast<std::size_t>(end - fixed.begin()));
+  const std::string_view text(fixed.data(), static_cast<size_t>(end - fixed.begin()));
   return cut(buffer, text.size() < buffer.size() ? without_trailing_zeros(text) : text);
 }
 

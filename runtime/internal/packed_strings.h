@@ -8,20 +8,20 @@
 // distance from the block's beginning.
 #pragma once
 
-#include "runtime/internal/memory.h"
-
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <string_view>
 
+#include "runtime/internal/memory.h"
+
 namespace qor {
 
 class StringPacker {
 public:
   // Longer strings are worth a block of their own.
-  static constexpr std::size_t longest = 200;
+  static constexpr size_t longest = 200;
 
   // A new string of at most `longest` bytes, which ends with qor_str_free as others do.
   char* add(std::string_view text) {
@@ -39,11 +39,11 @@ public:
 
 private:
   // Small enough that a string that outlives its siblings keeps little.
-  static constexpr std::size_t block_size = 1024;
-  static constexpr std::size_t alignment = 8;
+  static constexpr size_t block_size = 1024;
+  static constexpr size_t alignment = 8;
 
   // Where the next string may begin when one of `length` bytes is put behind the used ones.
-  std::size_t end_of(std::size_t length) const {
+  size_t end_of(size_t length) const {
     const auto size = sizeof(uint32_t) + length + 1;
     return used_ + (size + alignment - 1) / alignment * alignment;
   }
@@ -55,7 +55,7 @@ private:
   }
 
   uint32_t* living_ = nullptr; // the block
-  std::size_t used_ = 0;
+  size_t used_ = 0;
 };
 
 inline bool is_packed(const char* s) {

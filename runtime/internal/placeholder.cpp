@@ -1,17 +1,17 @@
 #include "runtime/internal/placeholder.h"
 
-#include "runtime/internal/numbers.h"
-#include "runtime/internal/numbers_to_text.h"
-
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstdint>
 
+#include "runtime/internal/numbers.h"
+#include "runtime/internal/numbers_to_text.h"
+
 namespace qor {
 namespace {
 
-constexpr std::size_t longest_options = 62;
+constexpr size_t longest_options = 62;
 // No double has more decimals than this; the rest of a longer precision would be zeros.
 constexpr int most_decimals = 1100;
 
@@ -27,7 +27,7 @@ class Reader {
 public:
   explicit Reader(std::string_view text) : rest_(text) {}
 
-  char peek(std::size_t ahead = 0) const { return ahead < rest_.size() ? rest_[ahead] : '\0'; }
+  char peek(size_t ahead = 0) const { return ahead < rest_.size() ? rest_[ahead] : '\0'; }
 
   char next() {
     const char c = peek();
@@ -66,7 +66,7 @@ std::string fixed_text(double value, int precision) {
   const auto* end = std::to_chars(buffer.begin(), buffer.end(), value, std::chars_format::fixed,
                                   std::min(precision, most_decimals))
                         .ptr;
-  return {buffer.data(), static_cast<std::size_t>(end - buffer.data())};
+  return {buffer.data(), static_cast<size_t>(end - buffer.data())};
 }
 
 std::string hexadecimal_text(const Placeholder& placeholder, double value) {
@@ -104,7 +104,7 @@ Placeholder read_placeholder(std::string_view options) {
   Reader reader(options.substr(0, longest_options));
   reader.skip(':');
   read_alignment(reader, placeholder);
-  placeholder.width = static_cast<std::size_t>(reader.number(widest));
+  placeholder.width = static_cast<size_t>(reader.number(widest));
   if (reader.skip('.'))
     placeholder.precision = reader.number(most_decimals);
   placeholder.has_prefix = reader.skip('#');

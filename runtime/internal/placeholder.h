@@ -7,12 +7,12 @@
 
 namespace qor {
 
-inline constexpr std::size_t longest_placeholder = 255;
+inline constexpr size_t longest_placeholder = 255;
 
 struct Placeholder {
   char fill = ' ';
   char align = '>';
-  std::size_t width = 0;
+  size_t width = 0;
   int precision = -1; // none given
   bool has_prefix = false;
   char type = '\0';

@@ -1,16 +1,17 @@
 #include "runtime/internal/search.h"
 
 #include <bit>
+#include <cstddef>
 #include <cstring>
 
 namespace qor {
 namespace {
 
-constexpr std::ptrdiff_t word_size = sizeof(uint64_t);
+constexpr ptrdiff_t word_size = sizeof(uint64_t);
 
 // Words are looked at one by one as long as the needle may be close, as between the words of a
 // sentence; past that the C library's search is faster.
-constexpr std::ptrdiff_t close = 8 * word_size;
+constexpr ptrdiff_t close = 8 * word_size;
 
 constexpr uint64_t eight_times(char byte) {
   return 0x0101010101010101U * static_cast<unsigned char>(byte);
@@ -59,14 +60,13 @@ const char* Search::close_by(const char*& at, const char* end) {
 }
 
 const char* Search::by_whole_needle(const char* at, const char* end) const {
-  const auto* found =
-      memmem(at, static_cast<std::size_t>(end - at), needle_.data(), needle_.size());
+  const auto* found = memmem(at, static_cast<size_t>(end - at), needle_.data(), needle_.size());
   return found == nullptr ? end : static_cast<const char*>(found);
 }
 
 const char* Search::by_first_byte(const char* at, const char* end) {
   for (; end - at >= std::ssize(needle_); ++at) {
-    const auto room = static_cast<std::size_t>(end - at) - needle_.size() + 1;
+    const auto room = static_cast<size_t>(end - at) - needle_.size() + 1;
     at = static_cast<const char*>(std::memchr(at, needle_.front(), room));
     if (at == nullptr)
       return end;

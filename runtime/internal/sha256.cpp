@@ -1,11 +1,11 @@
 #include "runtime/internal/sha256.h"
 
-#include "runtime/internal/cpu.h"
-
 #include <algorithm>
 #include <bit>
 #include <cstring>
 #include <functional>
+
+#include "runtime/internal/cpu.h"
 
 namespace qor {
 
@@ -22,7 +22,7 @@ alignas(16) constexpr std::array<uint32_t, 64> sha256_constants{
 
 namespace {
 
-constexpr std::size_t block_size = 64;
+constexpr size_t block_size = 64;
 
 // The first 32 bits of the fractions of the square roots of the first 8 primes.
 constexpr Sha256State initial_state{0x6a09e667, 0xbb67ae85, 0x3c6ef372, 0xa54ff53a,
@@ -39,15 +39,15 @@ uint32_t big_endian_word(const unsigned char* bytes) {
 // The names of the standard, 6.2.2.
 void work_in_block(Sha256State& state, const unsigned char* block) {
   std::array<uint32_t, 64> w; // filled before it is read
-  for (std::size_t t = 0; t < 16; ++t)
+  for (size_t t = 0; t < 16; ++t)
     w[t] = big_endian_word(block + t * 4);
-  for (std::size_t t = 16; t < 64; ++t) {
+  for (size_t t = 16; t < 64; ++t) {
     const uint32_t s0 = std::rotr(w[t - 15], 7) ^ std::rotr(w[t - 15], 18) ^ w[t - 15] >> 3;
     const uint32_t s1 = std::rotr(w[t - 2], 17) ^ std::rotr(w[t - 2], 19) ^ w[t - 2] >> 10;
     w[t] = w[t - 16] + s0 + w[t - 7] + s1;
   }
   auto [a, b, c, d, e, f, g, h] = state;
-  for (std::size_t t = 0; t < 64; ++t) {
+  for (size_t t = 0; t < 64; ++t) {
     const uint32_t sum1 = std::rotr(e, 6) ^ std::rotr(e, 11) ^ std::rotr(e, 25);
     const uint32_t choice = (e & f) ^ (~e & g);
     const uint32_t t1 = h + sum1 + choice + sha256_constants[t] + w[t];
@@ -68,8 +68,8 @@ void work_in_block(Sha256State& state, const unsigned char* block) {
 
 } // namespace
 
-void sha256_blocks_portable(Sha256State& state, const unsigned char* blocks, std::size_t count) {
-  for (std::size_t i = 0; i < count; ++i)
+void sha256_blocks_portable(Sha256State& state, const unsigned char* blocks, size_t count) {
+  for (size_t i = 0; i < count; ++i)
     work_in_block(state, blocks + i * block_size);
 }
 
@@ -88,9 +88,9 @@ Sha256State sha256(std::string_view message, Sha256Blocks blocks) {
   const auto rest = message.size() % block_size;
   std::copy_n(bytes + whole * block_size, rest, end.begin());
   end[rest] = 0x80;
-  const std::size_t end_blocks = rest < block_size - 8 ? 1 : 2;
+  const size_t end_blocks = rest < block_size - 8 ? 1 : 2;
   const uint64_t bits = static_cast<uint64_t>(message.size()) * 8;
-  for (std::size_t i = 0; i < 8; ++i)
+  for (size_t i = 0; i < 8; ++i)
     end[end_blocks * block_size - 1 - i] = static_cast<unsigned char>(bits >> (8 * i));
   blocks(state, end.data(), end_blocks);
   return state;

@@ -11,12 +11,12 @@ namespace qor {
 using Sha256State = std::array<uint32_t, 8>;
 
 // Works `count` blocks of 64 bytes into the state.
-using Sha256Blocks = void (*)(Sha256State& state, const unsigned char* blocks, std::size_t count);
+using Sha256Blocks = void (*)(Sha256State& state, const unsigned char* blocks, size_t count);
 
-void sha256_blocks_portable(Sha256State& state, const unsigned char* blocks, std::size_t count);
+void sha256_blocks_portable(Sha256State& state, const unsigned char* blocks, size_t count);
 
 // Only where has_sha_instructions(); elsewhere it falls back to the portable one.
-void sha256_blocks_instructions(Sha256State& state, const unsigned char* blocks, std::size_t count);
+void sha256_blocks_instructions(Sha256State& state, const unsigned char* blocks, size_t count);
 
 // The fastest that this processor has.
 Sha256Blocks best_sha256_blocks();

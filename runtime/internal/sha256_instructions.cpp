@@ -59,9 +59,9 @@ QOR_TARGET inline Halves work_in_block(Halves halves, const unsigned char* block
   return {_mm_add_epi32(abef, halves.abef), _mm_add_epi32(cdgh, halves.cdgh)};
 }
 
-QOR_TARGET void work_in_blocks(Sha256State& state, const unsigned char* blocks, std::size_t count) {
+QOR_TARGET void work_in_blocks(Sha256State& state, const unsigned char* blocks, size_t count) {
   auto halves = to_halves(state);
-  for (std::size_t i = 0; i < count; ++i)
+  for (size_t i = 0; i < count; ++i)
     halves = work_in_block(halves, blocks + i * 64);
   from_halves(state, halves);
 }
@@ -70,8 +70,7 @@ QOR_TARGET void work_in_blocks(Sha256State& state, const unsigned char* blocks, 
 
 } // namespace
 
-void sha256_blocks_instructions(Sha256State& state, const unsigned char* blocks,
-                                std::size_t count) {
+void sha256_blocks_instructions(Sha256State& state, const unsigned char* blocks, size_t count) {
   work_in_blocks(state, blocks, count);
 }
 
@@ -80,7 +79,7 @@ void sha256_blocks_instructions(Sha256State& state, const unsigned char* blocks,
 #else
 
 void qor::sha256_blocks_instructions(Sha256State& state, const unsigned char* blocks,
-                                     std::size_t count) {
+                                     size_t count) {
   sha256_blocks_portable(state, blocks, count);
 }
 

@@ -12,27 +12,27 @@ namespace {
 
 // A radix sort, digit by digit from the lowest: six passes take all 64 bits.
 constexpr int digit_bits = 11;
-constexpr std::size_t digits = std::size_t{1} << digit_bits;
+constexpr size_t digits = size_t{1} << digit_bits;
 constexpr int passes = 6;
-constexpr std::size_t shortest_for_radix = 2048;
+constexpr size_t shortest_for_radix = 2048;
 
-std::size_t digit_of(uint64_t key, int pass) {
+size_t digit_of(uint64_t key, int pass) {
   return key >> (pass * digit_bits) & (digits - 1);
 }
 
-using Places = std::array<std::size_t, digits>;
+using Places = std::array<size_t, digits>;
 
 // How often each digit occurs, for all passes at once.
 std::vector<Places> count_digits(std::span<const Sortable> items) {
   std::vector<Places> counts(passes);
   for (const auto& item : items)
     for (int pass = 0; pass < passes; ++pass)
-      counts[static_cast<std::size_t>(pass)][digit_of(item.key, pass)] += 1;
+      counts[static_cast<size_t>(pass)][digit_of(item.key, pass)] += 1;
   return counts;
 }
 
 void to_first_places(Places& counts) {
-  std::size_t place = 0;
+  size_t place = 0;
   for (auto& count : counts)
     place += std::exchange(count, place);
 }
@@ -43,7 +43,7 @@ void sort_by_radix(std::span<Sortable> items) {
   std::span<Sortable> to(spare.get(), items.size());
   auto counts = count_digits(items);
   for (int pass = 0; pass < passes; ++pass) {
-    auto& places = counts[static_cast<std::size_t>(pass)];
+    auto& places = counts[static_cast<size_t>(pass)];
     const bool is_one_digit = places[digit_of(items.front().key, pass)] == items.size();
     if (is_one_digit)
       continue;

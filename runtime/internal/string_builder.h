@@ -1,18 +1,18 @@
 // A string under construction, in the very block that the caller will own.
 #pragma once
 
-#include "runtime/internal/memory.h"
-
 #include <algorithm>
 #include <cstring>
 #include <string_view>
 #include <utility>
 
+#include "runtime/internal/memory.h"
+
 namespace qor {
 
 class StringBuilder {
 public:
-  explicit StringBuilder(std::size_t expected) : capacity_(expected + 16) {}
+  explicit StringBuilder(size_t expected) : capacity_(expected + 16) {}
 
   void append(std::string_view piece) {
     if (piece.size() >= capacity_ - length_)
@@ -29,13 +29,13 @@ public:
 
 private:
   // One byte more than asked for, which is the NUL's.
-  void grow(std::size_t more) {
+  void grow(size_t more) {
     capacity_ = std::max(capacity_ * 2, length_ + more + 1);
     bytes_ = static_cast<char*>(reallocate(bytes_, capacity_));
   }
 
-  std::size_t length_ = 0;
-  std::size_t capacity_;
+  size_t length_ = 0;
+  size_t capacity_;
   char* bytes_ = static_cast<char*>(allocate(capacity_));
 };
 

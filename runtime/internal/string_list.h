@@ -1,12 +1,12 @@
 // A string array under construction.
 #pragma once
 
+#include <string_view>
+
 #include "runtime/internal/array_slots.h"
 #include "runtime/internal/memory.h"
 #include "runtime/internal/packed_strings.h"
 #include "runtime/internal/strings.h"
-
-#include <string_view>
 
 namespace qor {
 
@@ -30,7 +30,7 @@ private:
   void grow() {
     capacity_ *= 2;
     array_->data = static_cast<double*>(
-        reallocate(array_->data, static_cast<std::size_t>(capacity_) * sizeof(double)));
+        reallocate(array_->data, static_cast<size_t>(capacity_) * sizeof(double)));
   }
 
   StringPacker packer_;

@@ -1,9 +1,9 @@
 #include "runtime/internal/strings.h"
 
+#include <algorithm>
+
 #include "runtime/internal/memory.h"
 #include "runtime/qorrt.h"
-
-#include <algorithm>
 
 namespace qor {
 
@@ -11,10 +11,10 @@ std::string_view bytes_of(const char* s) {
   if (s == nullptr)
     return {};
   const auto length = qorrt_strlen(s);
-  return length < 0 ? std::string_view(s) : std::string_view(s, static_cast<std::size_t>(length));
+  return length < 0 ? std::string_view(s) : std::string_view(s, static_cast<size_t>(length));
 }
 
-char* new_uninitialised_string(std::size_t length) {
+char* new_uninitialised_string(size_t length) {
   auto* s = static_cast<char*>(allocate(length + 1));
   s[length] = '\0';
   return s;

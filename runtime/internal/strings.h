@@ -15,7 +15,7 @@ inline std::string_view text_of(const char* s) {
 std::string_view bytes_of(const char* s);
 
 // A string of `length` uninitialised bytes and its NUL.
-char* new_uninitialised_string(std::size_t length);
+char* new_uninitialised_string(size_t length);
 
 char* new_string(std::string_view text);
 

@@ -20,7 +20,7 @@ bool is_code_point(uint32_t value) {
 }
 
 struct Lead {
-  std::size_t length; // 0: no lead byte
+  size_t length; // 0: no lead byte
   uint32_t bits;
   uint32_t smallest; // anything below is overlong
 };
@@ -60,7 +60,7 @@ void append_unit(std::string& out, uint32_t unit, bool is_big_endian) {
   out += is_big_endian ? low : high;
 }
 
-uint32_t unit_at(std::string_view bytes, std::size_t at, bool is_big_endian) {
+uint32_t unit_at(std::string_view bytes, size_t at, bool is_big_endian) {
   const uint32_t first = static_cast<unsigned char>(bytes[at]);
   const uint32_t second = static_cast<unsigned char>(bytes[at + 1]);
   return is_big_endian ? first << 8 | second : second << 8 | first;
@@ -73,7 +73,7 @@ std::optional<CodePoint> read_utf8(std::string_view text) {
   if (lead.length == 0 || lead.length > text.size())
     return {};
   uint32_t value = lead.bits;
-  for (std::size_t i = 1; i < lead.length; ++i) {
+  for (size_t i = 1; i < lead.length; ++i) {
     const uint32_t byte = static_cast<unsigned char>(text[i]);
     if ((byte & 0xC0) != 0x80)
       return {};
@@ -112,7 +112,7 @@ Converted decode_utf16(std::string_view bytes, bool is_big_endian) {
   if (bytes.size() % 2 != 0)
     return {};
   std::string text;
-  for (std::size_t at = 0; at < bytes.size(); at += 2) {
+  for (size_t at = 0; at < bytes.size(); at += 2) {
     auto value = unit_at(bytes, at, is_big_endian);
     if (is_surrogate(value)) {
       const bool has_pair = value < first_low_surrogate && at + 4 <= bytes.size();

@@ -14,7 +14,7 @@ using Converted = std::optional<std::string>; // none: the conversion failed
 // when they are not UTF-8.
 struct CodePoint {
   uint32_t value;
-  std::size_t length;
+  size_t length;
 };
 std::optional<CodePoint> read_utf8(std::string_view text);
 

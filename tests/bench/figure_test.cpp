@@ -5,7 +5,7 @@
 
 #include "bench/figures/figure.h"
 
-namespace bench {
+namespace kavo::bench {
 namespace {
 
 Figure beside(double value, double peer_value, Bound bound) {
@@ -66,4 +66,4 @@ TEST(Figure, FallsShortWhenItsRatioIsNoNumber) {
 }
 
 } // namespace
-} // namespace bench
+} // namespace kavo::bench

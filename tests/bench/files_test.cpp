@@ -8,7 +8,7 @@
 #include "tests/support/files.h"
 #include "tests/support/temporary_folder.h"
 
-namespace bench {
+namespace kavo::bench {
 namespace {
 
 class Files : public testing::Test {
@@ -86,4 +86,4 @@ TEST_F(Files, TakeWhatIsHandedOnOnlyWhereTheEnvironmentNamesOne) {
 }
 
 } // namespace
-} // namespace bench
+} // namespace kavo::bench

@@ -3,7 +3,7 @@
 
 #include "bench/figures/growth.h"
 
-namespace bench {
+namespace kavo::bench {
 namespace {
 
 std::vector<Figure> costs(const std::vector<double>& values) {
@@ -55,4 +55,4 @@ TEST(Growth, OfNothingIsNothing) {
 }
 
 } // namespace
-} // namespace bench
+} // namespace kavo::bench

@@ -3,7 +3,7 @@
 
 #include "bench/figures/plan.h"
 
-namespace bench {
+namespace kavo::bench {
 namespace {
 
 using Names = std::vector<std::string>;
@@ -119,4 +119,4 @@ TEST(Plan, NamesATimeACounterAndASizeThatAreMissing) {
 }
 
 } // namespace
-} // namespace bench
+} // namespace kavo::bench

@@ -8,22 +8,23 @@
 #include "tests/support/files.h"
 #include "tests/support/temporary_folder.h"
 
-namespace bench {
+namespace kavo::bench {
 namespace {
 
 class Report : public testing::Test {
 protected:
-  desktop::Outcome report(const std::vector<Figure>& figures) const {
+  kavo::desktop::Outcome report(const std::vector<Figure>& figures) const {
     append_figures(figures_path, figures);
-    return desktop::Process({{KAVO_FIGURES_PROGRAM, figures_path, json_path}, {}, "."}).wait();
+    return kavo::desktop::Process({{KAVO_FIGURES_PROGRAM, figures_path, json_path}, {}, "."})
+        .wait();
   }
 
   // What Python prints of values in the parsed JSON.
   std::string from_json(const std::string& values) const {
     const std::string script =
         "import json, sys\nfigures = json.load(open(sys.argv[1]))\nprint(" + values + ")";
-    const desktop::Outcome outcome =
-        desktop::Process({{"python3", "-c", script, json_path}, {}, "."}).wait();
+    const kavo::desktop::Outcome outcome =
+        kavo::desktop::Process({{"python3", "-c", script, json_path}, {}, "."}).wait();
     EXPECT_EQ(outcome.code, 0) << outcome.errors;
     return outcome.output;
   }
@@ -42,14 +43,14 @@ bool contains(const std::string& text, const std::string& part) {
 }
 
 TEST_F(Report, EndsWellWhenAllIsReached) {
-  const desktop::Outcome outcome = report({beside_loop(150, at_most(2))});
+  const kavo::desktop::Outcome outcome = report({beside_loop(150, at_most(2))});
   EXPECT_EQ(outcome.code, 0);
   EXPECT_TRUE(contains(outcome.output, "sum   150 ns  loop, 100 ns      1.50   <= 2.00  yes\n"));
   EXPECT_TRUE(contains(outcome.output, "0 ratios miss their bound by more than a tenth\n"));
 }
 
 TEST_F(Report, FailsWhenARatioMissesItsBoundByMoreThanATenth) {
-  const desktop::Outcome outcome =
+  const kavo::desktop::Outcome outcome =
       report({beside_loop(150, at_most(2)), beside_loop(221, at_most(2))});
   EXPECT_TRUE(outcome.has_exited);
   EXPECT_EQ(outcome.code, 1);
@@ -61,7 +62,7 @@ TEST_F(Report, EndsWellWhenARatioMissesItsBoundByLess) {
 }
 
 TEST_F(Report, NeverFailsForATime) {
-  const desktop::Outcome outcome =
+  const kavo::desktop::Outcome outcome =
       report({{"bench_a", "start", 900e6, "ns", "", 0, at_most(60e6)}});
   EXPECT_EQ(outcome.code, 0);
   EXPECT_TRUE(contains(outcome.output, "no\n"));
@@ -72,28 +73,29 @@ TEST_F(Report, FailsWhenARatioIsNoNumber) {
 }
 
 TEST_F(Report, RefusesAFileWithoutAnyFigure) {
-  const desktop::Outcome outcome = report({});
+  const kavo::desktop::Outcome outcome = report({});
   EXPECT_EQ(outcome.code, 1);
   EXPECT_EQ(outcome.errors, "kavo_figures: " + figures_path + " holds no figure\n");
 }
 
 TEST_F(Report, RefusesAFileThatIsNotThere) {
   const std::string nowhere = folder / "nothing.tsv";
-  const desktop::Outcome outcome =
-      desktop::Process({{KAVO_FIGURES_PROGRAM, nowhere, json_path}, {}, "."}).wait();
+  const kavo::desktop::Outcome outcome =
+      kavo::desktop::Process({{KAVO_FIGURES_PROGRAM, nowhere, json_path}, {}, "."}).wait();
   EXPECT_EQ(outcome.code, 1);
   EXPECT_EQ(outcome.errors, "kavo_figures: cannot read figures from " + nowhere + "\n");
 }
 
 TEST_F(Report, FailsWhenTheJsonCannotBeWritten) {
   json_path = folder / "nothing/figures.json";
-  const desktop::Outcome outcome = report({beside_loop(150, at_most(2))});
+  const kavo::desktop::Outcome outcome = report({beside_loop(150, at_most(2))});
   EXPECT_EQ(outcome.code, 1);
   EXPECT_EQ(outcome.errors, "kavo_figures: cannot write " + json_path + "\n");
 }
 
 TEST_F(Report, TellsHowItIsCalled) {
-  const desktop::Outcome outcome = desktop::Process({{KAVO_FIGURES_PROGRAM}, {}, "."}).wait();
+  const kavo::desktop::Outcome outcome =
+      kavo::desktop::Process({{KAVO_FIGURES_PROGRAM}, {}, "."}).wait();
   EXPECT_EQ(outcome.code, 2);
   EXPECT_EQ(outcome.errors, "usage: kavo_figures <file> <json>\n");
 }
@@ -117,4 +119,4 @@ TEST_F(Report, WritesNullWhereAFigureIsNoNumber) {
 }
 
 } // namespace
-} // namespace bench
+} // namespace kavo::bench

@@ -5,7 +5,7 @@
 
 #include "bench/figures/table.h"
 
-namespace bench {
+namespace kavo::bench {
 namespace {
 
 std::string table(const Figure& figure) {
@@ -49,4 +49,4 @@ TEST(Table, ShowsTimesBelowNothingInTheirUnitToo) {
 }
 
 } // namespace
-} // namespace bench
+} // namespace kavo::bench

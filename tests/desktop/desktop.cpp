@@ -13,7 +13,7 @@
 #include <stdexcept>
 #include <thread>
 
-namespace desktop {
+namespace kavo::desktop {
 
 namespace {
 
@@ -391,4 +391,4 @@ bool eventually(const std::function<bool()>& condition) {
   return true;
 }
 
-} // namespace desktop
+} // namespace kavo::desktop

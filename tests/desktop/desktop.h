@@ -2,9 +2,6 @@
 // their pixels to read.
 #pragma once
 
-#include "tests/desktop/process.h"
-#include "tests/desktop/x_server.h"
-
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -12,7 +9,10 @@
 #include <string>
 #include <vector>
 
-namespace desktop {
+#include "tests/desktop/process.h"
+#include "tests/desktop/x_server.h"
+
+namespace kavo::desktop {
 
 struct Bitmap {
   int width;
@@ -144,4 +144,4 @@ private:
 // Asks again and again until the answer is yes; false when it stays no for half a minute.
 bool eventually(const std::function<bool()>& condition);
 
-} // namespace desktop
+} // namespace kavo::desktop

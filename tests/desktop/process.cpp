@@ -14,7 +14,7 @@
 #include <stdexcept>
 #include <thread>
 
-namespace desktop {
+namespace kavo::desktop {
 
 namespace {
 
@@ -123,4 +123,4 @@ void Process::reap(bool is_to_block) {
     status_ = status;
 }
 
-} // namespace desktop
+} // namespace kavo::desktop

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace desktop {
+namespace kavo::desktop {
 
 struct Launch {
   std::vector<std::string> arguments;                            // the first is the program
@@ -56,4 +56,4 @@ private:
   int errors_ = -1;
 };
 
-} // namespace desktop
+} // namespace kavo::desktop

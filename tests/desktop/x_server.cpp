@@ -6,7 +6,7 @@
 #include <fstream>
 #include <stdexcept>
 
-namespace desktop {
+namespace kavo::desktop {
 
 namespace {
 
@@ -112,4 +112,4 @@ void XServer::write_configuration(const std::vector<DisplaySize>& displays) cons
                                 setting("Monitor", output_name(0)) + "  DefaultDepth 24\n");
 }
 
-} // namespace desktop
+} // namespace kavo::desktop

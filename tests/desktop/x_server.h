@@ -1,14 +1,14 @@
 // The X server of a test's own: it needs no hardware and draws into memory.
 #pragma once
 
-#include "tests/desktop/process.h"
-#include "tests/support/temporary_folder.h"
-
 #include <memory>
 #include <string>
 #include <vector>
 
-namespace desktop {
+#include "tests/desktop/process.h"
+#include "tests/support/temporary_folder.h"
+
+namespace kavo::desktop {
 
 struct DisplaySize {
   int width;
@@ -40,4 +40,4 @@ std::string output_name(size_t display);
 // A display's name for its only resolution.
 std::string mode_name(DisplaySize display);
 
-} // namespace desktop
+} // namespace kavo::desktop

@@ -1,11 +1,11 @@
 #include "tests/fakes/binary_strings.h"
 
-#include "runtime/qorrt.h"
-
 #include <cstdlib>
 #include <cstring>
 #include <unordered_map>
 #include <vector>
+
+#include "runtime/qorrt.h"
 
 namespace {
 
@@ -27,16 +27,16 @@ std::vector<HostValue>& host_values() {
 const HostValue* find_host_value(int64_t value) {
   const auto& values = host_values();
   const bool is_known = value >= 1 && value <= std::ssize(values);
-  return is_known ? &values[static_cast<std::size_t>(value - 1)] : nullptr;
+  return is_known ? &values[static_cast<size_t>(value - 1)] : nullptr;
 }
 
 } // namespace
 
-std::size_t fakes::registered_strings() {
+size_t kavo::fakes::registered_strings() {
   return lengths().size();
 }
 
-int64_t fakes::make_host_value(double number, std::string text) {
+int64_t kavo::fakes::make_host_value(double number, std::string text) {
   host_values().push_back({number, std::move(text)});
   return std::ssize(host_values());
 }

@@ -6,12 +6,12 @@
 #include <cstdint>
 #include <string>
 
-namespace fakes {
+namespace kavo::fakes {
 
 // How many byte strings are registered now; 0 once their owners have freed them all.
-std::size_t registered_strings();
+size_t registered_strings();
 
 // A new host value with a number and a text, valid until the process ends.
 int64_t make_host_value(double number, std::string text);
 
-} // namespace fakes
+} // namespace kavo::fakes

@@ -67,11 +67,11 @@ struct Call {
   std::span<const qor_slot> slots;
   std::span<const uint32_t> tags;
 
-  [[nodiscard]] host::Arguments arguments() const { return {slots.data(), tags.data()}; }
+  host::Arguments arguments() const { return {slots.data(), tags.data()}; }
 };
 
 Call call_of(const char* name, const void* slots, const uint32_t* tags, int64_t n) {
-  const auto count = static_cast<std::size_t>(n);
+  const auto count = static_cast<size_t>(n);
   return {name, {static_cast<const qor_slot*>(slots), count}, {tags, count}};
 }
 
@@ -80,7 +80,7 @@ void write_down(const Call& call) {
   if (host.is_discarding)
     return;
   std::string line(call.name);
-  for (std::size_t index = 0; index < call.slots.size(); ++index)
+  for (size_t index = 0; index < call.slots.size(); ++index)
     line += " " + describe(call.slots[index], call.tags[index]);
   host.trace.push_back(std::move(line));
 }
@@ -104,7 +104,7 @@ double perform_number(const Call& call) {
 OwnedArray listing(std::string_view path) {
   const auto names = host::names_at(path);
   OwnedArray array = host::new_texts(static_cast<int64_t>(names.size()));
-  for (std::size_t index = 0; index < names.size(); ++index)
+  for (size_t index = 0; index < names.size(); ++index)
     host::set_text(array.get(), static_cast<int64_t>(index), names[index]);
   return array;
 }
@@ -127,7 +127,7 @@ OwnedArray perform_array(const Call& call) {
 }
 
 // Runs one command through `perform`, with everything that the record wants to know of it.
-template<class Perform>
+template<typename Perform>
 auto run(const Call& call, Perform perform) -> decltype(perform(call)) {
   auto& host = recording_host();
   write_down(call);

@@ -39,8 +39,8 @@ public:
   bool is_shut_down = false;
 
   // The lines whose command has this name.
-  [[nodiscard]] std::vector<std::string> sent(std::string_view name) const;
-  [[nodiscard]] int64_t count(std::string_view name) const;
+  std::vector<std::string> sent(std::string_view name) const;
+  int64_t count(std::string_view name) const;
 
   // Forgets the record, keeps the script.
   void forget();
@@ -53,9 +53,9 @@ public:
   void polled() { has_debt_ = false; }
   void fail(std::string message);
   void clear_error() { error_.clear(); }
-  [[nodiscard]] const char* error() const { return error_.empty() ? nullptr : error_.c_str(); }
+  const char* error() const { return error_.empty() ? nullptr : error_.c_str(); }
   double next_chance();
-  [[nodiscard]] double reading_of(const std::string& key) const;
+  double reading_of(const std::string& key) const;
 
 private:
   std::string error_;

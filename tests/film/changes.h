@@ -11,7 +11,7 @@ namespace kavo::film {
 
 // A quantity says by `level` which of two lights is higher, and by differs_from() whether going
 // from one to the other is a transition.
-template<class Q>
+template<typename Q>
 concept Quantity = requires(const Q& one, const Q& other) {
   { one.level } -> std::convertible_to<float>;
   { one.differs_from(other) } -> std::same_as<bool>;

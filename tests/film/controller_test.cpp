@@ -40,7 +40,7 @@ private:
     return all;
   }
 
-  test::VirtualController controller_;
+  kavo::test::VirtualController controller_;
 };
 
 // The controller, and the host's ear for it; SDL forgets both when the host ends.
@@ -56,7 +56,7 @@ struct Sofa {
 };
 
 TEST(Controller, PlaysAGameToItsEndAndNamesItsScore) {
-  const test::WorkingFolder scores;
+  const kavo::test::WorkingFolder scores;
   Player player({.cleared_row = 8, .hole = 7, .height = 1}, 2); // piles up, and turns and moves
   std::optional<Sofa> sofa;
   std::set<std::string> states;

@@ -18,7 +18,7 @@ constexpr int allowed_in_a_second = 3;
 // begins to shake, and an edge that has moved may move back a frame after.
 class Rest {
 public:
-  template<class Show>
+  template<typename Show>
   void look_at(const host::Canvas& picture, double now_ms, bool is_shaking, Show show) {
     waiting_.emplace_back(now_ms, copy_of(picture));
     if (is_shaking) {
@@ -115,7 +115,7 @@ FilmedPlay film_play(Player player, int seed, int64_t frames, const std::vector<
   studio().calm_share = calm_share;
   studio().play = [&](host::EventSink& sink) { player.act(sink); };
   studio().watch = [&](const host::Canvas& picture) {
-    const double now_ms = test::fake_clock().now_ms;
+    const double now_ms = kavo::test::fake_clock().now_ms;
     for (auto& spectator : spectators)
       spectator.look_at(picture, now_ms);
     movements.look_at_board();
@@ -131,7 +131,7 @@ FilmedPlay film_play(Player player, int seed, int64_t frames, const std::vector<
   FilmedPlay result;
   result.has_ended_well = run_game({}, seed);
   studio() = {};
-  result.seconds = test::fake_clock().now_ms / 1000;
+  result.seconds = kavo::test::fake_clock().now_ms / 1000;
   result.tips = movements.tips();
   result.shakes = movements.shakes();
   for (const auto& spectator : spectators)

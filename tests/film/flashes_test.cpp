@@ -1,5 +1,3 @@
-#include "tests/film/flashes.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -10,6 +8,7 @@
 
 #include "host/screen/calm_display.h"
 #include "tests/film/flash_meter.h"
+#include "tests/film/flashes.h"
 #include "tests/film/studio.h"
 #include "tests/support/temporary_folder.h"
 
@@ -20,7 +19,7 @@ constexpr int allowed = 3; // in any second
 
 // The last picture of a test scene.
 host::Canvas picture_of(const char* scene) {
-  const test::WorkingFolder pictures;
+  const kavo::test::WorkingFolder pictures;
   std::optional<host::Canvas> last;
   studio().watch = [&](const host::Canvas& picture) { last = copy_of(picture); };
   EXPECT_TRUE(run_game({"shot", scene}, 1));
@@ -49,12 +48,12 @@ TEST(Flashes, AFullWellThatShakesFlashesAndOneThatTremblesDoesNot) {
 }
 
 FilmedPlay play_of(double liking_for_tips, int64_t frames) {
-  const test::WorkingFolder scores;
+  const kavo::test::WorkingFolder scores;
   return film_play(Player({.pull = liking_for_tips}, 10), 1, frames, {1, 0.5});
 }
 
 FilmedPlay calm_play_of(double liking_for_tips, int64_t frames) {
-  const test::WorkingFolder scores;
+  const kavo::test::WorkingFolder scores;
   return film_play(Player({.pull = liking_for_tips}, 10), 1, frames, {1},
                    host::CalmDisplay::usual_share);
 }

@@ -24,7 +24,7 @@ Cells cells_of_board() {
   return cells;
 }
 
-template<class Shape>
+template<typename Shape>
 Shape falling_shape() {
   Shape shape{};
   for (int row = 0; row < 4; ++row)
@@ -33,7 +33,7 @@ Shape falling_shape() {
   return shape;
 }
 
-template<class Shape>
+template<typename Shape>
 Shape turned(const Shape& shape) {
   Shape result{};
   for (int row = 0; row < 4; ++row)
@@ -43,7 +43,7 @@ Shape turned(const Shape& shape) {
 }
 
 // Calls visit(row, column) for every cell of the shape that lies with its corner there.
-template<class Shape, class Visit>
+template<typename Shape, typename Visit>
 void for_each_cell(const Shape& shape, int x, int y, Visit visit) {
   for (int row = 0; row < 4; ++row)
     for (int column = 0; column < 4; ++column)
@@ -51,7 +51,7 @@ void for_each_cell(const Shape& shape, int x, int y, Visit visit) {
         visit(y + row, x + column);
 }
 
-template<class Shape>
+template<typename Shape>
 bool fits(const Cells& cells, const Shape& shape, int x, int y) {
   bool is_free = true;
   for_each_cell(shape, x, y, [&](int row, int column) {

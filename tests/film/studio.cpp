@@ -46,7 +46,7 @@ Studio& studio() {
 bool run_game(std::initializer_list<const char*> arguments, int seed) {
   setenv("SDL_AUDIODRIVER", "dummy", 1);
   setenv("QORRT_SEED", std::to_string(seed).c_str(), 1);
-  test::fake_clock() = {};
+  kavo::test::fake_clock() = {};
   std::vector<std::string> words{"kavo"};
   words.insert(words.end(), arguments.begin(), arguments.end());
   std::vector<char*> argv;

@@ -6,7 +6,7 @@
 
 #include "runtime/qorrt.h"
 
-namespace fuzz {
+namespace kavo::fuzz {
 
 namespace {
 
@@ -119,4 +119,4 @@ ArgumentList arguments_of(const std::vector<uint32_t>& tags, Input& input, Value
   return list;
 }
 
-} // namespace fuzz
+} // namespace kavo::fuzz

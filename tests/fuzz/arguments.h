@@ -9,7 +9,7 @@
 
 #include "tests/fuzz/input.h"
 
-namespace fuzz {
+namespace kavo::fuzz {
 
 // A text that the host may know as a byte string, and forgets with it.
 class SentText {
@@ -44,4 +44,4 @@ ArgumentList any_arguments(Input& input, Values& values);
 // Values of these kinds.
 ArgumentList arguments_of(const std::vector<uint32_t>& tags, Input& input, Values& values);
 
-} // namespace fuzz
+} // namespace kavo::fuzz

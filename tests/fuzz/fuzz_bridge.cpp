@@ -10,9 +10,9 @@
 
 namespace {
 
-using fuzz::ArgumentList;
-using fuzz::Input;
-using fuzz::Values;
+using kavo::fuzz::ArgumentList;
+using kavo::fuzz::Input;
+using kavo::fuzz::Values;
 using kavo::host::Command;
 using kavo::host::Kind;
 
@@ -48,8 +48,8 @@ void keep_inside(ArgumentList& list, Values& values) {
     return;
   const auto sent = std::ranges::find_if(
       values.texts, [&](const auto& text) { return text->get() == list.slots[0].str; });
-  auto inside =
-      std::make_unique<fuzz::SentText>(fuzz::contained((*sent)->bytes()), (*sent)->is_registered());
+  auto inside = std::make_unique<kavo::fuzz::SentText>(kavo::fuzz::contained((*sent)->bytes()),
+                                                       (*sent)->is_registered());
   list.slots[0].str = inside->get();
   values.texts.push_back(std::move(inside));
 }
@@ -68,7 +68,7 @@ ArgumentList fitting_arguments(const Command& command, Program& program) {
                    : kind == Kind::text ? QOR_TAG_STRING
                                         : QOR_TAG_ARRAY);
   }
-  return fuzz::arguments_of(tags, program.input, program.values);
+  return kavo::fuzz::arguments_of(tags, program.input, program.values);
 }
 
 void call(Program& program, const char* name, const ArgumentList& list, bool wants_array,
@@ -80,8 +80,8 @@ void call(Program& program, const char* name, const ArgumentList& list, bool wan
   }
   qorrt_clear_last_error(handle);
   QorArray* result = qorrt_call_typed_arr(handle, name, list.slots.data(), list.tags.data(), count);
-  fuzz::require((result == nullptr) == (qorrt_last_error(handle) != nullptr),
-                "there is a result or an error");
+  kavo::fuzz::require((result == nullptr) == (qorrt_last_error(handle) != nullptr),
+                      "there is a result or an error");
   program.values.arrays.emplace_back(result);
 }
 
@@ -92,7 +92,7 @@ void call_known_command(Program& program) {
   // The dummy device takes its time.
   if (command.name == "SOUND.INIT" && form % 16 != 1)
     return;
-  ArgumentList list = form % 4 == 3 ? fuzz::any_arguments(program.input, program.values)
+  ArgumentList list = form % 4 == 3 ? kavo::fuzz::any_arguments(program.input, program.values)
                                     : fitting_arguments(command, program);
   if (command.name == "SCREEN")
     make_affordable(list);
@@ -122,16 +122,16 @@ void start_or_stop(Program& program) {
 void ask_for_host_value(Program& program) {
   const int64_t handle = any_handle(program);
   qorrt_val_to_f64(handle, program.input.value<int64_t>());
-  const fuzz::Text text(qorrt_val_to_str(handle, program.input.value<int64_t>()));
-  fuzz::require(text != nullptr, "a host value has a text");
+  const kavo::fuzz::Text text(qorrt_val_to_str(handle, program.input.value<int64_t>()));
+  kavo::fuzz::require(text != nullptr, "a host value has a text");
 }
 
 void register_text(Program& program) {
-  const char* text = fuzz::any_text(program.input, program.values);
+  const char* text = kavo::fuzz::any_text(program.input, program.values);
   const auto length = static_cast<int64_t>(text == nullptr ? 0 : std::strlen(text));
   qorrt_register_binary(text, length);
-  fuzz::require(qorrt_strlen(text) == (text == nullptr ? -1 : length),
-                "the length is the one told");
+  kavo::fuzz::require(qorrt_strlen(text) == (text == nullptr ? -1 : length),
+                      "the length is the one told");
   if (program.input.value<uint8_t>() % 2 == 0)
     qorrt_register_binary(text, -1);
 }
@@ -171,13 +171,13 @@ void call_anything(Program& program) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   setenv("SDL_VIDEODRIVER", "dummy", 1);
   setenv("SDL_AUDIODRIVER", "dummy", 1);
-  const fuzz::Sandbox sandbox;
+  const kavo::fuzz::Sandbox sandbox;
   Input input(data, size);
   Program program{input};
   for (int i = 0; i < most_calls && !input.rest().empty(); ++i) {
     call_anything(program);
     const char* error = qorrt_last_error(program.host);
-    fuzz::require(error == nullptr || *error != '\0', "an error says something");
+    kavo::fuzz::require(error == nullptr || *error != '\0', "an error says something");
   }
   qorrt_shutdown(program.host);
   return 0;

@@ -25,8 +25,8 @@ void start_host() {
 
 void require_no_error() {
   kavo::error_is_pending();
-  fuzz::require(qor_err_code() == 0, "no error is left");
-  fuzz::require(qor_recursion_depth() == 0, "every routine is left");
+  kavo::fuzz::require(qor_err_code() == 0, "no error is left");
+  kavo::fuzz::require(qor_recursion_depth() == 0, "every routine is left");
 }
 
 struct Entry {
@@ -40,19 +40,19 @@ double kept_score(double score) {
 }
 
 std::vector<Entry> table() {
-  fuzz::require(qor_array_len(HS_NAME.get()) == entries, "there are five names");
-  fuzz::require(qor_array_len(HS_SCORE.get()) == entries, "there are five scores");
+  kavo::fuzz::require(qor_array_len(HS_NAME.get()) == entries, "there are five names");
+  kavo::fuzz::require(qor_array_len(HS_SCORE.get()) == entries, "there are five scores");
   std::vector<Entry> result;
   for (int64_t slot = 0; slot < entries; ++slot) {
     const char* name = qor_array_get_str(HS_NAME.get(), slot);
-    fuzz::require(name != nullptr, "a name is a text");
+    kavo::fuzz::require(name != nullptr, "a name is a text");
     result.push_back({name, kept_score(qor_array_get(HS_SCORE.get(), slot))});
   }
   return result;
 }
 
 bool is_kept(const std::vector<Entry>& before, const std::vector<Entry>& after) {
-  for (std::size_t slot = 0; slot < before.size(); ++slot)
+  for (size_t slot = 0; slot < before.size(); ++slot)
     if (before[slot].name != after[slot].name ||
         (before[slot].score != 0.0 && before[slot].score != after[slot].score))
       return false;
@@ -83,7 +83,7 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  const fuzz::Sandbox folder;
+  const kavo::fuzz::Sandbox folder;
   std::filesystem::create_directory("tmp");
   std::ofstream(path, std::ios::binary)
       .write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
@@ -93,6 +93,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   if (begins_like_a_mark(read[0].name))
     return 0;
   load();
-  fuzz::require(is_kept(read, table()), "what was saved is read back");
+  kavo::fuzz::require(is_kept(read, table()), "what was saved is read back");
   return 0;
 }

@@ -1,9 +1,6 @@
 // A fuzzer's bytes, taken apart piece by piece, and a check that stops it.
 #pragma once
 
-#include "runtime/array.h"
-#include "runtime/text.h"
-
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
@@ -13,14 +10,17 @@
 #include <string>
 #include <string_view>
 
-namespace fuzz {
+#include "runtime/array.h"
+#include "runtime/text.h"
+
+namespace kavo::fuzz {
 
 class Input {
 public:
-  Input(const uint8_t* data, std::size_t size) : rest_(reinterpret_cast<const char*>(data), size) {}
+  Input(const uint8_t* data, size_t size) : rest_(reinterpret_cast<const char*>(data), size) {}
 
   // The bytes up to the next NUL, at most `longest`.
-  std::string text(std::size_t longest = 4096) {
+  std::string text(size_t longest = 4096) {
     const auto end = std::min(rest_.find('\0'), rest_.size());
     std::string piece(rest_.substr(0, std::min(end, longest)));
     rest_.remove_prefix(std::min(end + 1, rest_.size()));
@@ -28,7 +28,7 @@ public:
   }
 
   // The next bytes, as many as there are.
-  std::string bytes(std::size_t count) {
+  std::string bytes(size_t count) {
     std::string piece(rest_.substr(0, count));
     rest_.remove_prefix(piece.size());
     return piece;
@@ -65,4 +65,4 @@ inline void require(bool holds, const char* what) {
   std::abort();
 }
 
-} // namespace fuzz
+} // namespace kavo::fuzz

@@ -8,7 +8,7 @@
 
 #include "tests/fuzz/input.h"
 
-namespace fuzz {
+namespace kavo::fuzz {
 
 namespace {
 
@@ -49,4 +49,4 @@ std::string contained(const std::string& path) {
   return inside;
 }
 
-} // namespace fuzz
+} // namespace kavo::fuzz

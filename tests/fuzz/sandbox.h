@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <string>
 
-namespace fuzz {
+namespace kavo::fuzz {
 
 // Makes a fresh folder the current one for as long as it lives.
 class Sandbox {
@@ -24,4 +24,4 @@ private:
 // is bent until it does.
 std::string contained(const std::string& path);
 
-} // namespace fuzz
+} // namespace kavo::fuzz

@@ -20,7 +20,7 @@
 namespace kavo::test {
 
 // Opens what a routine gives back, after the poll that every caller owes.
-template<class T>
+template<typename T>
 T run(Out<T> out) {
   error_is_pending();
   return Opener::open(out);

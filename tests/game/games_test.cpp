@@ -74,7 +74,7 @@ constexpr std::pair<int64_t, int64_t> board_shapes[] = {{15, 10}, {10, 15}};
 class RandomBoardTest : public GameTest {
 protected:
   // Calls `check` on many random boards of both shapes.
-  template<class Check>
+  template<typename Check>
   static void on_many_boards(Check check) {
     Random random(20);
     for (const auto& [rows, columns] : board_shapes) {
@@ -216,7 +216,7 @@ protected:
   }
 
   // Plays on, game after game, and calls `check` after every lock.
-  template<class Check>
+  template<typename Check>
   void after_each_lock(Check check) {
     for (int lock = 0; lock < 400 && !HasFailure(); ++lock) {
       if (GAMEOVER)

@@ -44,7 +44,7 @@ Piece turned(const Piece& piece) {
   return result;
 }
 
-template<class Visit>
+template<typename Visit>
 bool all_cells(const Piece& piece, int64_t top, int64_t left, Visit visit) {
   for (int64_t row = 0; row < 4; ++row)
     for (int64_t column = 0; column < 4; ++column)

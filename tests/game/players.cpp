@@ -10,7 +10,7 @@ namespace {
 constexpr int patience = 24; // more presses than any placement needs
 
 // The value of a routine, after the poll that its caller owes.
-template<class T>
+template<typename T>
 T value_of(Out<T> out) {
   error_is_pending();
   return Opener::open(out);

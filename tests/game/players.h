@@ -72,10 +72,10 @@ public:
   // The frames are over.
   void leave() { last_frame_ = frame_; }
 
-  [[nodiscard]] int64_t frames() const { return frame_; }
-  [[nodiscard]] int64_t games() const { return games_; }
-  [[nodiscard]] int64_t names() const { return names_; } // entered so far
-  [[nodiscard]] const std::set<std::string>& screens() const { return screens_; }
+  int64_t frames() const { return frame_; }
+  int64_t games() const { return games_; }
+  int64_t names() const { return names_; } // entered so far
+  const std::set<std::string>& screens() const { return screens_; }
 
 private:
   Keys press();

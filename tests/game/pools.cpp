@@ -13,7 +13,7 @@ double in(const Array& pool, int64_t slot) {
 }
 
 // What `read` makes of each slot whose entry in `lives` is positive.
-template<class Read>
+template<typename Read>
 auto live_entries(const Array& lives, int64_t slots, Read read) {
   std::vector<decltype(read(0))> entries;
   for (int64_t slot = 0; slot < slots; ++slot)

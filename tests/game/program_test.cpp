@@ -1,16 +1,15 @@
 // From the first statement to the last: start-up, the choice between game and scene, the end.
-#include "tests/game/game_test.h"
-
 #include <sys/stat.h>
 
 #include <filesystem>
 
 #include "game/program.h"
+#include "tests/game/game_test.h"
 
 namespace kavo::test {
 namespace {
 
-constexpr std::size_t star_draws = 80; // two for each of the 40 background stars
+constexpr size_t star_draws = 80; // two for each of the 40 background stars
 
 // Runs the whole program in an empty folder. On the title screen Escape is held, so that the game
 // ends after its first frame.
@@ -33,9 +32,9 @@ protected:
     printed = ::testing::internal::GetCapturedStdout();
   }
 
-  static Trace trace_from(std::size_t first, std::size_t count) {
-    const auto begin = host().trace.begin() + static_cast<std::ptrdiff_t>(first);
-    return {begin, begin + static_cast<std::ptrdiff_t>(count)};
+  static Trace trace_from(size_t first, size_t count) {
+    const auto begin = host().trace.begin() + static_cast<ptrdiff_t>(first);
+    return {begin, begin + static_cast<ptrdiff_t>(count)};
   }
 
   WorkingFolder folder;
@@ -167,7 +166,7 @@ TEST_F(ProgramTest, TheSceneWordIsTheThirdArgumentAndLaterOnesAreIgnored) {
 
 TEST_F(ProgramTest, AGameEndsByShuttingSoundScreenAndHostDown) {
   start({"kavo"});
-  const std::size_t commands = host().trace.size();
+  const size_t commands = host().trace.size();
   EXPECT_TRUE(same(trace_from(commands - 3, 3), {"SCREENFLIP", "SOUND.SHUTDOWN", "GFX.CLOSE"}));
   EXPECT_EQ(printed, "done\n");
   EXPECT_TRUE(host().is_shut_down);
@@ -175,7 +174,7 @@ TEST_F(ProgramTest, AGameEndsByShuttingSoundScreenAndHostDown) {
 
 TEST_F(ProgramTest, ASceneEndsWithoutShuttingTheHostDown) {
   start({"kavo", "shot", "opts"});
-  const std::size_t commands = host().trace.size();
+  const size_t commands = host().trace.size();
   EXPECT_TRUE(same(trace_from(commands - 2, 2), {"SOUND.SHUTDOWN", "GFX.CLOSE"}));
   EXPECT_FALSE(host().is_shut_down);
 }

@@ -1,9 +1,8 @@
 // The call convention: what every routine owes the guard and the host.
-#include "game/routine.h"
-
 #include "game/frame_scope.h"
 #include "game/playfield/movement.h"
 #include "game/presentation/frame.h"
+#include "game/routine.h"
 #include "tests/game/game_test.h"
 
 namespace kavo::test {

@@ -1,7 +1,7 @@
 // The game state as start-up leaves it, and a new game.
-#include "tests/game/game_test.h"
-
 #include <array>
+
+#include "tests/game/game_test.h"
 
 namespace kavo::test {
 namespace {

@@ -24,7 +24,7 @@ constexpr int64_t last_swept = 20'000;
 using Words = std::vector<std::string>;
 
 // Calls `run` with the program's arguments.
-template<class Run>
+template<typename Run>
 auto with_arguments(Words words, Run run) {
   std::vector<char*> argv;
   for (std::string& word : words)
@@ -185,7 +185,7 @@ void play_steps() {
   int64_t frame = 0;
   recording_host().on_frame = [frame]() mutable {
     recording_host().keys.clear();
-    const auto step = static_cast<std::size_t>(frame / 2);
+    const auto step = static_cast<size_t>(frame / 2);
     if (frame++ % 2 != 0 || step >= std::size(steps))
       return;
     steps[step].arrange();

@@ -13,7 +13,7 @@ bool starts_number(std::string_view text) {
                            text.front() == '-' || text == "inf" || text == "nan");
 }
 
-bool is_kind_letter(std::string_view line, std::size_t index) {
+bool is_kind_letter(std::string_view line, size_t index) {
   return (line[index] == 'i' || line[index] == 'f') && index > 0 && line[index - 1] == ' ' &&
          starts_number(line.substr(index + 1));
 }
@@ -22,13 +22,13 @@ bool is_kind_letter(std::string_view line, std::size_t index) {
 std::string plain_line(std::string_view line) {
   const auto quote = std::min(line.find('"'), line.size());
   std::string result;
-  for (std::size_t index = 0; index < quote; ++index)
+  for (size_t index = 0; index < quote; ++index)
     if (!is_kind_letter(line, index))
       result += line[index];
   return result.append(line.substr(quote));
 }
 
-std::string_view line_at(const Trace& trace, std::size_t index) {
+std::string_view line_at(const Trace& trace, size_t index) {
   return index < trace.size() ? std::string_view(trace[index]) : "(the end)";
 }
 
@@ -73,12 +73,12 @@ bool contains(const Trace& trace, std::string_view line) {
   const auto [left, right] = std::ranges::mismatch(actual, expected);
   if (left == actual.end() && right == expected.end())
     return ::testing::AssertionSuccess();
-  const auto index = static_cast<std::size_t>(left - actual.begin());
+  const auto index = static_cast<size_t>(left - actual.begin());
   auto failure = ::testing::AssertionFailure()
                  << "line " << index << " of " << actual.size() << " (expected " << expected.size()
                  << ") is\n  " << line_at(actual, index) << "\ninstead of\n  "
                  << line_at(expected, index);
-  for (std::size_t before = index > 3 ? index - 3 : 0; before < index; ++before)
+  for (size_t before = index > 3 ? index - 3 : 0; before < index; ++before)
     failure << "\n(before it: " << actual[before] << ")";
   return failure;
 }

@@ -1,8 +1,7 @@
 // How the game reads, writes and owns the runtime's values.
-#include "game/values.h"
-
 #include <cmath>
 
+#include "game/values.h"
 #include "tests/game/game_test.h"
 
 namespace kavo::test {

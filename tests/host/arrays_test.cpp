@@ -1,9 +1,4 @@
 // TRANSPOSE, RESHAPE, MVINS and SPLIT, with arrays of every form.
-#include "host/arrays.h"
-#include "host/command.h"
-#include "runtime/qorrt.h"
-#include "tests/runtime/values.h"
-
 #include <gtest/gtest.h>
 
 #include <bit>
@@ -11,6 +6,11 @@
 #include <cstring>
 #include <functional>
 #include <limits>
+
+#include "host/arrays.h"
+#include "host/command.h"
+#include "runtime/qorrt.h"
+#include "tests/runtime/values.h"
 
 namespace {
 
@@ -20,16 +20,16 @@ using kavo::host::reshaped;
 using kavo::host::split;
 using kavo::host::transposed;
 using kavo::host::with_row_inserted;
-using test::DeepArray;
-using test::Numbers;
-using test::numbers;
-using test::Rows;
-using test::rows;
-using test::Strings;
-using test::strings;
-using test::to_rows;
-using test::to_strings;
-using test::to_vector;
+using kavo::test::DeepArray;
+using kavo::test::Numbers;
+using kavo::test::numbers;
+using kavo::test::Rows;
+using kavo::test::rows;
+using kavo::test::Strings;
+using kavo::test::strings;
+using kavo::test::to_rows;
+using kavo::test::to_strings;
+using kavo::test::to_vector;
 
 std::string error_of(const std::function<void()>& action) {
   try {
@@ -42,7 +42,7 @@ std::string error_of(const std::function<void()>& action) {
 
 // An array of the given arrays, which it takes over.
 DeepArray nested(std::vector<QorArray*> inner) {
-  auto array = test::own_deep(qor_array_new(std::ssize(inner)));
+  auto array = kavo::test::own_deep(qor_array_new(std::ssize(inner)));
   qor_array_set_nested(array.get());
   for (int64_t i = 0; i < std::ssize(inner); ++i)
     qor_array_set(array.get(), i, std::bit_cast<double>(inner[static_cast<size_t>(i)]));
@@ -51,7 +51,7 @@ DeepArray nested(std::vector<QorArray*> inner) {
 
 // As many levels of arrays of one element.
 DeepArray nest(int levels) {
-  DeepArray array = test::own_deep(qor_array_new(1));
+  DeepArray array = kavo::test::own_deep(qor_array_new(1));
   for (int i = 1; i < levels; ++i)
     array = nested({array.release()});
   return array;
@@ -121,7 +121,7 @@ TEST(Transpose, ANullRowIsAnEmptyOne) {
 
 TEST(Transpose, RefusesANumberInPlaceOfARow) {
   const auto matrix = rows({{1}, {2}});
-  auto broken = test::own(qor_array_append(matrix.get(), 5.0));
+  auto broken = kavo::test::own(qor_array_append(matrix.get(), 5.0));
   EXPECT_EQ(error_of([&] { transposed(broken.get()); }),
             "argument 1 is said to hold references, but element 2 is the number 5");
 }
@@ -133,7 +133,7 @@ TEST(Transpose, RefusesWhatIsNestedTooDeep) {
 }
 
 TEST(Transpose, RefusesAnArrayWithinItself) {
-  auto array = test::own(qor_array_new(1));
+  auto array = kavo::test::own(qor_array_new(1));
   qor_array_set_nested(array.get());
   qor_array_set(array.get(), 0, std::bit_cast<double>(array.get()));
   EXPECT_EQ(error_of([&] { transposed(array.get()); }),
@@ -142,7 +142,7 @@ TEST(Transpose, RefusesAnArrayWithinItself) {
 
 TEST(Transpose, RefusesAnArrayThatUnfoldsWithoutEnd) {
   // Thirty levels, each holding the next one twice: 2^30 elements from 31 arrays.
-  std::vector<test::Array> levels;
+  std::vector<kavo::test::Array> levels;
   levels.push_back(numbers({1, 2}));
   for (int i = 0; i < 30; ++i) {
     const double below = std::bit_cast<double>(levels.back().get());
@@ -229,7 +229,7 @@ TEST(Reshape, RefusesSizesThatAreNone) {
 TEST(Reshape, RefusesNoSizesAndTooMany) {
   EXPECT_EQ(error_of([] { reshaped(numbers({1}).get(), nullptr); }),
             "argument 2 (sizes) must hold 1 to 8 sizes, got 0");
-  EXPECT_EQ(error_of([] { reshaped(numbers({1}).get(), test::own(qor_ones(9)).get()); }),
+  EXPECT_EQ(error_of([] { reshaped(numbers({1}).get(), kavo::test::own(qor_ones(9)).get()); }),
             "argument 2 (sizes) must hold 1 to 8 sizes, got 9");
 }
 

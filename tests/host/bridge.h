@@ -1,14 +1,14 @@
 // A running host, called the way a program calls it.
 #pragma once
 
-#include "runtime/qorrt.h"
-
 #include <cstdlib>
 #include <string>
 #include <type_traits>
 #include <vector>
 
-namespace test {
+#include "runtime/qorrt.h"
+
+namespace kavo::test {
 
 // Slots and tags in the order of the arguments.
 class CommandArguments {
@@ -137,4 +137,4 @@ public:
   Bridge bridge;
 };
 
-} // namespace test
+} // namespace kavo::test

@@ -1,16 +1,16 @@
 // The thirteen operations themselves: handles, errors, strings, frames.
-#include "runtime/text.h"
-#include "tests/host/bridge.h"
-
 #include <gtest/gtest.h>
 
 #include <climits>
 #include <memory>
 
+#include "runtime/text.h"
+#include "tests/host/bridge.h"
+
 namespace {
 
-using test::Bridge;
-using test::InvisibleBridge;
+using kavo::test::Bridge;
+using kavo::test::InvisibleBridge;
 
 TEST(Handle, IsNeverZeroAndNewForEachHost) {
   const int64_t first = qorrt_init(0, nullptr);

@@ -1,6 +1,4 @@
 // The display that follows what is drawn: how it goes from one picture to another.
-#include "host/screen/calm_display.h"
-
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -8,6 +6,8 @@
 #include <span>
 #include <string>
 #include <vector>
+
+#include "host/screen/calm_display.h"
 
 namespace {
 

@@ -1,8 +1,4 @@
 // What each shape leaves in the framebuffer, pixel by pixel.
-#include "host/screen/canvas.h"
-#include "host/screen/coordinates.h"
-#include "tests/host/picture.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -14,14 +10,18 @@
 #include <utility>
 #include <vector>
 
+#include "host/screen/canvas.h"
+#include "host/screen/coordinates.h"
+#include "tests/host/picture.h"
+
 namespace {
 
 using kavo::host::Canvas;
 using kavo::host::to_colour_component;
 using kavo::host::to_pixel;
-using test::is_black;
-using test::Picture;
-using test::picture_of;
+using kavo::test::is_black;
+using kavo::test::Picture;
+using kavo::test::picture_of;
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double nan = std::numeric_limits<double>::quiet_NaN();

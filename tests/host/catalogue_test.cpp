@@ -1,18 +1,18 @@
 // The table of commands and what the host says about calls that do not fit it.
-#include "host/catalogue.h"
-#include "tests/host/bridge.h"
-
 #include <gtest/gtest.h>
 
 #include <set>
 #include <string>
+
+#include "host/catalogue.h"
+#include "tests/host/bridge.h"
 
 namespace {
 
 using kavo::host::all_commands;
 using kavo::host::Command;
 using kavo::host::find_command;
-using test::InvisibleBridge;
+using kavo::test::InvisibleBridge;
 
 TEST(Catalogue, HasEveryCommandOnce) {
   std::multiset<std::string> names;

@@ -1,7 +1,7 @@
 // Which rows of the picture a window still shows.
-#include "host/screen/changed_rows.h"
-
 #include <gtest/gtest.h>
+
+#include "host/screen/changed_rows.h"
 
 namespace {
 

@@ -1,6 +1,4 @@
 // Controllers as the keys that they stand for, with SDL's virtual controllers.
-#include "host/controllers.h"
-
 #include <gtest/gtest.h>
 
 #include <optional>
@@ -8,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "host/controllers.h"
 #include "host/events.h"
 #include "host/keyboard.h"
 #include "tests/fakes/virtual_controller.h"

@@ -1,25 +1,25 @@
 // The array and file commands as a program sends them.
+#include <gtest/gtest.h>
+
 #include "runtime/text.h"
 #include "tests/host/bridge.h"
 #include "tests/runtime/values.h"
 #include "tests/support/files.h"
 #include "tests/support/temporary_folder.h"
 
-#include <gtest/gtest.h>
-
 namespace {
 
+using kavo::test::InvisibleBridge;
+using kavo::test::Numbers;
+using kavo::test::numbers;
+using kavo::test::own_deep;
 using kavo::test::read_file;
+using kavo::test::Rows;
+using kavo::test::rows;
+using kavo::test::Strings;
+using kavo::test::take_rows;
+using kavo::test::take_strings;
 using kavo::test::TemporaryFolder;
-using test::InvisibleBridge;
-using test::Numbers;
-using test::numbers;
-using test::own_deep;
-using test::Rows;
-using test::rows;
-using test::Strings;
-using test::take_rows;
-using test::take_strings;
 
 TEST(DataCommands, TransposeGivesANewMatrix) {
   InvisibleBridge host;

@@ -1,11 +1,11 @@
 // What the dispatcher receives for each thing that the player does.
-#include "host/events.h"
-
 #include <gtest/gtest.h>
 
 #include <bit>
 #include <string>
 #include <vector>
+
+#include "host/events.h"
 
 namespace {
 

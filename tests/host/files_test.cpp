@@ -1,13 +1,6 @@
 // Files that are whole or untouched, and what a folder lists, with every way to fail that a test
 // can bring about.
-#include "host/command.h"
-#include "host/files.h"
-#include "host/temporary_file.h"
-#include "tests/support/files.h"
-#include "tests/support/temporary_folder.h"
-
 #include <gtest/gtest.h>
-
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -21,6 +14,12 @@
 #include <string>
 #include <thread>
 #include <vector>
+
+#include "host/command.h"
+#include "host/files.h"
+#include "host/temporary_file.h"
+#include "tests/support/files.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 

@@ -1,21 +1,21 @@
 // Characters: which glyph, where, and what stands for bytes that are none.
-#include "host/screen/canvas.h"
-#include "host/screen/font.h"
-#include "tests/host/picture.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <string>
 #include <vector>
 
+#include "host/screen/canvas.h"
+#include "host/screen/font.h"
+#include "tests/host/picture.h"
+
 namespace {
 
 using kavo::host::Canvas;
 using kavo::host::glyph_rows;
 using kavo::host::next_code_point;
-using test::part_of;
-using test::Picture;
+using kavo::test::part_of;
+using kavo::test::Picture;
 
 std::u32string decoded(std::string_view utf8) {
   std::u32string text;
@@ -111,13 +111,13 @@ TEST(Text, IsClippedPixelByPixel) {
 
 TEST(Text, FarOutsideDrawsNothing) {
   for (const int away : {-1'000'000'000, 1'000'000'000, 32, -16})
-    EXPECT_TRUE(test::is_black(with_text("AB", away, 0))) << away;
+    EXPECT_TRUE(kavo::test::is_black(with_text("AB", away, 0))) << away;
   for (const int away : {-1'000'000'000, 1'000'000'000, 16, -16})
-    EXPECT_TRUE(test::is_black(with_text("AB", 0, away))) << away;
+    EXPECT_TRUE(kavo::test::is_black(with_text("AB", 0, away))) << away;
 }
 
 TEST(Text, OfNothingDrawsNothing) {
-  EXPECT_TRUE(test::is_black(with_text("")));
+  EXPECT_TRUE(kavo::test::is_black(with_text("")));
 }
 
 } // namespace

@@ -1,6 +1,6 @@
-#include "host/screen/idle_pointer.h"
-
 #include <gtest/gtest.h>
+
+#include "host/screen/idle_pointer.h"
 
 namespace {
 

@@ -1,12 +1,12 @@
 // Presses and questions in every order that matters.
-#include "host/keyboard.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <array>
 #include <random>
 #include <string>
+
+#include "host/keyboard.h"
 
 namespace {
 

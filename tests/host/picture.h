@@ -1,13 +1,13 @@
 // Canvases as text: what a test draws is what it reads.
 #pragma once
 
-#include "host/screen/canvas.h"
-
 #include <ostream>
 #include <string>
 #include <vector>
 
-namespace test {
+#include "host/screen/canvas.h"
+
+namespace kavo::test {
 
 using Picture = std::vector<std::string>;
 
@@ -38,4 +38,4 @@ inline bool is_black(const kavo::host::Canvas& canvas) {
   return true;
 }
 
-} // namespace test
+} // namespace kavo::test

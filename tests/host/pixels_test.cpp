@@ -1,10 +1,10 @@
 // Areas of pixels, by the widest registers of this processor and by those that all have.
-#include "host/screen/pixels.h"
-
 #include <gtest/gtest.h>
 
 #include <array>
 #include <vector>
+
+#include "host/screen/pixels.h"
 
 namespace {
 

@@ -1,16 +1,16 @@
 // What is drawn is what the PNG file holds.
-#include "host/screen/png.h"
-#include "tests/host/read_png.h"
-
 #include <gtest/gtest.h>
 
 #include <vector>
+
+#include "host/screen/png.h"
+#include "tests/host/read_png.h"
 
 namespace {
 
 using kavo::host::Canvas;
 using kavo::host::png_of;
-using test::read_png;
+using kavo::test::read_png;
 
 TEST(Png, HoldsEveryPixel) {
   Canvas canvas(37, 23);

@@ -1,9 +1,6 @@
 // What a running host changes in its process, and how it leaves it.
-#include "tests/host/bridge.h"
-
-#include <gtest/gtest.h>
-
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -14,11 +11,13 @@
 #include <cstdlib>
 #include <filesystem>
 
+#include "tests/host/bridge.h"
+
 namespace {
 
 namespace fs = std::filesystem;
-using test::Bridge;
-using test::Environment;
+using kavo::test::Bridge;
+using kavo::test::Environment;
 
 bool is_null_device(int file) {
   struct stat status = {};

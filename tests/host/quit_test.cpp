@@ -1,16 +1,16 @@
 // SIGINT and SIGTERM end the program in order, at the end of the frame in which they arrive.
-#include "tests/host/bridge.h"
-
 #include <gtest/gtest.h>
 
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 
+#include "tests/host/bridge.h"
+
 namespace {
 
-using test::Bridge;
-using test::InvisibleBridge;
+using kavo::test::Bridge;
+using kavo::test::InvisibleBridge;
 
 void say_quit(const char* name, const int64_t*, const uint32_t*, int64_t) {
   std::fprintf(stderr, "%s;", name);

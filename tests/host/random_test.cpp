@@ -1,19 +1,19 @@
 // The generator against published sequences, its seeds, its range.
-#include "host/command.h"
-#include "host/random.h"
-#include "tests/host/bridge.h"
-
 #include <gtest/gtest.h>
 
 #include <array>
+
+#include "host/command.h"
+#include "host/random.h"
+#include "tests/host/bridge.h"
 
 namespace {
 
 using kavo::host::CommandError;
 using kavo::host::fresh_seed;
 using kavo::host::Random;
-using test::Environment;
-using test::InvisibleBridge;
+using kavo::test::Environment;
+using kavo::test::InvisibleBridge;
 
 TEST(Random, IsXoshiro256StarStar) {
   Random random(Random::State{1, 2, 3, 4});

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-namespace test {
+namespace kavo::test {
 
 struct PngPicture {
   int width;
@@ -31,4 +31,4 @@ inline PngPicture read_png(const std::string& bytes) {
   return picture;
 }
 
-} // namespace test
+} // namespace kavo::test

@@ -1,14 +1,14 @@
 // The picture at other sizes: where it lies, crisp at whole multiples, true between.
-#include "host/screen/changed_rows.h"
-#include "host/screen/scaler.h"
-#include "host/screen/window.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cmath>
 #include <random>
 #include <vector>
+
+#include "host/screen/changed_rows.h"
+#include "host/screen/scaler.h"
+#include "host/screen/window.h"
 
 namespace {
 

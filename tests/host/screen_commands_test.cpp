@@ -1,21 +1,21 @@
 // The screen commands as a program sends them; what they draw is read back from a screenshot.
+#include <gtest/gtest.h>
+
+#include <limits>
+
 #include "tests/host/bridge.h"
 #include "tests/host/read_png.h"
 #include "tests/support/files.h"
 #include "tests/support/temporary_folder.h"
 
-#include <gtest/gtest.h>
-
-#include <limits>
-
 namespace {
 
+using kavo::test::Bridge;
+using kavo::test::Environment;
+using kavo::test::InvisibleBridge;
 using kavo::test::read_file;
+using kavo::test::read_png;
 using kavo::test::TemporaryFolder;
-using test::Bridge;
-using test::Environment;
-using test::InvisibleBridge;
-using test::read_png;
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double nan = std::numeric_limits<double>::quiet_NaN();

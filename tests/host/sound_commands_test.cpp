@@ -1,13 +1,13 @@
 // What the sound commands accept and refuse, as a program sends them.
-#include "tests/host/bridge.h"
-
 #include <gtest/gtest.h>
 
 #include <limits>
 
+#include "tests/host/bridge.h"
+
 namespace {
 
-using test::InvisibleBridge;
+using kavo::test::InvisibleBridge;
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double nan = std::numeric_limits<double>::quiet_NaN();
@@ -17,7 +17,7 @@ private:
   InvisibleBridge host_;
 
 protected:
-  test::Bridge& bridge = host_.bridge;
+  kavo::test::Bridge& bridge = host_.bridge;
 };
 
 TEST_F(SoundCommands, AcceptTheGamesOwnSetUp) {

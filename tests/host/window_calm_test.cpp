@@ -1,26 +1,26 @@
 // A calm window: it follows what is drawn, and only what is shown does.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+
 #include "host/screen/calm_display.h"
 #include "tests/host/read_png.h"
 #include "tests/host/window_fixture.h"
 #include "tests/support/files.h"
 #include "tests/support/temporary_folder.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <string>
-
 namespace {
 
-using desktop::DesktopWindow;
+using kavo::desktop::DesktopWindow;
 using kavo::host::CalmDisplay;
-using test::height;
-using test::width;
-using test::WindowTest;
+using kavo::test::height;
+using kavo::test::width;
+using kavo::test::WindowTest;
 
 constexpr uint32_t white = 0x00FFFFFF;
 
-void draw_white(test::Bridge& bridge) {
+void draw_white(kavo::test::Bridge& bridge) {
   bridge.send("DRAWCOLOR", 255, 255, 255);
   bridge.send("RECT", 0, 0, width, height, 1);
 }
@@ -42,7 +42,7 @@ protected:
   }
 
 private:
-  test::Environment calm_{"QORRT_CALM", "1"};
+  kavo::test::Environment calm_{"QORRT_CALM", "1"};
 };
 
 // What so many pictures of white make of black.
@@ -92,13 +92,13 @@ TEST_F(CalmWindow, SavesWhatIsDrawn) {
   draw_white(bridge);
   bridge.send("SCREENFLIP");
   EXPECT_EQ(bridge.error_of("GFX.SAVE_SCREENSHOT", "drawn.png"), "");
-  const auto saved = test::read_png(kavo::test::read_file("drawn.png")).pixels;
+  const auto saved = kavo::test::read_png(kavo::test::read_file("drawn.png")).pixels;
   EXPECT_TRUE(std::ranges::all_of(saved, [](uint32_t pixel) { return pixel == white; }));
 }
 
 TEST_F(WindowTest, ShowsWhatIsDrawnAtOnceUnlessACalmOneIsAskedFor) {
   for (const char* calm : {static_cast<const char*>(nullptr), "", "0"}) {
-    const test::Environment setting("QORRT_CALM", calm);
+    const kavo::test::Environment setting("QORRT_CALM", calm);
     const DesktopWindow window = open();
     draw_white(bridge);
     bridge.send("SCREENFLIP");

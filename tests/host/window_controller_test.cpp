@@ -1,15 +1,15 @@
 // A game controller in front of a real window: plugged in while the program runs, away with the
 // keyboard, pulled out.
+#include <optional>
+
 #include "tests/fakes/virtual_controller.h"
 #include "tests/host/window_fixture.h"
-
-#include <optional>
 
 namespace {
 
 using kavo::test::VirtualController;
 
-class WindowControllerTest : public test::WindowTest {
+class WindowControllerTest : public kavo::test::WindowTest {
 protected:
   void press(SDL_GameControllerButton button) {
     controller->press(button);
@@ -47,7 +47,7 @@ TEST_F(WindowControllerTest, PulledOutWhileHeldItLetsGo) {
 }
 
 TEST_F(WindowControllerTest, WithoutTheKeyboardItIsNotHeard) {
-  const test::DesktopWindow window = open();
+  const kavo::test::DesktopWindow window = open();
   controller.emplace();
   bridge.send("SCREENFLIP");
   press(SDL_CONTROLLER_BUTTON_DPAD_DOWN);

@@ -1,17 +1,16 @@
 // The window among others: its icon, the pointer over it, moved, minimised and brought back.
-#include "tests/host/window_fixture.h"
-
 #include "host/screen/icon_data.h"
+#include "tests/host/window_fixture.h"
 
 namespace {
 
-using test::Bitmap;
-using test::DesktopWindow;
-using test::draw_squares;
-using test::height;
-using test::width;
-using test::WindowSize;
-using test::WindowTest;
+using kavo::test::Bitmap;
+using kavo::test::DesktopWindow;
+using kavo::test::draw_squares;
+using kavo::test::height;
+using kavo::test::width;
+using kavo::test::WindowSize;
+using kavo::test::WindowTest;
 
 TEST_F(WindowTest, CarriesItsIcon) {
   const Bitmap icon = open().icon();

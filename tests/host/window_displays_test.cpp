@@ -4,13 +4,13 @@
 
 namespace {
 
-using desktop::Place;
-using test::DesktopWindow;
-using test::DisplaySize;
-using test::draw_squares;
-using test::height;
-using test::width;
-using test::WindowTest;
+using kavo::desktop::Place;
+using kavo::test::DesktopWindow;
+using kavo::test::DisplaySize;
+using kavo::test::draw_squares;
+using kavo::test::height;
+using kavo::test::width;
+using kavo::test::WindowTest;
 
 constexpr DisplaySize laptop = {1400, 900};
 constexpr DisplaySize large = {2 * width, 2 * height}; // on which the full picture is crisp
@@ -77,10 +77,10 @@ TEST_F(TwoDisplays, TheOneThatItIsOnIsFilledAtFullScreen) {
 
 TEST_F(TwoDisplays, EveryPixelIsFourOnTheOneThatIsTwiceAsLarge) {
   ASSERT_TRUE(fills_the_large_one());
-  const test::Bitmap shown = window->pixels();
+  const kavo::test::Bitmap shown = window->pixels();
   for (int y = 0; y < large.height; ++y)
     for (int x = 0; x < large.width; ++x)
-      ASSERT_EQ(shown.at(x, y), test::colour_at(x / 2, y / 2)) << x << ',' << y;
+      ASSERT_EQ(shown.at(x, y), kavo::test::colour_at(x / 2, y / 2)) << x << ',' << y;
 }
 
 TEST_F(TwoDisplays, ItComesBackFromMinimisedToTheOneItWasOn) {

@@ -1,9 +1,6 @@
 // What the tests of the window share: a desktop of their own and a host of this process on it.
 #pragma once
 
-#include "tests/desktop/desktop.h"
-#include "tests/host/bridge.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -12,13 +9,16 @@
 #include <string>
 #include <vector>
 
-namespace test {
+#include "tests/desktop/desktop.h"
+#include "tests/host/bridge.h"
 
-using desktop::Bitmap;
-using desktop::Desktop;
-using desktop::DesktopWindow;
-using desktop::DisplaySize;
-using desktop::WindowSize;
+namespace kavo::test {
+
+using kavo::desktop::Bitmap;
+using kavo::desktop::Desktop;
+using kavo::desktop::DesktopWindow;
+using kavo::desktop::DisplaySize;
+using kavo::desktop::WindowSize;
 
 constexpr const char* title = "KAVO - Schlagseite";
 constexpr int width = 660;
@@ -72,7 +72,7 @@ protected:
 
   // A program's loop: it goes on presenting while it waits.
   bool flip_until(const std::function<bool()>& condition) {
-    return desktop::eventually([&] {
+    return kavo::desktop::eventually([&] {
       bridge.send("SCREENFLIP");
       return condition();
     });
@@ -112,4 +112,4 @@ protected:
   Bridge bridge;
 };
 
-} // namespace test
+} // namespace kavo::test

@@ -1,13 +1,13 @@
 // Keys as people have them: layouts, scripts, locks, dead keys and input methods.
-#include "tests/host/window_fixture.h"
-
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "tests/host/window_fixture.h"
+
 namespace {
 
-class WindowKeysTest : public test::WindowTest {
+class WindowKeysTest : public kavo::test::WindowTest {
 protected:
   // Presses the key that bears `symbol` and looks whether the key called `name` is held, until
   // both are up again.
@@ -77,7 +77,7 @@ TEST_F(WindowKeysTest, ModifiersDoNotKeepAKeyFromTheGame) {
 }
 
 TEST_F(WindowKeysTest, ADeadKeySwallowsNothing) {
-  const test::Environment locale("LC_ALL", "C.UTF-8");
+  const kavo::test::Environment locale("LC_ALL", "C.UTF-8");
   desktop.set_layout("fr");
   open();
   expect_letters("fr");
@@ -93,8 +93,8 @@ TEST_F(WindowKeysTest, ADeadKeySwallowsNothing) {
 
 TEST_F(WindowKeysTest, AnInputMethodThatIsSetSwallowsNothing) {
   for (const char* method : {"@im=ibus", "@im=fcitx", "@im=none"}) {
-    const test::Environment locale("LC_ALL", "C.UTF-8");
-    const test::Environment modifiers("XMODIFIERS", method);
+    const kavo::test::Environment locale("LC_ALL", "C.UTF-8");
+    const kavo::test::Environment modifiers("XMODIFIERS", method);
     open();
     expect_letters(method);
     expect_tap("space", "Space", method);

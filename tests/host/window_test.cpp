@@ -1,25 +1,25 @@
 // The window on a real X server: what it shows, how it scales, what its keys and its close button
 // do.
-#include "tests/host/window_fixture.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <string>
 
+#include "tests/host/window_fixture.h"
+
 namespace {
 
-using desktop::Bitmap;
-using desktop::Desktop;
-using desktop::DesktopWindow;
-using desktop::WindowSize;
-using test::colour_at;
-using test::draw_squares;
-using test::height;
-using test::shows_squares;
-using test::title;
-using test::width;
-using test::WindowTest;
+using kavo::desktop::Bitmap;
+using kavo::desktop::Desktop;
+using kavo::desktop::DesktopWindow;
+using kavo::desktop::WindowSize;
+using kavo::test::colour_at;
+using kavo::test::draw_squares;
+using kavo::test::height;
+using kavo::test::shows_squares;
+using kavo::test::title;
+using kavo::test::width;
+using kavo::test::WindowTest;
 
 class SmallLaptop : public WindowTest {
 protected:
@@ -52,7 +52,7 @@ TEST_F(SmallLaptop, TheWindowLiesWholeBelowATallTitleBarAtTheStart) {
   desktop.start_window_manager();
   const DesktopWindow window = open();
   ASSERT_TRUE(flip_until([&] { return window.title_bar_height() > 0; }));
-  const desktop::Place place = window.place();
+  const kavo::desktop::Place place = window.place();
   const int top = place.y - window.title_bar_height();
   EXPECT_GE(top, 0);
   EXPECT_LE(top + tall + place.height, 768);
@@ -143,7 +143,7 @@ TEST_F(WindowTest, ASecondScreenReplacesIt) {
 TEST_F(WindowTest, CloseTakesItAway) {
   open();
   bridge.send("GFX.CLOSE");
-  EXPECT_TRUE(desktop::eventually([&] { return !desktop.find_window(title); }));
+  EXPECT_TRUE(kavo::desktop::eventually([&] { return !desktop.find_window(title); }));
 }
 
 TEST_F(WindowTest, KeysAreHeldWhileTheyAreDown) {
@@ -268,7 +268,7 @@ TEST_F(WindowTest, ATapJustBeforeTheQuestionIsSeenInTheSameFrame) {
   open();
   bridge.send("SCREENFLIP");
   desktop.tap("Up");
-  EXPECT_TRUE(desktop::eventually([&] {
+  EXPECT_TRUE(kavo::desktop::eventually([&] {
     const bool is_reported = is_held("Up");
     if (!is_reported)
       bridge.send("SCREENFLIP");
@@ -290,7 +290,7 @@ TEST(ClosingTheWindow, EndsTheProgramInOrder) {
   Desktop desktop;
   const auto program = desktop.start({{WINDOW_PROGRAM}, {}, "."});
   desktop.wait_for_window(title).ask_to_close();
-  const desktop::Outcome outcome = program->wait();
+  const kavo::desktop::Outcome outcome = program->wait();
   EXPECT_TRUE(outcome.has_exited);
   EXPECT_EQ(outcome.code, 0) << outcome.errors;
   EXPECT_EQ(outcome.errors, "");

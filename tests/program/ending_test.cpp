@@ -126,7 +126,7 @@ TEST_F(BlockingAnimations, DoNotHoldUpASignal) {
 }
 
 TEST_F(BlockingAnimations, DoNotHoldUpAClosedWindow) {
-  const desktop::Desktop desktop;
+  const kavo::desktop::Desktop desktop;
   setenv("SDL_VIDEODRIVER", "x11", 1);
   setenv("DISPLAY", desktop.display_name().c_str(), 1);
   for (const int number : {2, 8, pauses_of_the_lock()})

@@ -1,8 +1,4 @@
 // Whole-array arithmetic, comparisons, mathematical functions, reductions and statistics.
-#include "runtime/array_math.h"
-#include "runtime/array_statistics.h"
-#include "tests/runtime/values.h"
-
 #include <gtest/gtest.h>
 
 #include <array>
@@ -12,17 +8,21 @@
 #include <random>
 #include <string>
 
+#include "runtime/array_math.h"
+#include "runtime/array_statistics.h"
+#include "tests/runtime/values.h"
+
 namespace {
 
-using test::Numbers;
-using test::numbers;
-using test::Rows;
-using test::rows;
-using test::Strings;
-using test::strings;
-using test::take_numbers;
-using test::take_rows;
-using test::take_strings;
+using kavo::test::Numbers;
+using kavo::test::numbers;
+using kavo::test::Rows;
+using kavo::test::rows;
+using kavo::test::Strings;
+using kavo::test::strings;
+using kavo::test::take_numbers;
+using kavo::test::take_rows;
+using kavo::test::take_strings;
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 const double nan = std::nan("");
@@ -75,7 +75,7 @@ TEST(Binop, HasTheShorterLengthAndNoFlags) {
   EXPECT_EQ(take_numbers(qor_array_binop(nullptr, numbers({1}).get(), QOR_OP_ADD)), Numbers{});
   auto bools = numbers({1, 0});
   qor_array_set_bool_elems(bools.get());
-  EXPECT_EQ(test::own(qor_array_binop(bools.get(), bools.get(), QOR_OP_ADD))->flags, 0U);
+  EXPECT_EQ(kavo::test::own(qor_array_binop(bools.get(), bools.get(), QOR_OP_ADD))->flags, 0U);
 }
 
 TEST(Binop, ConcatenatesStrings) {
@@ -83,7 +83,7 @@ TEST(Binop, ConcatenatesStrings) {
   const auto b = strings({"x", "y"});
   EXPECT_EQ(take_strings(qor_array_binop(a.get(), b.get(), QOR_OP_ADD)), (Strings{"ax", "by"}));
   EXPECT_EQ(take_strings(qor_array_binop(a.get(), b.get(), QOR_OP_MULTIPLY)), (Strings{"", ""}));
-  const auto result = test::own_deep(qor_array_binop(a.get(), b.get(), QOR_OP_ADD));
+  const auto result = kavo::test::own_deep(qor_array_binop(a.get(), b.get(), QOR_OP_ADD));
   EXPECT_EQ(result->flags, QOR_FLAG_NESTED | QOR_FLAG_STRINGS);
 }
 
@@ -97,7 +97,8 @@ TEST(Binop, GoesThroughRows) {
   const auto a = rows({{1, 2}, {3}});
   const auto b = rows({{10, 20}, {30}});
   EXPECT_EQ(take_rows(qor_array_binop(a.get(), b.get(), QOR_OP_ADD)), (Rows{{11, 22}, {33}}));
-  EXPECT_EQ(test::own_deep(qor_array_binop(a.get(), b.get(), QOR_OP_ADD))->flags, QOR_FLAG_NESTED);
+  EXPECT_EQ(kavo::test::own_deep(qor_array_binop(a.get(), b.get(), QOR_OP_ADD))->flags,
+            QOR_FLAG_NESTED);
 }
 
 TEST(Binop, TakesANumberBesideARowAsARowOfIt) {
@@ -134,7 +135,7 @@ TEST(Comparison, HasEightCodes) {
                                          {0, 1, 1, 0},
                                          {0, 0, 0, 0}}};
   const auto a = numbers({0, 2, 3, nan});
-  for (std::size_t code = 0; code < expected.size(); ++code) {
+  for (size_t code = 0; code < expected.size(); ++code) {
     auto want = expected[code];
     if (code == QOR_CMP_BOTH)
       want[3] = 1; // NaN is not zero
@@ -194,7 +195,7 @@ TEST(ElementFunctions, AreThePlatformsForEveryElement) {
   for (const auto& pair : pairs) {
     const auto results = take_numbers(pair.array(numbers(inputs).get()));
     ASSERT_EQ(results.size(), inputs.size());
-    for (std::size_t i = 0; i < inputs.size(); ++i) {
+    for (size_t i = 0; i < inputs.size(); ++i) {
       const double expected = pair.number(inputs[i]);
       EXPECT_TRUE(results[i] == expected || (std::isnan(results[i]) && std::isnan(expected)));
     }
@@ -237,11 +238,11 @@ TEST(Reductions, AskWhatIsNotZero) {
 
 TEST(Reductions, OfLongArraysAreExactForIntegers) {
   for (const int64_t length : {63, 64, 65, 1000, 1001}) {
-    Numbers values(static_cast<std::size_t>(length));
+    Numbers values(static_cast<size_t>(length));
     std::iota(values.begin(), values.end(), 1.0);
     const auto array = numbers(values);
     EXPECT_EQ(qor_array_sum(array.get()), static_cast<double>(length * (length + 1) / 2));
-    EXPECT_EQ(qor_array_dot(array.get(), test::own(qor_ones(length)).get()),
+    EXPECT_EQ(qor_array_dot(array.get(), kavo::test::own(qor_ones(length)).get()),
               qor_array_sum(array.get()));
   }
 }
@@ -284,13 +285,13 @@ TEST(ArithmeticProperty, AgreesWithOneElementAtATime) {
   for (int round = 0; round < 200; ++round) {
     Numbers a(random() % 40);
     Numbers b(a.size());
-    for (std::size_t i = 0; i < a.size(); ++i) {
+    for (size_t i = 0; i < a.size(); ++i) {
       a[i] = static_cast<double>(random() % 41) - 20;
       b[i] = static_cast<double>(random() % 9) - 4;
     }
     for (int64_t code = 0; code <= 11; ++code) {
       const auto together = op(a, b, code);
-      for (std::size_t i = 0; i < a.size(); ++i) {
+      for (size_t i = 0; i < a.size(); ++i) {
         const auto alone = op({a[i]}, {b[i]}, code)[0];
         const auto by_scalar =
             take_numbers(qor_array_scalar_op(numbers({b[i]}).get(), a[i], code, 1))[0];

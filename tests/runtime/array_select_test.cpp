@@ -1,11 +1,4 @@
 // Generators, order, selection, and functions applied to arrays.
-#include "runtime/array_functions.h"
-#include "runtime/array_order.h"
-#include "runtime/array_select.h"
-#include "runtime/numbers_text.h"
-#include "runtime/system.h"
-#include "tests/runtime/values.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -15,18 +8,25 @@
 #include <random>
 #include <string>
 
+#include "runtime/array_functions.h"
+#include "runtime/array_order.h"
+#include "runtime/array_select.h"
+#include "runtime/numbers_text.h"
+#include "runtime/system.h"
+#include "tests/runtime/values.h"
+
 namespace {
 
-using test::Numbers;
-using test::numbers;
-using test::own;
-using test::Rows;
-using test::rows;
-using test::Strings;
-using test::strings;
-using test::take_numbers;
-using test::take_rows;
-using test::take_strings;
+using kavo::test::Numbers;
+using kavo::test::numbers;
+using kavo::test::own;
+using kavo::test::Rows;
+using kavo::test::rows;
+using kavo::test::Strings;
+using kavo::test::strings;
+using kavo::test::take_numbers;
+using kavo::test::take_rows;
+using kavo::test::take_strings;
 
 const double nan = std::nan("");
 
@@ -71,29 +71,29 @@ TEST(Sort, IsAscendingAndKeepsFlags) {
   auto array = numbers({3, -1, 2});
   qor_array_set_bool_elems(array.get());
   const auto sorted = own(qor_array_sort(array.get()));
-  EXPECT_EQ(test::to_vector(sorted.get()), (Numbers{-1, 2, 3}));
+  EXPECT_EQ(kavo::test::to_vector(sorted.get()), (Numbers{-1, 2, 3}));
   EXPECT_EQ(sorted->flags, QOR_FLAG_BOOLS);
-  EXPECT_EQ(test::to_vector(array.get()), (Numbers{3, -1, 2}));
+  EXPECT_EQ(kavo::test::to_vector(array.get()), (Numbers{3, -1, 2}));
   EXPECT_EQ(take_numbers(qor_array_sort(nullptr)), Numbers{});
 }
 
 TEST(Sort, OrdersStringsByTheirBytes) {
   const auto array = strings({"b", "", "ab", "B", "a"});
-  EXPECT_EQ(test::to_strings(own(qor_array_sort(array.get())).get()),
+  EXPECT_EQ(kavo::test::to_strings(own(qor_array_sort(array.get())).get()),
             (Strings{"", "B", "a", "ab", "b"}));
   EXPECT_EQ(take_numbers(qor_grade(array.get())), (Numbers{1, 3, 4, 2, 0}));
 }
 
 TEST(Sort, LeavesRowsAsTheyAre) {
   const auto array = rows({{2}, {1}});
-  EXPECT_EQ(test::to_rows(own(qor_array_sort(array.get())).get()), (Rows{{2}, {1}}));
+  EXPECT_EQ(kavo::test::to_rows(own(qor_array_sort(array.get())).get()), (Rows{{2}, {1}}));
   EXPECT_EQ(take_numbers(qor_grade(array.get())), (Numbers{0, 1}));
 }
 
 // The definition: an element moves only past strictly greater ones.
 Numbers insertion_sorted(Numbers values) {
-  for (std::size_t i = 1; i < values.size(); ++i)
-    for (std::size_t j = i; j > 0 && values[j - 1] > values[j]; --j)
+  for (size_t i = 1; i < values.size(); ++i)
+    for (size_t j = i; j > 0 && values[j - 1] > values[j]; --j)
       std::swap(values[j - 1], values[j]);
   return values;
 }
@@ -120,14 +120,14 @@ TEST(SortProperty, IsWhatTheInsertionSortGives) {
     ASSERT_EQ(bits_of(sorted), bits_of(insertion_sorted(values)));
     Numbers graded;
     for (const double index : take_numbers(qor_grade(numbers(values).get())))
-      graded.push_back(values[static_cast<std::size_t>(index)]);
+      graded.push_back(values[static_cast<size_t>(index)]);
     ASSERT_EQ(bits_of(graded), bits_of(sorted));
   }
 }
 
 TEST(SortProperty, IsTheStandardLibrarysStableSortWithoutNaN) {
   std::mt19937_64 random(2); // the same numbers every time
-  for (const std::size_t length : {0U, 1U, 2U, 2047U, 2048U, 4095U, 4096U, 20000U}) {
+  for (const size_t length : {0U, 1U, 2U, 2047U, 2048U, 4095U, 4096U, 20000U}) {
     Numbers values(length);
     for (double& value : values)
       do
@@ -142,8 +142,8 @@ TEST(SortProperty, IsTheStandardLibrarysStableSortWithoutNaN) {
 TEST(Shuffle, IsFisherYatesFromTheEndWithRand) {
   Numbers expected{1, 2, 3, 4, 5, 6};
   std::srand(9);
-  for (std::size_t i = expected.size() - 1; i >= 1; --i)
-    std::swap(expected[i], expected[static_cast<std::size_t>(std::rand()) % (i + 1)]);
+  for (size_t i = expected.size() - 1; i >= 1; --i)
+    std::swap(expected[i], expected[static_cast<size_t>(std::rand()) % (i + 1)]);
   qor_randomseed(9);
   EXPECT_EQ(take_numbers(qor_array_shuffle(own(qor_iota(6)).get())), expected);
   EXPECT_EQ(take_numbers(qor_array_shuffle(nullptr)), Numbers{});
@@ -178,7 +178,7 @@ TEST(Sets, DifferenceKeepsOrderAndRepetitions) {
   EXPECT_EQ(take_numbers(qor_array_diff(numbers({3, 1, 3, 2}).get(), numbers({1, 9}).get())),
             (Numbers{3, 3, 2}));
   const auto names = strings({"a", "b"});
-  EXPECT_EQ(test::to_strings(own(qor_array_diff(names.get(), strings({"b"}).get())).get()),
+  EXPECT_EQ(kavo::test::to_strings(own(qor_array_diff(names.get(), strings({"b"}).get())).get()),
             Strings{"a"});
   EXPECT_EQ(take_numbers(qor_array_diff(numbers({1}).get(), nullptr)), Numbers{1});
   EXPECT_EQ(take_numbers(qor_array_diff(numbers({1}).get(), names.get())), Numbers{1});
@@ -188,8 +188,9 @@ TEST(Sets, UniqueKeepsTheFirstOfEach) {
   EXPECT_EQ(take_numbers(qor_array_unique(numbers({2, 1, 2, 0, -0.0}).get())), (Numbers{2, 1, 0}));
   EXPECT_EQ(take_numbers(qor_array_unique(numbers({nan, 1, -nan}).get())).size(), 2U);
   const auto names = strings({"b", "a", "b"});
-  EXPECT_EQ(test::to_strings(own(qor_array_unique_str(names.get())).get()), (Strings{"b", "a"}));
-  EXPECT_EQ(test::to_strings(own(qor_array_unique(names.get())).get()), (Strings{"b", "a"}));
+  EXPECT_EQ(kavo::test::to_strings(own(qor_array_unique_str(names.get())).get()),
+            (Strings{"b", "a"}));
+  EXPECT_EQ(kavo::test::to_strings(own(qor_array_unique(names.get())).get()), (Strings{"b", "a"}));
   EXPECT_EQ(take_numbers(qor_array_unique_str(numbers({1}).get())), Numbers{});
 }
 
@@ -213,10 +214,11 @@ TEST(Flatten, PutsAllRowsInOne) {
   EXPECT_EQ(take_numbers(qor_array_flatten(rows({{1, 2}, {}, {3}}).get())), (Numbers{1, 2, 3}));
   EXPECT_EQ(take_numbers(qor_array_flatten(numbers({1, 2}).get())), (Numbers{1, 2}));
   EXPECT_EQ(take_numbers(qor_array_flatten(nullptr)), Numbers{});
-  auto nested = test::own_deep(qor_array_new(1));
+  auto nested = kavo::test::own_deep(qor_array_new(1));
   qor_array_set_nested(nested.get());
   qor_array_set(nested.get(), 0, std::bit_cast<double>(strings({"a", "b"}).release()));
-  EXPECT_EQ(test::to_strings(own(qor_array_flatten(nested.get())).get()), (Strings{"a", "b"}));
+  EXPECT_EQ(kavo::test::to_strings(own(qor_array_flatten(nested.get())).get()),
+            (Strings{"a", "b"}));
 }
 
 double doubled(double x) {
@@ -232,12 +234,12 @@ int64_t times_length(double x, const char* s) {
   return static_cast<int64_t>(x) * qor_len_str(s);
 }
 char* repeated(double x, int64_t n) {
-  const auto digit = test::take(qor_str(x));
+  const auto digit = kavo::test::take(qor_str(x));
   return qor_str_repeat(digit.c_str(), n);
 }
 char* padded(double x, int64_t width, int64_t pad) {
-  const auto digit = test::take(qor_str(x));
-  const auto fill = test::take(qor_chr(pad));
+  const auto digit = kavo::test::take(qor_str(x));
+  const auto fill = kavo::test::take(qor_chr(pad));
   return qor_lpad(digit.c_str(), width, fill.c_str());
 }
 double scaled(double x, int64_t n) {

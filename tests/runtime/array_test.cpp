@@ -1,28 +1,28 @@
 // Arrays: making, reading, writing, joining, filtering, ownership.
-#include "runtime/array.h"
-#include "tests/fakes/binary_strings.h"
-#include "tests/runtime/values.h"
-
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <cstdint>
 #include <limits>
 
+#include "runtime/array.h"
+#include "tests/fakes/binary_strings.h"
+#include "tests/runtime/values.h"
+
 namespace {
 
-using test::Numbers;
-using test::numbers;
-using test::own;
-using test::Rows;
-using test::rows;
-using test::Strings;
-using test::strings;
-using test::take_numbers;
+using kavo::test::Numbers;
+using kavo::test::numbers;
+using kavo::test::own;
+using kavo::test::Rows;
+using kavo::test::rows;
+using kavo::test::Strings;
+using kavo::test::strings;
+using kavo::test::take_numbers;
 
 TEST(ArrayMaking, NewAndZerosAreZeroedAndUntagged) {
   for (const auto& array : {own(qor_array_new(3)), own(qor_zeros(3))}) {
-    EXPECT_EQ(test::to_vector(array.get()), (Numbers{0, 0, 0}));
+    EXPECT_EQ(kavo::test::to_vector(array.get()), (Numbers{0, 0, 0}));
     EXPECT_EQ(array->flags, 0U);
     EXPECT_EQ(array->tags, nullptr);
     EXPECT_EQ(qor_array_get_ptr(array.get(), 0), nullptr);
@@ -53,9 +53,9 @@ TEST(ArrayAccess, WritingOutOfRangeChangesNothing) {
   qor_array_set(array.get(), -1, 1);
   qor_array_set(array.get(), 2, 1);
   qor_array_set(nullptr, 0, 1);
-  EXPECT_EQ(test::to_vector(array.get()), (Numbers{7, 8}));
+  EXPECT_EQ(kavo::test::to_vector(array.get()), (Numbers{7, 8}));
   qor_array_set(array.get(), 0, 1);
-  EXPECT_EQ(test::to_vector(array.get()), (Numbers{1, 8}));
+  EXPECT_EQ(kavo::test::to_vector(array.get()), (Numbers{1, 8}));
 }
 
 TEST(ArrayAccess, ReferencesOutOfRangeAreNull) {
@@ -133,7 +133,7 @@ TEST(ArrayTags, AValueIsClassifiedByThePatternWhereThereAreNoTags) {
 
 TEST(ArrayAppend, ToNullGivesOneSlotWithoutFlags) {
   const auto array = own(qor_array_append(nullptr, 2.5));
-  EXPECT_EQ(test::to_vector(array.get()), Numbers{2.5});
+  EXPECT_EQ(kavo::test::to_vector(array.get()), Numbers{2.5});
   EXPECT_EQ(array->flags, 0U);
   EXPECT_EQ(array->tags, nullptr);
 }
@@ -142,8 +142,8 @@ TEST(ArrayAppend, LeavesTheOriginalAndKeepsFlags) {
   auto array = numbers({1, 0});
   qor_array_set_bool_elems(array.get());
   const auto longer = own(qor_array_append(array.get(), 1));
-  EXPECT_EQ(test::to_vector(array.get()), (Numbers{1, 0}));
-  EXPECT_EQ(test::to_vector(longer.get()), (Numbers{1, 0, 1}));
+  EXPECT_EQ(kavo::test::to_vector(array.get()), (Numbers{1, 0}));
+  EXPECT_EQ(kavo::test::to_vector(longer.get()), (Numbers{1, 0, 1}));
   EXPECT_EQ(longer->flags, QOR_FLAG_BOOLS);
 }
 
@@ -166,7 +166,7 @@ TEST(ArrayAppend, ArrayToArrayUnitesFlagsAndDropsTags) {
   qor_array_set_bool_elems(a.get());
   const auto b = own(qor_array_append_tagged(nullptr, QOR_TAG_FLOAT64, 2));
   const auto both = own(qor_array_append_arr(a.get(), b.get()));
-  EXPECT_EQ(test::to_vector(both.get()), (Numbers{1, 2}));
+  EXPECT_EQ(kavo::test::to_vector(both.get()), (Numbers{1, 2}));
   EXPECT_EQ(both->flags, QOR_FLAG_BOOLS | QOR_FLAG_TAGGED);
   EXPECT_EQ(both->tags, nullptr);
   EXPECT_EQ(tag_at(both.get(), 1), QOR_TAG_FLOAT64) << "a tag flag without tags is harmless";
@@ -180,9 +180,9 @@ TEST(ArrayAppend, NullArraysAreEmpty) {
 TEST(ArrayReverse, TurnsTheOrderAndKeepsFlags) {
   const auto original = rows({{1}, {2}});
   const auto reversed = own(qor_array_reverse(original.get()));
-  EXPECT_EQ(test::to_rows(reversed.get()), (Rows{{2}, {1}}));
+  EXPECT_EQ(kavo::test::to_rows(reversed.get()), (Rows{{2}, {1}}));
   EXPECT_EQ(reversed->flags, QOR_FLAG_NESTED);
-  EXPECT_EQ(test::to_rows(original.get()), (Rows{{1}, {2}}));
+  EXPECT_EQ(kavo::test::to_rows(original.get()), (Rows{{1}, {2}}));
   EXPECT_EQ(take_numbers(qor_array_reverse(nullptr)), Numbers{});
 }
 
@@ -200,17 +200,17 @@ TEST(ArrayPop, GivesANewCopyOfAString) {
   auto* stored = static_cast<char*>(qor_array_get_ptr(array.get(), 1));
   auto* popped = qor_array_pop_str(array.get());
   EXPECT_NE(popped, stored);
-  EXPECT_EQ(test::take(popped), "two");
-  EXPECT_EQ(test::to_strings(array.get()), Strings{"one"});
+  EXPECT_EQ(kavo::test::take(popped), "two");
+  EXPECT_EQ(kavo::test::to_strings(array.get()), Strings{"one"});
   qor_str_free(stored);
 }
 
 TEST(ArrayPop, OfAnEmptyStringArrayOrANullSlotIsAnEmptyString) {
   const auto array = own(qor_array_new(1));
   qor_array_set_string_elems(array.get());
-  EXPECT_EQ(test::take(qor_array_pop_str(array.get())), "");
-  EXPECT_EQ(test::take(qor_array_pop_str(array.get())), "");
-  EXPECT_EQ(test::take(qor_array_pop_str(nullptr)), "");
+  EXPECT_EQ(kavo::test::take(qor_array_pop_str(array.get())), "");
+  EXPECT_EQ(kavo::test::take(qor_array_pop_str(array.get())), "");
+  EXPECT_EQ(kavo::test::take(qor_array_pop_str(nullptr)), "");
 }
 
 TEST(ArrayGather, TakesASlotPerIndex) {
@@ -301,7 +301,7 @@ TEST(ArrayFilter, PassesRowsAsBitPatternsAndKeepsThemShared) {
     return static_cast<double>(qor_array_len(std::bit_cast<QorArray*>(slot)));
   };
   const auto kept = own(qor_filter_fn(has_elements, array.get()));
-  EXPECT_EQ(test::to_rows(kept.get()), (Rows{{1}, {2}}));
+  EXPECT_EQ(kavo::test::to_rows(kept.get()), (Rows{{1}, {2}}));
   EXPECT_EQ(kept->flags, QOR_FLAG_NESTED);
   EXPECT_EQ(qor_array_get_ptr(kept.get(), 1), qor_array_get_ptr(array.get(), 2));
 }
@@ -330,19 +330,19 @@ TEST(ArrayFilter, APredicateThatChangesItsMindHarmsNothing) {
 
 TEST(ArrayOwnership, ADeepCopySharesNothing) {
   const auto original = rows({{1, 2}, {3}});
-  const auto copy = test::own_deep(qor_array_copy_deep(original.get()));
+  const auto copy = kavo::test::own_deep(qor_array_copy_deep(original.get()));
   qor_array_set(static_cast<QorArray*>(qor_array_get_ptr(original.get(), 0)), 0, 9);
-  EXPECT_EQ(test::to_rows(copy.get()), (Rows{{1, 2}, {3}}));
+  EXPECT_EQ(kavo::test::to_rows(copy.get()), (Rows{{1, 2}, {3}}));
   EXPECT_EQ(qor_array_copy_deep(nullptr), nullptr);
 }
 
 TEST(ArrayOwnership, ADeepCopyFollowsTags) {
-  const auto name = test::take(qor_str_concat("na", "me"));
+  const auto name = kavo::test::take(qor_str_concat("na", "me"));
   auto* text = qor_str_concat(name.c_str(), "");
   const auto one =
       own(qor_array_append_tagged(nullptr, QOR_TAG_STRING, std::bit_cast<double>(text)));
-  const auto two = test::own_deep(qor_array_append_tagged(one.get(), QOR_TAG_FLOAT64, 2.5));
-  const auto copy = test::own_deep(qor_array_copy_deep(two.get()));
+  const auto two = kavo::test::own_deep(qor_array_append_tagged(one.get(), QOR_TAG_FLOAT64, 2.5));
+  const auto copy = kavo::test::own_deep(qor_array_copy_deep(two.get()));
   EXPECT_EQ(tag_at(copy.get(), 0), QOR_TAG_STRING);
   EXPECT_STREQ(qor_array_get_str(copy.get(), 0), "name");
   EXPECT_NE(qor_array_get_ptr(copy.get(), 0), text);
@@ -350,14 +350,14 @@ TEST(ArrayOwnership, ADeepCopyFollowsTags) {
 }
 
 TEST(ArrayOwnership, FreeingDeepForgetsByteStrings) {
-  auto array = test::own_deep(qor_array_new(2));
+  auto array = kavo::test::own_deep(qor_array_new(2));
   qor_array_set_string_elems(array.get());
   qor_array_set(array.get(), 0, std::bit_cast<double>(qor_chr(0)));
-  const auto copy = test::own_deep(qor_array_copy_deep(array.get()));
-  EXPECT_EQ(fakes::registered_strings(), 2U);
+  const auto copy = kavo::test::own_deep(qor_array_copy_deep(array.get()));
+  EXPECT_EQ(kavo::fakes::registered_strings(), 2U);
   EXPECT_EQ(qor_len_str(qor_array_get_str(copy.get(), 0)), 1);
   array.reset();
-  EXPECT_EQ(fakes::registered_strings(), 1U);
+  EXPECT_EQ(kavo::fakes::registered_strings(), 1U);
 }
 
 TEST(ArrayOwnership, FreeingNullIsFine) {

@@ -1,21 +1,21 @@
 // The ends of every range: the smallest and largest counts, positions, amounts and numbers, where
 // a careless sign or sum overflows.
-#include "runtime/qor.h"
-#include "tests/runtime/values.h"
-
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <limits>
 #include <string>
 
+#include "runtime/qor.h"
+#include "tests/runtime/values.h"
+
 namespace {
 
-using test::Numbers;
-using test::numbers;
-using test::Strings;
-using test::take;
-using test::take_numbers;
+using kavo::test::Numbers;
+using kavo::test::numbers;
+using kavo::test::Strings;
+using kavo::test::take;
+using kavo::test::take_numbers;
 
 constexpr int64_t lowest = INT64_MIN;
 constexpr int64_t highest = INT64_MAX;
@@ -29,7 +29,7 @@ protected:
 
 TEST_F(Bounds, OfIndexes) {
   const auto array = numbers({1, 2, 3});
-  const auto words = test::strings({"a"});
+  const auto words = kavo::test::strings({"a"});
   for (const int64_t index : {lowest, int64_t{-1}, int64_t{3}, highest}) {
     qor_array_set(array.get(), index, 9);
     EXPECT_EQ(qor_array_get(array.get(), index), 0.0);
@@ -37,7 +37,7 @@ TEST_F(Bounds, OfIndexes) {
     EXPECT_STREQ(qor_array_get_str(words.get(), index), "");
     EXPECT_EQ(qor_array_get_tagged(array.get(), index, nullptr), 0.0);
   }
-  EXPECT_EQ(test::to_vector(array.get()), (Numbers{1, 2, 3}));
+  EXPECT_EQ(kavo::test::to_vector(array.get()), (Numbers{1, 2, 3}));
   EXPECT_EQ(take_numbers(qor_array_gather(
                 array.get(), numbers({-infinity, -1, -0.9, 2.9, 3, infinity, NAN}).get())),
             (Numbers{0, 0, 1, 3, 0, 0, 1}));

@@ -1,12 +1,12 @@
 // The process arguments, the handle, and events on their way to handlers.
-#include "runtime/bridge.h"
-#include "runtime/map.h"
-#include "tests/runtime/values.h"
-
 #include <gtest/gtest.h>
 
 #include <array>
 #include <string>
+
+#include "runtime/bridge.h"
+#include "runtime/map.h"
+#include "tests/runtime/values.h"
 
 namespace {
 
@@ -28,16 +28,16 @@ void look_at_map(QorArray* arguments) {
   const auto* map = static_cast<QorMap*>(qor_array_get_ptr(arguments, 0));
   for (int64_t i = 0; map != nullptr && i < map->count; ++i)
     seen.map += std::string(i == 0 ? "" : " ") + map->keys[i] + "=" +
-                test::take(qor_map_get_str(map, map->keys[i]));
+                kavo::test::take(qor_map_get_str(map, map->keys[i]));
 }
 
 void look_at_texts(QorArray* arguments) {
   seen.calls += 1;
   seen.flags = arguments->flags;
-  seen.texts = test::to_strings(arguments);
+  seen.texts = kavo::test::to_strings(arguments);
 }
 
-template<std::size_t n>
+template<size_t n>
 Seen dispatched(const char* name, const std::array<int64_t, n>& values, int64_t count = n) {
   seen = {};
   qorrt_dispatch_event(name, values.data(), nullptr, count);
@@ -122,7 +122,7 @@ TEST(Bridge, ANamedEventPassesItsText) {
   qor_event_on("level up", look_at_texts);
   seen = {};
   qor_event_raise_str("level up", "three");
-  EXPECT_EQ(seen.texts, test::Strings{"three"});
+  EXPECT_EQ(seen.texts, kavo::test::Strings{"three"});
   EXPECT_EQ(seen.flags, QOR_FLAG_NESTED | QOR_FLAG_STRINGS);
 }
 
@@ -130,7 +130,7 @@ TEST(Bridge, ANamedEventWithoutTextPassesAnEmptyOne) {
   qor_event_on("level up", look_at_texts);
   seen = {};
   qor_event_raise_str("level up", nullptr);
-  EXPECT_EQ(seen.texts, test::Strings{""});
+  EXPECT_EQ(seen.texts, kavo::test::Strings{""});
 }
 
 TEST(Bridge, ALaterHandlerReplacesTheEarlierOne) {
@@ -155,9 +155,9 @@ TEST(Bridge, KeepsTheProcessArguments) {
   std::string word = "shot";
   std::array<char*, 3> argv{program.data(), word.data(), nullptr};
   qor_set_args(2, argv.data());
-  EXPECT_EQ(test::take_strings(qor_os_args()), (test::Strings{"kavo", "shot"}));
+  EXPECT_EQ(kavo::test::take_strings(qor_os_args()), (kavo::test::Strings{"kavo", "shot"}));
   qor_set_args(0, nullptr);
-  EXPECT_EQ(test::take_strings(qor_os_args()), test::Strings{});
+  EXPECT_EQ(kavo::test::take_strings(qor_os_args()), kavo::test::Strings{});
 }
 
 TEST(Bridge, KeepsTheHandle) {

@@ -1,10 +1,10 @@
 /* The whole interface as a C program sees it: one call at least into each area. */
-#include "runtime/qor.h"
-
 #include <math.h>
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
+
+#include "runtime/qor.h"
 
 static int failures = 0;
 

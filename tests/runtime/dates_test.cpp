@@ -1,10 +1,5 @@
 // Dates in UTC and in Berlin, around both clock changes, and far outside the platform's calendar;
 // and the clock.
-#include "runtime/clock.h"
-#include "runtime/dates.h"
-#include "runtime/files.h"
-#include "tests/runtime/values.h"
-
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -13,13 +8,18 @@
 #include <random>
 #include <string>
 
+#include "runtime/clock.h"
+#include "runtime/dates.h"
+#include "runtime/files.h"
+#include "tests/runtime/values.h"
+
 namespace {
 
-using test::Numbers;
-using test::Strings;
-using test::take;
-using test::take_numbers;
-using test::take_strings;
+using kavo::test::Numbers;
+using kavo::test::Strings;
+using kavo::test::take;
+using kavo::test::take_numbers;
+using kavo::test::take_strings;
 
 constexpr double farther_than_any_calendar = 1e300;
 constexpr double infinity = std::numeric_limits<double>::infinity();
@@ -162,7 +162,7 @@ TEST_F(Utc, TextIsNormalisedToTheFixedForm) {
 }
 
 TEST_F(Utc, ArraysAreNormalisedElementByElement) {
-  const auto dates = test::strings({"2024-3-5", "soon"});
+  const auto dates = kavo::test::strings({"2024-3-5", "soon"});
   EXPECT_EQ(take_strings(qor_cvdate_arr(dates.get())), (Strings{"2024-03-05 00:00:00", ""}));
   EXPECT_EQ(take_strings(qor_cvdate_arr(nullptr)), Strings{});
 }
@@ -256,8 +256,8 @@ TEST_F(Utc, DifferencesOfWhatIsNoDateAreZero) {
 }
 
 TEST_F(Utc, DifferencesOfArraysAreAsLongAsTheShorter) {
-  const auto a = test::strings({"2024-01-01", "2024-01-01", "2024-01-01"});
-  const auto b = test::strings({"2024-01-02", "soon"});
+  const auto a = kavo::test::strings({"2024-01-01", "2024-01-01", "2024-01-01"});
+  const auto b = kavo::test::strings({"2024-01-02", "soon"});
   EXPECT_EQ(take_numbers(qor_datediff_vec("D", a.get(), b.get())), (Numbers{1, 0}));
   EXPECT_EQ(take_numbers(qor_datediff_vec("D", a.get(), nullptr)), Numbers{});
 }

@@ -1,12 +1,4 @@
 // SHA-256 and Base64 by their published vectors, on both the portable and the vector paths.
-#include "runtime/digest.h"
-#include "runtime/internal/base64.h"
-#include "runtime/internal/cpu.h"
-#include "runtime/internal/sha256.h"
-#include "runtime/qorrt.h"
-#include "tests/fakes/binary_strings.h"
-#include "tests/runtime/values.h"
-
 #include <gtest/gtest.h>
 
 #include <array>
@@ -15,10 +7,18 @@
 #include <string>
 #include <utility>
 
+#include "runtime/digest.h"
+#include "runtime/internal/base64.h"
+#include "runtime/internal/cpu.h"
+#include "runtime/internal/sha256.h"
+#include "runtime/qorrt.h"
+#include "tests/fakes/binary_strings.h"
+#include "tests/runtime/values.h"
+
 namespace {
 
 using namespace std::string_literals;
-using test::take;
+using kavo::test::take;
 
 struct Vector {
   std::string message;
@@ -78,7 +78,7 @@ TEST(Sha256, ProcessorInstructionsGiveThePublishedDigests) {
               vector.digest);
 }
 
-std::string random_bytes(std::mt19937& random, std::size_t length) {
+std::string random_bytes(std::mt19937& random, size_t length) {
   std::string bytes(length, '\0');
   for (char& byte : bytes)
     byte = static_cast<char>(random());
@@ -87,7 +87,7 @@ std::string random_bytes(std::mt19937& random, std::size_t length) {
 
 TEST(Sha256Property, BothPathsAgreeForEveryLength) {
   std::mt19937 random(1); // the same bytes every time
-  for (std::size_t length = 0; length < 300; ++length) {
+  for (size_t length = 0; length < 300; ++length) {
     const auto message = random_bytes(random, length);
     ASSERT_EQ(qor::sha256(message, qor::best_sha256_blocks()),
               qor::sha256(message, qor::sha256_blocks_portable));
@@ -131,7 +131,7 @@ TEST(Base64, KeepsByteStringsWhole) {
   EXPECT_EQ(qorrt_strlen(zero), 4);
   EXPECT_EQ(take(qor_base64_encode(zero)), "AAECAA==");
   EXPECT_EQ(take(zero), "\0\1\2\0"s);
-  EXPECT_EQ(fakes::registered_strings(), 0U);
+  EXPECT_EQ(kavo::fakes::registered_strings(), 0U);
 }
 
 TEST(Base64, SkipsWhiteSpace) {
@@ -167,7 +167,7 @@ std::optional<std::string> decoded(std::string_view text, bool is_portable) {
 
 TEST(Base64Property, DecodingGivesTheEncodedBytesBackOnEveryPath) {
   std::mt19937 random(2); // the same bytes every time
-  for (std::size_t length = 0; length < 400; ++length) {
+  for (size_t length = 0; length < 400; ++length) {
     const auto bytes = random_bytes(random, length);
     const auto text = encoded(bytes, true);
     ASSERT_EQ(encoded(bytes, false), text);
@@ -178,7 +178,7 @@ TEST(Base64Property, DecodingGivesTheEncodedBytesBackOnEveryPath) {
 
 TEST(Base64Property, BothPathsAgreeOnEveryForeignByteAtEveryPlace) {
   const auto text = encoded(std::string(96, 'x'), true);
-  for (std::size_t place = 0; place < text.size(); place += 5)
+  for (size_t place = 0; place < text.size(); place += 5)
     for (int byte = 0; byte < 256; ++byte) {
       auto damaged = text;
       damaged[place] = static_cast<char>(byte);
@@ -190,7 +190,7 @@ TEST(Base64Property, BothPathsAgreeOnEveryForeignByteAtEveryPlace) {
 TEST(Base64Property, LinesOfAnyLengthDecodeAlike) {
   std::mt19937 random(3); // the same bytes every time
   const auto bytes = random_bytes(random, 700);
-  for (std::size_t width = 1; width < 120; ++width) {
+  for (size_t width = 1; width < 120; ++width) {
     auto lines = encoded(bytes, true);
     for (auto at = width; at < lines.size(); at += width + 1)
       lines.insert(at, "\n");

@@ -1,11 +1,10 @@
 /* What the examples of docs/runtime.md are run with. */
-#ifndef TESTS_RUNTIME_DOCUMENTED_EXAMPLES_H
-#define TESTS_RUNTIME_DOCUMENTED_EXAMPLES_H
-
-#include "runtime/qor.h"
+#pragma once
 
 #include <stdio.h>
 #include <string.h>
+
+#include "runtime/qor.h"
 
 static int failed_expectations = 0;
 
@@ -24,5 +23,3 @@ static inline int finish(int examples) {
   printf("%d examples, %d failed expectations\n", examples, failed_expectations);
   return failed_expectations == 0 ? 0 : 1;
 }
-
-#endif

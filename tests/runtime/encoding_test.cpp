@@ -1,13 +1,13 @@
 // Encodings: names, code pages by their published tables, UTF-8 and UTF-16.
-#include "runtime/digest.h"
-#include "runtime/encoding.h"
-#include "tests/runtime/values.h"
-
 #include <gtest/gtest.h>
 
 #include <array>
 #include <cstdio>
 #include <string>
+
+#include "runtime/digest.h"
+#include "runtime/encoding.h"
+#include "tests/runtime/values.h"
 
 namespace {
 
@@ -126,7 +126,7 @@ TEST_P(PublishedTable, IsDecodedToTheLetter) {
     characters += 1;
   });
   EXPECT_EQ(characters, GetParam().characters);
-  EXPECT_EQ(test::take(qor_sha256(table.c_str())), GetParam().digest);
+  EXPECT_EQ(kavo::test::take(qor_sha256(table.c_str())), GetParam().digest);
 }
 
 TEST_P(PublishedTable, HoldsEveryCharacterItEncodes) {

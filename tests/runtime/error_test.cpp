@@ -1,12 +1,12 @@
 // The pending error and the recursion guard.
-#include "runtime/error.h"
-#include "runtime/guard.h"
-#include "tests/runtime/values.h"
-
 #include <gtest/gtest.h>
 
 #include <string>
 #include <thread>
+
+#include "runtime/error.h"
+#include "runtime/guard.h"
+#include "tests/runtime/values.h"
 
 namespace {
 
@@ -25,14 +25,14 @@ protected:
 TEST_F(ErrorState, StartsEmpty) {
   EXPECT_EQ(qor_err_code(), 0);
   EXPECT_EQ(qor_err_code_visible(), 0);
-  EXPECT_EQ(test::take(qor_err_msg()), "");
+  EXPECT_EQ(kavo::test::take(qor_err_msg()), "");
 }
 
 TEST_F(ErrorState, SettingAnErrorMakesItPendingAndLast) {
   qor_err_set("disk full", 7);
   EXPECT_EQ(qor_err_code(), 7);
   EXPECT_EQ(qor_err_code_visible(), 7);
-  EXPECT_EQ(test::take(qor_err_msg()), "disk full");
+  EXPECT_EQ(kavo::test::take(qor_err_msg()), "disk full");
 }
 
 TEST_F(ErrorState, DismissingKeepsTheLastCodeAndTheText) {
@@ -40,31 +40,31 @@ TEST_F(ErrorState, DismissingKeepsTheLastCodeAndTheText) {
   qor_err_code_clear();
   EXPECT_EQ(qor_err_code(), 0);
   EXPECT_EQ(qor_err_code_visible(), 1);
-  EXPECT_EQ(test::take(qor_err_msg()), "disk full");
+  EXPECT_EQ(kavo::test::take(qor_err_msg()), "disk full");
 }
 
 TEST_F(ErrorState, ClearingForgetsEverything) {
   qor_err_set("disk full", 1);
   qor_err_clear();
   EXPECT_EQ(qor_err_code_visible(), 0);
-  EXPECT_EQ(test::take(qor_err_msg()), "");
+  EXPECT_EQ(kavo::test::take(qor_err_msg()), "");
 }
 
 TEST_F(ErrorState, ANullMessageEmptiesTheTextsButSetsTheCode) {
   qor_err_set("disk full", 1);
   qor_err_set(nullptr, 3);
   EXPECT_EQ(qor_err_code(), 3);
-  EXPECT_EQ(test::take(qor_err_msg()), "");
+  EXPECT_EQ(kavo::test::take(qor_err_msg()), "");
 }
 
 TEST_F(ErrorState, AMessageIsCutTo511Bytes) {
   qor_err_set(std::string(600, 'x').c_str(), 1);
-  EXPECT_EQ(test::take(qor_err_msg()), std::string(511, 'x'));
+  EXPECT_EQ(kavo::test::take(qor_err_msg()), std::string(511, 'x'));
 }
 
 TEST_F(ErrorState, AMessageOf511BytesIsKeptWhole) {
   qor_err_set(std::string(511, 'x').c_str(), 1);
-  EXPECT_EQ(test::take(qor_err_msg()), std::string(511, 'x'));
+  EXPECT_EQ(kavo::test::take(qor_err_msg()), std::string(511, 'x'));
 }
 
 TEST_F(ErrorState, AnUncaughtErrorEndsTheProcessWithItsMessage) {
@@ -87,7 +87,7 @@ TEST_F(Guard, EntersAtDepth255AndRefusesAtDepth256) {
   EXPECT_EQ(qor_recursion_depth(), 256);
   EXPECT_EQ(qor_err_code(), 1);
   EXPECT_EQ(qor_err_code_visible(), 1);
-  EXPECT_EQ(test::take(qor_err_msg()), "Stack overflow: recursion too deep");
+  EXPECT_EQ(kavo::test::take(qor_err_msg()), "Stack overflow: recursion too deep");
 }
 
 TEST_F(Guard, LeavingLowersTheDepth) {

@@ -1,8 +1,4 @@
 // Text files, directories, paths and the environment.
-#include "runtime/error.h"
-#include "runtime/files.h"
-#include "tests/runtime/values.h"
-
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -10,10 +6,14 @@
 #include <iterator>
 #include <string>
 
+#include "runtime/error.h"
+#include "runtime/files.h"
+#include "tests/runtime/values.h"
+
 namespace {
 
 using namespace std::string_literals;
-using test::take;
+using kavo::test::take;
 namespace fs = std::filesystem;
 
 // A folder of its own for each test, gone afterwards.

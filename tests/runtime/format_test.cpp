@@ -1,8 +1,4 @@
 // Placeholders and what they become.
-#include "runtime/format.h"
-#include "tests/fakes/binary_strings.h"
-#include "tests/runtime/values.h"
-
 #include <gtest/gtest.h>
 
 #include <array>
@@ -12,10 +8,14 @@
 #include <random>
 #include <string>
 
+#include "runtime/format.h"
+#include "tests/fakes/binary_strings.h"
+#include "tests/runtime/values.h"
+
 namespace {
 
-using test::numbers;
-using test::take;
+using kavo::test::numbers;
+using kavo::test::take;
 
 std::string with(const char* format, double value) {
   return take(qor_format1(format, value));
@@ -58,7 +58,7 @@ TEST(Format, TakesOneToFourNumbers) {
 }
 
 TEST(Format, WritesStringsOfAStringArray) {
-  EXPECT_EQ(take(qor_format("{} and {:>3}", test::strings({"a", "b"}).get())), "a and   b");
+  EXPECT_EQ(take(qor_format("{} and {:>3}", kavo::test::strings({"a", "b"}).get())), "a and   b");
 }
 
 TEST(FormatType, DTruncatesToAnInteger) {
@@ -158,7 +158,7 @@ TEST(FormatTyped, TakesAMissingLetterAsANumber) {
 }
 
 TEST(FormatTyped, AsksAHostValueForItsTextOrItsNumber) {
-  const qor_slot value{.i64 = fakes::make_host_value(42.5, "forty-two")};
+  const qor_slot value{.i64 = kavo::fakes::make_host_value(42.5, "forty-two")};
   EXPECT_EQ(take(qor_format1_t("{}", "h", value)), "forty-two");
   EXPECT_EQ(take(qor_format1_t("{.2}", "h", value)), "forty-two");
   EXPECT_EQ(take(qor_format1_t("{d}", "h", value)), "42");

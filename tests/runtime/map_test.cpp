@@ -1,8 +1,4 @@
 // Maps and records.
-#include "runtime/map.h"
-#include "runtime/record.h"
-#include "tests/runtime/values.h"
-
 #include <gtest/gtest.h>
 
 #include <map>
@@ -10,10 +6,14 @@
 #include <random>
 #include <string>
 
+#include "runtime/map.h"
+#include "runtime/record.h"
+#include "tests/runtime/values.h"
+
 namespace {
 
 using namespace std::string_literals;
-using test::take;
+using kavo::test::take;
 
 struct FreeMap {
   void operator()(QorMap* map) const { qor_map_free(map); }
@@ -115,7 +115,7 @@ TEST(MapReading, AnAbsentKeyGivesTheEmptyResult) {
 
 TEST(MapReading, ReferencesComeBackAsTheyAre) {
   const auto map = new_map();
-  const auto array = test::numbers({1});
+  const auto array = kavo::test::numbers({1});
   for (const uint32_t tag : {QOR_TAG_ARRAY, QOR_TAG_OBJECT, QOR_TAG_HOST}) {
     qor_slot value{};
     qor_map_set_tagged(map.get(), "x", tag, {.arr = array.get()});

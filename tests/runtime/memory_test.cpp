@@ -1,9 +1,9 @@
 // More memory than there is: the program is ended with a message, whoever asked for it.
-#include "runtime/qor.h"
-
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+
+#include "runtime/qor.h"
 
 namespace {
 

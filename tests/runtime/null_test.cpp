@@ -1,20 +1,20 @@
 // Null in the place of every string, array, map, record and function: what a function gives then,
 // and that no error is left. Where null is more than a missing value the area's own tests say so.
-#include "runtime/qor.h"
-#include "tests/runtime/values.h"
-
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <cstdio>
 #include <string>
 
+#include "runtime/qor.h"
+#include "tests/runtime/values.h"
+
 namespace {
 
-using test::Strings;
-using test::take;
-using test::take_numbers;
-using test::take_strings;
+using kavo::test::Strings;
+using kavo::test::take;
+using kavo::test::take_numbers;
+using kavo::test::take_strings;
 
 class Null : public testing::Test {
 protected:
@@ -24,7 +24,7 @@ protected:
 
 // An array that was made, and is empty.
 testing::AssertionResult is_empty(QorArray* taken) {
-  const auto array = test::own_deep(taken);
+  const auto array = kavo::test::own_deep(taken);
   if (array == nullptr)
     return testing::AssertionFailure() << "is null";
   if (array->length != 0)
@@ -62,13 +62,13 @@ TEST_F(NullArray, IsLeftAloneByWhatWorksInPlace) {
 }
 
 TEST_F(NullArray, GrowsByWhatIsAppended) {
-  EXPECT_EQ(take_numbers(qor_array_append(nullptr, 2.5)), test::Numbers{2.5});
+  EXPECT_EQ(take_numbers(qor_array_append(nullptr, 2.5)), kavo::test::Numbers{2.5});
   EXPECT_EQ(take_numbers(qor_array_append_tagged(nullptr, QOR_TAG_FLOAT64, 2.5)),
-            test::Numbers{2.5});
-  EXPECT_EQ(take_numbers(qor_array_append_arr(nullptr, test::numbers({1, 2}).get())),
-            (test::Numbers{1, 2}));
-  EXPECT_EQ(take_numbers(qor_array_append_arr(test::numbers({1, 2}).get(), nullptr)),
-            (test::Numbers{1, 2}));
+            kavo::test::Numbers{2.5});
+  EXPECT_EQ(take_numbers(qor_array_append_arr(nullptr, kavo::test::numbers({1, 2}).get())),
+            (kavo::test::Numbers{1, 2}));
+  EXPECT_EQ(take_numbers(qor_array_append_arr(kavo::test::numbers({1, 2}).get(), nullptr)),
+            (kavo::test::Numbers{1, 2}));
   EXPECT_TRUE(is_empty(qor_array_append_arr(nullptr, nullptr)));
 }
 
@@ -77,29 +77,30 @@ TEST_F(NullArray, GivesAnEmptyOneInEveryOrder) {
   EXPECT_TRUE(is_empty(qor_array_sort(nullptr)));
   EXPECT_TRUE(is_empty(qor_grade(nullptr)));
   EXPECT_TRUE(is_empty(qor_array_shuffle(nullptr)));
-  EXPECT_EQ(take_numbers(qor_array_len_shape(nullptr)), test::Numbers{0});
+  EXPECT_EQ(take_numbers(qor_array_len_shape(nullptr)), kavo::test::Numbers{0});
 }
 
 TEST_F(NullArray, HasNothingToSelect) {
-  EXPECT_TRUE(is_empty(qor_array_gather(test::numbers({1}).get(), nullptr)));
-  EXPECT_EQ(take_numbers(qor_array_gather(nullptr, test::numbers({0, 1}).get())),
-            (test::Numbers{0, 0}));
+  EXPECT_TRUE(is_empty(qor_array_gather(kavo::test::numbers({1}).get(), nullptr)));
+  EXPECT_EQ(take_numbers(qor_array_gather(nullptr, kavo::test::numbers({0, 1}).get())),
+            (kavo::test::Numbers{0, 0}));
   for (const auto select : {qor_array_take, qor_array_drop, qor_take_n, qor_drop_n})
     for (const int64_t n : {INT64_MIN, int64_t{-1}, int64_t{0}, int64_t{1}, INT64_MAX})
       EXPECT_TRUE(is_empty(select(nullptr, n))) << n;
-  EXPECT_TRUE(is_empty(qor_array_diff(nullptr, test::numbers({1}).get())));
-  EXPECT_EQ(take_numbers(qor_array_diff(test::numbers({1}).get(), nullptr)), test::Numbers{1});
+  EXPECT_TRUE(is_empty(qor_array_diff(nullptr, kavo::test::numbers({1}).get())));
+  EXPECT_EQ(take_numbers(qor_array_diff(kavo::test::numbers({1}).get(), nullptr)),
+            kavo::test::Numbers{1});
   EXPECT_TRUE(is_empty(qor_array_unique(nullptr)));
   EXPECT_TRUE(is_empty(qor_array_unique_str(nullptr)));
   EXPECT_TRUE(is_empty(qor_array_flatten(nullptr)));
   EXPECT_EQ(qor_array_indexof(nullptr, 0.0), -1);
   EXPECT_EQ(qor_array_has_num(nullptr, 0.0), 0);
   EXPECT_EQ(qor_array_has_str(nullptr, ""), 0);
-  EXPECT_EQ(qor_array_has_str(test::strings({"a", ""}).get(), nullptr), 1);
+  EXPECT_EQ(qor_array_has_str(kavo::test::strings({"a", ""}).get(), nullptr), 1);
 }
 
 TEST_F(NullArray, GivesAnEmptyOneOfEveryOperation) {
-  const auto one = test::numbers({1});
+  const auto one = kavo::test::numbers({1});
   for (int64_t code = -1; code <= 11; ++code) {
     EXPECT_TRUE(is_empty(qor_array_binop(nullptr, one.get(), code))) << code;
     EXPECT_TRUE(is_empty(qor_array_binop(one.get(), nullptr, code))) << code;
@@ -110,8 +111,9 @@ TEST_F(NullArray, GivesAnEmptyOneOfEveryOperation) {
     EXPECT_TRUE(is_empty(qor_array_cmp_arr(one.get(), nullptr, code))) << code;
     EXPECT_TRUE(is_empty(qor_array_cmp_scalar_str(nullptr, "a", code))) << code;
   }
-  EXPECT_EQ(take_numbers(qor_array_cmp_scalar_str(test::strings({"", "a"}).get(), nullptr, 0)),
-            (test::Numbers{1, 0}));
+  EXPECT_EQ(
+      take_numbers(qor_array_cmp_scalar_str(kavo::test::strings({"", "a"}).get(), nullptr, 0)),
+      (kavo::test::Numbers{1, 0}));
 }
 
 TEST_F(NullArray, GivesAnEmptyOneOfEveryMathematicalFunction) {
@@ -126,8 +128,8 @@ TEST_F(NullArray, GivesAnEmptyOneOfEveryMathematicalFunction) {
 TEST_F(NullArray, HasTheStatisticsOfNothing) {
   EXPECT_EQ(qor_array_sum(nullptr), 0.0);
   EXPECT_EQ(qor_array_product(nullptr), 1.0);
-  EXPECT_EQ(qor_array_dot(nullptr, test::numbers({1}).get()), 0.0);
-  EXPECT_EQ(qor_array_dot(test::numbers({1}).get(), nullptr), 0.0);
+  EXPECT_EQ(qor_array_dot(nullptr, kavo::test::numbers({1}).get()), 0.0);
+  EXPECT_EQ(qor_array_dot(kavo::test::numbers({1}).get(), nullptr), 0.0);
   EXPECT_EQ(qor_array_any(nullptr), 0);
   EXPECT_EQ(qor_array_all(nullptr), 1);
   EXPECT_EQ(qor_array_count(nullptr), 0);
@@ -159,7 +161,7 @@ TEST_F(NullArray, CallsNoFunction) {
   EXPECT_TRUE(is_empty(qor_array_apply_ffi(qor_round_p, nullptr, 1)));
   EXPECT_EQ(qor_agg_fn(first_of, nullptr, 7), 7.0);
   EXPECT_EQ(qor_reduce_fn(first_of, nullptr), 0.0);
-  EXPECT_TRUE(is_empty(qor_outer_fn(first_of, nullptr, test::numbers({1}).get())));
+  EXPECT_TRUE(is_empty(qor_outer_fn(first_of, nullptr, kavo::test::numbers({1}).get())));
 }
 
 using NullString = Null;
@@ -349,8 +351,8 @@ TEST_F(NullObject, IsARecordWithoutFields) {
 using NullFunction = Null;
 
 TEST_F(NullFunction, GivesAnEmptyArrayOrZero) {
-  const auto one = test::numbers({1});
-  const auto word = test::strings({"a"});
+  const auto one = kavo::test::numbers({1});
+  const auto word = kavo::test::strings({"a"});
   EXPECT_TRUE(is_empty(qor_filter_fn(nullptr, one.get())));
   EXPECT_TRUE(is_empty(qor_array_apply_ff(nullptr, one.get())));
   EXPECT_TRUE(is_empty(qor_array_apply_ss(nullptr, word.get())));

@@ -1,8 +1,4 @@
 // Numbers as integers, as text in both locales, and the mathematical helpers.
-#include "runtime/numbers.h"
-#include "runtime/numbers_text.h"
-#include "tests/runtime/values.h"
-
 #include <gtest/gtest.h>
 
 #include <array>
@@ -13,9 +9,13 @@
 #include <random>
 #include <string>
 
+#include "runtime/numbers.h"
+#include "runtime/numbers_text.h"
+#include "tests/runtime/values.h"
+
 namespace {
 
-using test::take;
+using kavo::test::take;
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 const double nan = std::nan("");

@@ -1,9 +1,4 @@
 // Strings taken apart and put together: replacing, splitting, joining, characters.
-#include "runtime/qorrt.h"
-#include "runtime/text.h"
-#include "tests/fakes/binary_strings.h"
-#include "tests/runtime/values.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -12,16 +7,21 @@
 #include <string>
 #include <vector>
 
+#include "runtime/qorrt.h"
+#include "runtime/text.h"
+#include "tests/fakes/binary_strings.h"
+#include "tests/runtime/values.h"
+
 namespace {
 
-using test::Strings;
-using test::take;
-using test::take_strings;
+using kavo::test::Strings;
+using kavo::test::take;
+using kavo::test::take_strings;
 
 Strings pieces_by_loop(const std::string& text, const std::string& separator) {
   Strings pieces;
-  std::size_t start = 0;
-  for (std::size_t at = 0; (at = text.find(separator, start)) != std::string::npos;
+  size_t start = 0;
+  for (size_t at = 0; (at = text.find(separator, start)) != std::string::npos;
        start = at + separator.size())
     pieces.push_back(text.substr(start, at - start));
   pieces.push_back(text.substr(start));
@@ -29,7 +29,7 @@ Strings pieces_by_loop(const std::string& text, const std::string& separator) {
 }
 
 std::string replaced_by_loop(std::string text, const std::string& find, const std::string& with) {
-  for (std::size_t at = 0; !find.empty() && (at = text.find(find, at)) != std::string::npos;
+  for (size_t at = 0; !find.empty() && (at = text.find(find, at)) != std::string::npos;
        at += with.size())
     text.replace(at, find.size(), with);
   return text;
@@ -69,14 +69,14 @@ TEST(Split, WithoutOccurrenceGivesOnePiece) {
 }
 
 TEST(Split, MakesAStringArray) {
-  const auto pieces = test::own_deep(qor_split("a,b", ","));
+  const auto pieces = kavo::test::own_deep(qor_split("a,b", ","));
   EXPECT_EQ(pieces->flags, QOR_FLAG_NESTED | QOR_FLAG_STRINGS);
   EXPECT_EQ(pieces->tags, nullptr);
 }
 
 TEST(Split, FindsASeparatorOfAnyLengthAtAnyPlace) {
-  for (std::size_t length = 1; length <= 20; ++length)
-    for (std::size_t place = 0; place <= 100; ++place) {
+  for (size_t length = 1; length <= 20; ++length)
+    for (size_t place = 0; place <= 100; ++place) {
       const auto separator = "<" + std::string(length - 1, '-');
       // What surrounds it begins and ends as it does.
       const auto before = "-" + std::string(place, '<');
@@ -97,11 +97,11 @@ TEST(Split, StaysLinearWhenEveryByteMisleads) {
 TEST(Split, MakesStringsThatAreFreedInAnyOrder) {
   std::string text;
   for (int i = 0; i < 1000; ++i)
-    text += std::string(static_cast<std::size_t>(i % 300), 'x') + ",";
+    text += std::string(static_cast<size_t>(i % 300), 'x') + ",";
   auto expected = pieces_by_loop(text, ",");
-  const auto pieces = test::own(qor_split(text.c_str(), ","));
-  std::vector<std::size_t> order(expected.size());
-  std::iota(order.begin(), order.end(), std::size_t{0});
+  const auto pieces = kavo::test::own(qor_split(text.c_str(), ","));
+  std::vector<size_t> order(expected.size());
+  std::iota(order.begin(), order.end(), size_t{0});
   std::shuffle(order.begin(), order.end(), std::mt19937(3));
   for (const auto i : order) {
     auto* piece = static_cast<char*>(qor_array_get_ptr(pieces.get(), static_cast<int64_t>(i)));
@@ -110,40 +110,40 @@ TEST(Split, MakesStringsThatAreFreedInAnyOrder) {
 }
 
 TEST(Split, MakesStringsThatOutliveTheirArray) {
-  const auto pieces = test::own(qor_split("a,b,c", ","));
-  const auto kept = test::own_deep(qor_array_reverse(pieces.get()));
-  EXPECT_EQ(test::to_strings(kept.get()), (Strings{"c", "b", "a"}));
+  const auto pieces = kavo::test::own(qor_split("a,b,c", ","));
+  const auto kept = kavo::test::own_deep(qor_array_reverse(pieces.get()));
+  EXPECT_EQ(kavo::test::to_strings(kept.get()), (Strings{"c", "b", "a"}));
 }
 
 TEST(Split, MakesStringsThatTheHostMayKnowTheLengthOf) {
-  const auto pieces = test::own_deep(qor_split("a,b,c", ","));
+  const auto pieces = kavo::test::own_deep(qor_split("a,b,c", ","));
   qorrt_register_binary(qor_array_get_str(pieces.get(), 1), 1);
-  EXPECT_EQ(fakes::registered_strings(), 1U);
+  EXPECT_EQ(kavo::fakes::registered_strings(), 1U);
   qor_str_free(static_cast<char*>(qor_array_get_ptr(pieces.get(), 1)));
   qor_array_set(pieces.get(), 1, 0.0);
-  EXPECT_EQ(fakes::registered_strings(), 0U);
+  EXPECT_EQ(kavo::fakes::registered_strings(), 0U);
 }
 
 TEST(Join, PutsTheSeparatorBetweenStrings) {
-  EXPECT_EQ(take(qor_join_arr(test::strings({"a", "", "c"}).get(), ", ")), "a, , c");
-  EXPECT_EQ(take(qor_join_arr(test::strings({"a", "b"}).get(), nullptr)), "ab");
-  EXPECT_EQ(take(qor_join_arr(test::strings({}).get(), ",")), "");
+  EXPECT_EQ(take(qor_join_arr(kavo::test::strings({"a", "", "c"}).get(), ", ")), "a, , c");
+  EXPECT_EQ(take(qor_join_arr(kavo::test::strings({"a", "b"}).get(), nullptr)), "ab");
+  EXPECT_EQ(take(qor_join_arr(kavo::test::strings({}).get(), ",")), "");
   EXPECT_EQ(take(qor_join_arr(nullptr, ",")), "");
 }
 
 TEST(Join, CountsANullStringAsEmpty) {
-  const auto array = test::own(qor_array_new(2));
+  const auto array = kavo::test::own(qor_array_new(2));
   qor_array_set_string_elems(array.get());
   EXPECT_EQ(take(qor_join_arr(array.get(), "-")), "-");
 }
 
 TEST(Join, WritesNumbersInSixSignificantDigits) {
-  EXPECT_EQ(take(qor_join_arr(test::numbers({1, 2.5, 1e20, -0.0, 1234567}).get(), " ")),
+  EXPECT_EQ(take(qor_join_arr(kavo::test::numbers({1, 2.5, 1e20, -0.0, 1234567}).get(), " ")),
             "1 2.5 1e+20 -0 1.23457e+06");
 }
 
 TEST(Join, GoesIntoRows) {
-  EXPECT_EQ(take(qor_join_arr(test::rows({{1, 2}, {3}}).get(), ",")), "1,2,3");
+  EXPECT_EQ(take(qor_join_arr(kavo::test::rows({{1, 2}, {3}}).get(), ",")), "1,2,3");
 }
 
 TEST(Characters, AreSplitByTheirLeadBytes) {
@@ -159,7 +159,7 @@ TEST(Characters, AreCutShortAtTheEnd) {
   EXPECT_EQ(take_strings(qor_str_to_chars("a\xF0\x9F")), (Strings{"a", "\xF0\x9F"}));
 }
 
-std::string random_text(std::mt19937& random, std::size_t longest) {
+std::string random_text(std::mt19937& random, size_t longest) {
   std::string text(random() % (longest + 1), ' ');
   for (char& c : text)
     c = static_cast<char>('a' + random() % 2);
@@ -178,8 +178,8 @@ TEST(PiecesProperty, SplitIsWhatTheStraightforwardLoopGives) {
   for (int i = 0; i < 5000; ++i) {
     const auto text = random_text(random, 150);
     const auto separator = random_needle(random, text);
-    const auto pieces = test::own_deep(qor_split(text.c_str(), separator.c_str()));
-    ASSERT_EQ(test::to_strings(pieces.get()),
+    const auto pieces = kavo::test::own_deep(qor_split(text.c_str(), separator.c_str()));
+    ASSERT_EQ(kavo::test::to_strings(pieces.get()),
               separator.empty() ? Strings{text} : pieces_by_loop(text, separator));
     ASSERT_EQ(take(qor_join_arr(pieces.get(), separator.c_str())), text);
   }

@@ -1,6 +1,4 @@
 // What the print functions and traces write.
-#include "runtime/print.h"
-
 #include <gtest/gtest.h>
 
 #include <array>
@@ -8,6 +6,8 @@
 #include <cstdio>
 #include <limits>
 #include <string>
+
+#include "runtime/print.h"
 
 namespace {
 

@@ -5,9 +5,6 @@
 #pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
 #endif
 
-#include "runtime/regex.h"
-#include "tests/runtime/values.h"
-
 #include <gtest/gtest.h>
 
 #include <array>
@@ -15,11 +12,14 @@
 #include <regex>
 #include <string>
 
+#include "runtime/regex.h"
+#include "tests/runtime/values.h"
+
 namespace {
 
-using test::Strings;
-using test::take;
-using test::take_strings;
+using kavo::test::Strings;
+using kavo::test::take;
+using kavo::test::take_strings;
 
 TEST(RegexMatch, IsOfTheWholeText) {
   EXPECT_EQ(qor_regex_match("[a-z]+", "abc"), 1);
@@ -71,7 +71,8 @@ TEST(RegexFindall, CountsEmptyMatches) {
 }
 
 TEST(RegexFindall, MakesAStringArray) {
-  EXPECT_EQ(test::own_deep(qor_regex_findall("b", "b"))->flags, QOR_FLAG_NESTED | QOR_FLAG_STRINGS);
+  EXPECT_EQ(kavo::test::own_deep(qor_regex_findall("b", "b"))->flags,
+            QOR_FLAG_NESTED | QOR_FLAG_STRINGS);
 }
 
 // The standard library's matcher recurses for every byte.

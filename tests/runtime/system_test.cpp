@@ -1,9 +1,6 @@
 // Chance, bits, types and the running system.
-#include "runtime/regex.h"
-#include "runtime/system.h"
-#include "tests/runtime/values.h"
-
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <array>
 #include <cmath>
@@ -11,11 +8,13 @@
 #include <set>
 #include <string>
 
-#include <unistd.h>
+#include "runtime/regex.h"
+#include "runtime/system.h"
+#include "tests/runtime/values.h"
 
 namespace {
 
-using test::take;
+using kavo::test::take;
 
 TEST(Uuid, HasTheShapeOfVersionFour) {
   const auto* shape = "[0-9a-f]{8}-[0-9a-f]{4}-4[0-9a-f]{3}-[89ab][0-9a-f]{3}-[0-9a-f]{12}";

@@ -1,24 +1,24 @@
 // Strings: cutting, searching, comparing, padding.
+#include <gtest/gtest.h>
+
+#include <string>
+
 #include "runtime/error.h"
 #include "runtime/qorrt.h"
 #include "runtime/text.h"
 #include "tests/fakes/binary_strings.h"
 #include "tests/runtime/values.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
-
 namespace {
 
 using namespace std::string_literals;
-using test::take;
+using kavo::test::take;
 
 class Text : public testing::Test {
 protected:
   void SetUp() override { qor_err_clear(); }
   void TearDown() override {
-    EXPECT_EQ(fakes::registered_strings(), 0U) << "a freed byte string is still registered";
+    EXPECT_EQ(kavo::fakes::registered_strings(), 0U) << "a freed byte string is still registered";
     qor_err_clear();
   }
 };

@@ -1,16 +1,16 @@
 // Runtime values from and to the standard library's, so that a test says in one line what it means.
 #pragma once
 
-#include "runtime/array.h"
-#include "runtime/text.h"
-
 #include <bit>
 #include <initializer_list>
 #include <memory>
 #include <string>
 #include <vector>
 
-namespace test {
+#include "runtime/array.h"
+#include "runtime/text.h"
+
+namespace kavo::test {
 
 struct FreeArray {
   void operator()(QorArray* array) const { qor_array_free(array); }
@@ -33,7 +33,7 @@ inline DeepArray own_deep(QorArray* array) {
 inline Array numbers(const std::vector<double>& values) {
   auto array = own(qor_array_new(std::ssize(values)));
   for (int64_t i = 0; i < std::ssize(values); ++i)
-    qor_array_set(array.get(), i, values[static_cast<std::size_t>(i)]);
+    qor_array_set(array.get(), i, values[static_cast<size_t>(i)]);
   return array;
 }
 
@@ -41,7 +41,7 @@ inline DeepArray strings(const std::vector<std::string>& values) {
   auto array = own_deep(qor_array_new(std::ssize(values)));
   qor_array_set_string_elems(array.get());
   for (int64_t i = 0; i < std::ssize(values); ++i) {
-    auto* copy = qor_str_concat(values[static_cast<std::size_t>(i)].c_str(), "");
+    auto* copy = qor_str_concat(values[static_cast<size_t>(i)].c_str(), "");
     qor_array_set(array.get(), i, std::bit_cast<double>(copy));
   }
   return array;
@@ -51,7 +51,7 @@ inline DeepArray rows(const std::vector<std::vector<double>>& values) {
   auto array = own_deep(qor_array_new(std::ssize(values)));
   qor_array_set_nested(array.get());
   for (int64_t i = 0; i < std::ssize(values); ++i) {
-    auto* row = numbers(values[static_cast<std::size_t>(i)]).release();
+    auto* row = numbers(values[static_cast<size_t>(i)]).release();
     qor_array_set(array.get(), i, std::bit_cast<double>(row));
   }
   return array;
@@ -66,7 +66,7 @@ inline std::vector<double> to_vector(const QorArray* array) {
 
 // All bytes of a string, up to its registered length.
 inline std::string to_string(const char* s) {
-  return s == nullptr ? "(null)" : std::string(s, static_cast<std::size_t>(qor_len_str(s)));
+  return s == nullptr ? "(null)" : std::string(s, static_cast<size_t>(qor_len_str(s)));
 }
 
 inline std::vector<std::string> to_strings(const QorArray* array) {
@@ -106,4 +106,4 @@ using Numbers = std::vector<double>;
 using Strings = std::vector<std::string>;
 using Rows = std::vector<std::vector<double>>;
 
-} // namespace test
+} // namespace kavo::test

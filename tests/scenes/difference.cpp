@@ -21,10 +21,10 @@ int distance_between(uint32_t left, uint32_t right) {
 
 } // namespace
 
-Difference difference_between(const ::test::PngPicture& left, const ::test::PngPicture& right,
-                              int tolerance) {
+Difference difference_between(const kavo::test::PngPicture& left,
+                              const kavo::test::PngPicture& right, int tolerance) {
   Difference result;
-  for (std::size_t pixel = 0; pixel < left.pixels.size(); ++pixel) {
+  for (size_t pixel = 0; pixel < left.pixels.size(); ++pixel) {
     const int distance = distance_between(left.pixels[pixel], right.pixels[pixel]);
     result.largest = std::max(result.largest, distance);
     if (distance <= tolerance)

@@ -15,7 +15,7 @@ struct Difference {
 };
 
 // Both pictures have the same size.
-Difference difference_between(const ::test::PngPicture& left, const ::test::PngPicture& right,
-                              int tolerance);
+Difference difference_between(const kavo::test::PngPicture& left,
+                              const kavo::test::PngPicture& right, int tolerance);
 
 } // namespace kavo::test

@@ -17,7 +17,7 @@ namespace kavo::test {
 namespace {
 
 namespace fs = std::filesystem;
-using Picture = ::test::PngPicture;
+using Picture = kavo::test::PngPicture;
 
 constexpr int tolerance = 2;        // of 255, for a compiler that rounds otherwise
 constexpr double start_ms = 20'000; // by then both clouds are in sight
@@ -58,7 +58,7 @@ protected:
 };
 
 Picture read_picture(const std::string& path) {
-  return ::test::read_png(read_file(path));
+  return kavo::test::read_png(read_file(path));
 }
 
 fs::path golden(const std::string& picture) {

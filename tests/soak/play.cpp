@@ -16,9 +16,9 @@ namespace kavo::soak {
 namespace {
 
 struct Game {
-  test::Visitor& visitor;
+  kavo::test::Visitor& visitor;
   const std::function<void()>& each_frame;
-  test::Keys held = {};
+  kavo::test::Keys held = {};
 };
 
 Game* game = nullptr;
@@ -41,7 +41,7 @@ Call real_call() {
 
 } // namespace
 
-void play(test::Visitor& visitor, const std::function<void()>& each_frame) {
+void play(kavo::test::Visitor& visitor, const std::function<void()>& each_frame) {
   setenv("SDL_VIDEODRIVER", "offscreen", 1);
   setenv("QORRT_SEED", "5", 1);
   Game now{visitor, each_frame};
@@ -55,7 +55,7 @@ void play(test::Visitor& visitor, const std::function<void()>& each_frame) {
   game = nullptr;
 }
 
-void tell_what_was_played(const test::Visitor& visitor) {
+void tell_what_was_played(const kavo::test::Visitor& visitor) {
   std::printf("%lld frames, %lld games, %lld names entered\n",
               static_cast<long long>(visitor.frames()), static_cast<long long>(visitor.games()),
               static_cast<long long>(visitor.names()));

@@ -12,10 +12,10 @@ namespace kavo::soak {
 
 // Plays until the visitor leaves; `each_frame` is called at the beginning of every frame. A failed
 // command ends the process as it ends the game's.
-void play(test::Visitor& visitor, const std::function<void()>& each_frame);
+void play(kavo::test::Visitor& visitor, const std::function<void()>& each_frame);
 
 // "… frames, … games, … names entered", to standard output.
-void tell_what_was_played(const test::Visitor& visitor);
+void tell_what_was_played(const kavo::test::Visitor& visitor);
 
 // A whole number above 0 and nothing else; 0 for anything else.
 int64_t whole_number(const char* text);

@@ -29,7 +29,7 @@ Card& card() {
 }
 
 void take_block() {
-  alignas(float) static std::array<float, std::size_t{block} * channels> samples;
+  alignas(float) static std::array<float, size_t{block} * channels> samples;
   Card& now = card();
   now.spec.callback(now.spec.userdata, reinterpret_cast<Uint8*>(samples.data()), sizeof samples);
   for (const float sample : samples)

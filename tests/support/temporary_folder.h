@@ -29,9 +29,9 @@ public:
   std::filesystem::path path() const { return path_; }
   std::string operator/(const std::string& name) const { return (path_ / name).string(); }
 
-  std::size_t entry_count() const {
-    return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(path_),
-                                                  std::filesystem::directory_iterator()));
+  size_t entry_count() const {
+    return static_cast<size_t>(std::distance(std::filesystem::directory_iterator(path_),
+                                             std::filesystem::directory_iterator()));
   }
 
 private:

@@ -19,9 +19,9 @@ class Words {
 public:
   explicit Words(std::vector<std::string> words) : words_(std::move(words)) {}
 
-  [[nodiscard]] const std::string& text(std::size_t i) const { return words_[i]; }
+  const std::string& text(size_t i) const { return words_[i]; }
 
-  [[nodiscard]] double number(std::size_t i) const {
+  double number(size_t i) const {
     const std::string& word = words_[i];
     double value = 0.0;
     const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), value);
@@ -31,7 +31,7 @@ public:
     return value;
   }
 
-  void expect(std::size_t count) const {
+  void expect(size_t count) const {
     if (words_.size() != count)
       throw ScriptError("expects " + std::to_string(count) + " arguments, got " +
                         std::to_string(words_.size()));
@@ -51,7 +51,7 @@ using Send = void (*)(const Words& words, Player& player, MemoryOutput& output);
 
 struct Entry {
   std::string_view name;
-  std::size_t arguments;
+  size_t arguments;
   Send send;
 };
 

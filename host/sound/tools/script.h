@@ -9,8 +9,7 @@
 //   WAIT 0.5
 //
 // Texts with blanks stand in double quotes; WAIT takes seconds.
-#ifndef KAVO_SOUND_TOOLS_SCRIPT_H
-#define KAVO_SOUND_TOOLS_SCRIPT_H
+#pragma once
 
 #include <istream>
 #include <stdexcept>
@@ -35,5 +34,3 @@ void run_line(const std::string& line, Player& player, MemoryOutput& output);
 void run_script(std::istream& lines, Player& player, MemoryOutput& output);
 
 } // namespace kavo::sound
-
-#endif

@@ -1,6 +1,5 @@
 // Writing sound as a WAV file that any player and measuring tool reads.
-#ifndef KAVO_SOUND_TOOLS_WAV_H
-#define KAVO_SOUND_TOOLS_WAV_H
+#pragma once
 
 #include <string>
 #include <vector>
@@ -12,5 +11,3 @@ namespace kavo::sound {
 void write_wav(const std::string& path, const std::vector<float>& interleaved, int rate);
 
 } // namespace kavo::sound
-
-#endif

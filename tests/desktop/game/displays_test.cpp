@@ -1,17 +1,17 @@
 // A game that goes on while its window is taken from one display to another.
-#include "tests/desktop/game/playing.h"
-
 #include <gtest/gtest.h>
+
+#include "tests/desktop/game/playing.h"
 
 namespace {
 
-using desktop::Place;
-using playing::Game;
+using kavo::desktop::Place;
+using kavo::playing::Game;
 
 constexpr int width = 660;
 constexpr int height = 800;
-constexpr desktop::DisplaySize laptop = {1400, 900};
-constexpr desktop::DisplaySize large = {2 * width, 2 * height};
+constexpr kavo::desktop::DisplaySize laptop = {1400, 900};
+constexpr kavo::desktop::DisplaySize large = {2 * width, 2 * height};
 constexpr int room = 32; // for the window's borders
 
 class GameOnTwoDisplays : public testing::Test {
@@ -20,7 +20,7 @@ protected:
 
   bool comes_to(int x, int y) {
     game.window->move(x, y);
-    return desktop::eventually([&] {
+    return kavo::desktop::eventually([&] {
       const Place place = game.window->place();
       return place.x >= x && place.x < x + room && place.y >= y && place.y < y + room;
     });
@@ -28,10 +28,10 @@ protected:
 
   // Whether the window covers the display and shows the well there.
   bool fills(const Place& display, int scale) {
-    return desktop::eventually([&] {
+    return kavo::desktop::eventually([&] {
       const auto shown = game.window->pixels_if_visible();
       return shown && game.window->place() == display &&
-             shown->at(scale * 146, scale * 300) == playing::well_frame;
+             shown->at(scale * 146, scale * 300) == kavo::playing::well_frame;
     });
   }
 
@@ -55,7 +55,7 @@ TEST_F(GameOnTwoDisplays, GoesOnWhenTheSecondThatItFillsIsUnpluggedAndPluggedIn)
   EXPECT_TRUE(fills({laptop.width, 0, large.width, large.height}, 2));
   game.desktop.unplug(1);
   game.tap("F11");
-  ASSERT_TRUE(desktop::eventually([&] { return game.window->size().width == width; }));
+  ASSERT_TRUE(kavo::desktop::eventually([&] { return game.window->size().width == width; }));
   ASSERT_TRUE(comes_to(100, 50));
   ASSERT_TRUE(game.is_paused());
   game.tap("p");
@@ -63,7 +63,7 @@ TEST_F(GameOnTwoDisplays, GoesOnWhenTheSecondThatItFillsIsUnpluggedAndPluggedIn)
   EXPECT_TRUE(moves_a_piece());
   const int column = game.leftmost_column();
   game.desktop.plug_in(1); // for which the server blanks the screen
-  ASSERT_TRUE(desktop::eventually([&] { return game.leftmost_column() == column; }));
+  ASSERT_TRUE(kavo::desktop::eventually([&] { return game.leftmost_column() == column; }));
   EXPECT_TRUE(moves_a_piece());
   game.window->ask_to_close();
   const auto outcome = game.process->wait();

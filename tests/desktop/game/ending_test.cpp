@@ -1,6 +1,4 @@
 // However the player ends the real program and wherever it is: it ends in order and at once.
-#include "tests/desktop/game/playing.h"
-
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -9,10 +7,12 @@
 #include <filesystem>
 #include <string>
 
+#include "tests/desktop/game/playing.h"
+
 namespace {
 
 namespace fs = std::filesystem;
-using playing::Game;
+using kavo::playing::Game;
 
 struct Way {
   const char* name;
@@ -26,7 +26,7 @@ constexpr Way ways[] = {
 };
 
 // Nothing may be half-written: no scores were made, so that no file may be there at all.
-void expect_order(const Game& game, const desktop::Outcome& outcome) {
+void expect_order(const Game& game, const kavo::desktop::Outcome& outcome) {
   EXPECT_TRUE(outcome.has_exited);
   EXPECT_EQ(outcome.code, 0);
   EXPECT_EQ(outcome.errors, "");

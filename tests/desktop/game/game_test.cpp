@@ -1,23 +1,23 @@
 // A person plays: the real program in a real window, driven by real key events.
-#include "tests/desktop/game/playing.h"
-
 #include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <string>
 
+#include "tests/desktop/game/playing.h"
+
 namespace {
 
-using playing::cell_in;
-using playing::empty_cell;
-using playing::Game;
+using kavo::playing::cell_in;
+using kavo::playing::empty_cell;
+using kavo::playing::Game;
 
 // With this chance the first pieces are two flat bars and a square, which fill a row side by side.
 constexpr const char* bar_bar_square = "46";
 constexpr uint32_t bar_colour = 0x5AD2E6;
 constexpr uint32_t square_colour = 0xEBCD46;
 
-bool bottom_row_holds(const desktop::Bitmap& picture, int first, int last, uint32_t colour) {
+bool bottom_row_holds(const kavo::desktop::Bitmap& picture, int first, int last, uint32_t colour) {
   for (int column = first; column <= last; ++column)
     if (cell_in(picture, 14, column) != colour)
       return false;
@@ -31,11 +31,11 @@ void drop_at(Game& game, int moves) {
 
 TEST(PlayedGame, ShowsItsTitleInAWindowOfItsName) {
   Game game;
-  EXPECT_EQ(game.window->title(), playing::title);
+  EXPECT_EQ(game.window->title(), kavo::playing::title);
   EXPECT_EQ(game.window->size().width, 660);
   EXPECT_EQ(game.window->size().height, 800);
   EXPECT_TRUE(game.is_on_title());
-  EXPECT_EQ(game.picture().at(3, 790), playing::night);
+  EXPECT_EQ(game.picture().at(3, 790), kavo::playing::night);
 }
 
 TEST(PlayedGame, ClearsARow) {
@@ -112,7 +112,7 @@ TEST(Scene, IsDrawnOnADisplayToo) {
     const char* line;
     const char* picture;
   };
-  const desktop::Desktop desktop;
+  const kavo::desktop::Desktop desktop;
   for (const auto& [word, line, picture] :
        {Scene{"kavo", "kavo shots saved\n", "tmp/kavo_after.png"},
         Scene{"pop", "pop shot saved\n", "tmp/kavo_pop.png"},
@@ -124,7 +124,8 @@ TEST(Scene, IsDrawnOnADisplayToo) {
         Scene{"enter", "enter shot\n", "tmp/kavo_enter.png"},
         Scene{"", "shot saved\n", "tmp/kavo.png"}}) {
     const kavo::test::TemporaryFolder folder;
-    const auto outcome = desktop.start(playing::launch(folder.path(), "1", {"shot", word}))->wait();
+    const auto outcome =
+        desktop.start(kavo::playing::launch(folder.path(), "1", {"shot", word}))->wait();
     EXPECT_TRUE(outcome.has_exited) << word;
     EXPECT_EQ(outcome.code, 0) << word << outcome.errors;
     EXPECT_EQ(outcome.output, line);

@@ -1,10 +1,10 @@
 // The game's window as the desktop's menu and taskbar know it.
-#include "tests/desktop/game/playing.h"
-
 #include <gtest/gtest.h>
 
 #include <fstream>
 #include <string>
+
+#include "tests/desktop/game/playing.h"
 
 namespace {
 
@@ -19,13 +19,13 @@ std::string entry(const std::string& key) {
 }
 
 TEST(MenuEntry, NamesTheClassOfTheWindow) {
-  const playing::Game game;
+  const kavo::playing::Game game;
   const std::string name = entry("StartupWMClass");
   EXPECT_EQ(game.window->class_names(), (std::vector<std::string>{name, name}));
 }
 
 TEST(MenuEntry, HasAWindowWithAnIcon) {
-  const playing::Game game;
+  const kavo::playing::Game game;
   EXPECT_EQ(game.window->icon().width, 64);
 }
 

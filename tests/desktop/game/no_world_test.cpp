@@ -1,10 +1,7 @@
 // The real program in a world where something is missing, from the start or from some moment on:
 // it plays on, or it ends with what its player can do about it.
-#include "tests/desktop/game/playing.h"
-
-#include <gtest/gtest.h>
-
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -13,20 +10,22 @@
 #include <filesystem>
 #include <string>
 
+#include "tests/desktop/game/playing.h"
+
 namespace {
 
 namespace fs = std::filesystem;
-using playing::Conditions;
-using playing::Game;
+using kavo::playing::Conditions;
+using kavo::playing::Game;
 
-Conditions started_by(void (*change)(desktop::Launch&)) {
+Conditions started_by(void (*change)(kavo::desktop::Launch&)) {
   Conditions conditions;
   conditions.change = change;
   return conditions;
 }
 
 // Plays a little and leaves through the title.
-desktop::Outcome play_and_leave(Game& game) {
+kavo::desktop::Outcome play_and_leave(Game& game) {
   game.start_playing();
   EXPECT_EQ(game.move(-1) + game.move(1), 2);
   game.tap("Escape");
@@ -37,7 +36,7 @@ desktop::Outcome play_and_leave(Game& game) {
   return game.process->wait();
 }
 
-void expect_a_game(void (*change)(desktop::Launch&)) {
+void expect_a_game(void (*change)(kavo::desktop::Launch&)) {
   Game game(started_by(change));
   const auto outcome = play_and_leave(game);
   EXPECT_TRUE(outcome.has_exited);
@@ -46,13 +45,13 @@ void expect_a_game(void (*change)(desktop::Launch&)) {
 
 // ---- the display --------------------------------------------------------------------------------
 
-desktop::Outcome start_with_display(const std::optional<std::string>& display) {
+kavo::desktop::Outcome start_with_display(const std::optional<std::string>& display) {
   const kavo::test::TemporaryFolder folder;
-  desktop::Launch launch = playing::launch(folder.path(), "", {});
+  kavo::desktop::Launch launch = kavo::playing::launch(folder.path(), "", {});
   launch.environment["DISPLAY"] = display;
   launch.environment["WAYLAND_DISPLAY"] = std::nullopt;
   launch.environment["SDL_VIDEODRIVER"] = std::nullopt;
-  return desktop::Process(launch).wait();
+  return kavo::desktop::Process(launch).wait();
 }
 
 TEST(WithoutADisplay, TheGameSaysWhatIsMissing) {
@@ -94,7 +93,7 @@ TEST(ADisplayThatHangs, LeavesTheProgramToASignal) {
   Game game;
   game.start_playing();
   game.desktop.freeze();
-  ASSERT_TRUE(desktop::eventually([&] {
+  ASSERT_TRUE(kavo::desktop::eventually([&] {
     game.process->send_signal(SIGTERM);
     return !game.process->is_running();
   }));
@@ -104,14 +103,14 @@ TEST(ADisplayThatHangs, LeavesTheProgramToASignal) {
 
 TEST(WithoutASoundDevice, TheGamePlaysOn) {
   Game game(started_by(
-      [](desktop::Launch& launch) { launch.environment["SDL_AUDIODRIVER"] = "nonsense"; }));
+      [](kavo::desktop::Launch& launch) { launch.environment["SDL_AUDIODRIVER"] = "nonsense"; }));
   const auto outcome = play_and_leave(game);
   EXPECT_EQ(outcome.code, 0);
   EXPECT_EQ(outcome.errors, "no sound: Audio target 'nonsense' not available\n");
 }
 
 // A device that writes what it plays into a file and is lost when that is full.
-void play_into_a_small_file(desktop::Launch& launch) {
+void play_into_a_small_file(kavo::desktop::Launch& launch) {
   launch.environment["SDL_AUDIODRIVER"] = "disk";
   launch.environment["SDL_DISKAUDIOFILE"] = launch.folder + "/sound.raw";
   launch.last_act = [] {
@@ -122,7 +121,7 @@ void play_into_a_small_file(desktop::Launch& launch) {
 
 TEST(ASoundDeviceThatGoesAway, LeavesTheGamePlaying) {
   Game game(started_by(play_into_a_small_file));
-  ASSERT_TRUE(desktop::eventually([&] {
+  ASSERT_TRUE(kavo::desktop::eventually([&] {
     return game.process->errors_so_far().find("no sound: the audio device is gone\n") !=
            std::string::npos;
   }));
@@ -132,14 +131,14 @@ TEST(ASoundDeviceThatGoesAway, LeavesTheGamePlaying) {
 // ---- the process --------------------------------------------------------------------------------
 
 TEST(WithoutAHome, TheGameIsPlayed) {
-  expect_a_game([](desktop::Launch& launch) {
+  expect_a_game([](kavo::desktop::Launch& launch) {
     for (const char* name : {"HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_RUNTIME_DIR", "USER"})
       launch.environment[name] = std::nullopt;
   });
 }
 
 TEST(InAFolderThatWasDeleted, TheGameIsPlayed) {
-  expect_a_game([](desktop::Launch& launch) {
+  expect_a_game([](kavo::desktop::Launch& launch) {
     fs::create_directory(launch.folder + "/gone");
     launch.folder += "/gone";
     launch.last_act = [] { rmdir(fs::current_path().c_str()); };
@@ -147,9 +146,11 @@ TEST(InAFolderThatWasDeleted, TheGameIsPlayed) {
 }
 
 TEST(WithStandardStreamsClosed, TheGameIsPlayed) {
-  expect_a_game([](desktop::Launch& launch) { launch.last_act = [] { close(STDOUT_FILENO); }; });
-  expect_a_game([](desktop::Launch& launch) { launch.last_act = [] { close(STDERR_FILENO); }; });
-  expect_a_game([](desktop::Launch& launch) {
+  expect_a_game(
+      [](kavo::desktop::Launch& launch) { launch.last_act = [] { close(STDOUT_FILENO); }; });
+  expect_a_game(
+      [](kavo::desktop::Launch& launch) { launch.last_act = [] { close(STDERR_FILENO); }; });
+  expect_a_game([](kavo::desktop::Launch& launch) {
     launch.last_act = [] {
       for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
         close(stream);
@@ -159,16 +160,16 @@ TEST(WithStandardStreamsClosed, TheGameIsPlayed) {
 
 TEST(WithStandardStreamsClosed, AnErrorIsStillAnError) {
   const kavo::test::TemporaryFolder folder;
-  desktop::Launch launch = playing::launch(folder.path(), "", {});
+  kavo::desktop::Launch launch = kavo::playing::launch(folder.path(), "", {});
   launch.environment["DISPLAY"] = std::nullopt;
   launch.last_act = [] { close(STDERR_FILENO); };
-  const auto outcome = desktop::Process(launch).wait();
+  const auto outcome = kavo::desktop::Process(launch).wait();
   EXPECT_TRUE(outcome.has_exited);
   EXPECT_EQ(outcome.code, 1);
 }
 
 TEST(WithOutputThatNobodyReads, TheGameIsPlayed) {
-  expect_a_game([](desktop::Launch& launch) {
+  expect_a_game([](kavo::desktop::Launch& launch) {
     launch.last_act = [] {
       std::array<int, 2> ends = {};
       if (pipe(ends.data()) == 0)
@@ -180,7 +181,7 @@ TEST(WithOutputThatNobodyReads, TheGameIsPlayed) {
 }
 
 TEST(WithOutputToAFullDisk, TheGameIsPlayed) {
-  expect_a_game([](desktop::Launch& launch) {
+  expect_a_game([](kavo::desktop::Launch& launch) {
     launch.last_act = [] { dup2(open("/dev/full", O_WRONLY | O_CLOEXEC), STDOUT_FILENO); };
   });
 }
@@ -192,7 +193,7 @@ void allow_descriptors() {
 }
 
 TEST(WithSixteenFileDescriptors, TheGameIsPlayed) {
-  expect_a_game([](desktop::Launch& launch) { launch.last_act = allow_descriptors<16>; });
+  expect_a_game([](kavo::desktop::Launch& launch) { launch.last_act = allow_descriptors<16>; });
 }
 
 } // namespace

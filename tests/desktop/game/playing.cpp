@@ -4,7 +4,7 @@
 
 #include <cstdlib>
 
-namespace playing {
+namespace kavo::playing {
 
 namespace {
 
@@ -15,7 +15,7 @@ constexpr int beside_the_streaks = 8; // a drop's streaks run down the middle of
 constexpr uint32_t accent = 0xFAE678; // (250, 230, 120): what the player is to look at
 
 // Whether text in the accent colour stands in the 16 pixels below (x, y).
-bool has_accent(const desktop::Bitmap& picture, int x, int y, int width) {
+bool has_accent(const kavo::desktop::Bitmap& picture, int x, int y, int width) {
   for (int row = y; row < y + 16; ++row)
     for (int column = x; column < x + width; ++column)
       if (picture.at(column, row) == accent)
@@ -23,16 +23,16 @@ bool has_accent(const desktop::Bitmap& picture, int x, int y, int width) {
   return false;
 }
 
-bool is_name_entry(const desktop::Bitmap& picture) {
+bool is_name_entry(const kavo::desktop::Bitmap& picture) {
   return has_accent(picture, 100, 150, 128);
 }
 
 } // namespace
 
-desktop::Launch launch(const std::string& folder, const std::string& seed,
-                       std::vector<std::string> arguments) {
+kavo::desktop::Launch launch(const std::string& folder, const std::string& seed,
+                             std::vector<std::string> arguments) {
   arguments.insert(arguments.begin(), KAVO_PROGRAM);
-  desktop::Launch launch;
+  kavo::desktop::Launch launch;
   launch.arguments = std::move(arguments);
   launch.folder = folder;
   launch.environment["SDL_AUDIODRIVER"] = "dummy";
@@ -41,7 +41,7 @@ desktop::Launch launch(const std::string& folder, const std::string& seed,
   return launch;
 }
 
-uint32_t cell_in(const desktop::Bitmap& picture, int row, int column) {
+uint32_t cell_in(const kavo::desktop::Bitmap& picture, int row, int column) {
   return picture.at(board_left + column * cell_size + beside_the_streaks,
                     board_top + row * cell_size + cell_size / 2);
 }
@@ -51,7 +51,7 @@ Game::Game(const Conditions& conditions) : desktop(conditions.displays) {
     desktop.start_window_manager();
   if (conditions.arrange)
     conditions.arrange(folder);
-  desktop::Launch how = launch(folder.path(), conditions.seed, {});
+  kavo::desktop::Launch how = launch(folder.path(), conditions.seed, {});
   if (conditions.change)
     conditions.change(how);
   process = desktop.start(how);
@@ -82,7 +82,7 @@ bool Game::is_paused() {
 }
 
 int Game::leftmost_column() const {
-  const desktop::Bitmap now = picture();
+  const kavo::desktop::Bitmap now = picture();
   for (int column = 0; column < 10; ++column)
     for (int row = 0; row < 9; ++row)
       if (cell_in(now, row, column) != empty_cell)
@@ -96,7 +96,7 @@ int Game::move(int moves) {
   for (int i = 0; i < std::abs(moves); ++i) {
     const int before = leftmost_column();
     tap(step < 0 ? "Left" : "Right");
-    moved += desktop::eventually([&] { return leftmost_column() == before + step; });
+    moved += kavo::desktop::eventually([&] { return leftmost_column() == before + step; });
   }
   return moved;
 }
@@ -110,10 +110,10 @@ void Game::start_playing() {
 // Twenty pieces dropped where they appear overflow the well.
 void Game::lose() {
   start_playing();
-  ASSERT_TRUE(desktop::eventually([&] {
+  ASSERT_TRUE(kavo::desktop::eventually([&] {
     tap("space");
     return is_name_entry(picture());
   }));
 }
 
-} // namespace playing
+} // namespace kavo::playing

@@ -1,10 +1,6 @@
 // The real game in a real window, as its player sees it: pixels in, keys out.
 #pragma once
 
-#include "tests/desktop/desktop.h"
-#include "tests/support/files.h"
-#include "tests/support/temporary_folder.h"
-
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -12,7 +8,11 @@
 #include <string>
 #include <vector>
 
-namespace playing {
+#include "tests/desktop/desktop.h"
+#include "tests/support/files.h"
+#include "tests/support/temporary_folder.h"
+
+namespace kavo::playing {
 
 constexpr const char* title = "KAVO - Schlagseite";
 constexpr uint32_t night = 0x0C1A2C;      // behind the menu screens
@@ -20,8 +20,8 @@ constexpr uint32_t empty_cell = 0x1C2838; // of the well
 constexpr uint32_t well_frame = 0x463422; // while the stack is low
 
 // How the game is started in this folder; chance is fixed by `seed`, free when that is empty.
-desktop::Launch launch(const std::string& folder, const std::string& seed,
-                       std::vector<std::string> arguments);
+kavo::desktop::Launch launch(const std::string& folder, const std::string& seed,
+                             std::vector<std::string> arguments);
 
 // Under what conditions a game is to run.
 struct Conditions {
@@ -30,13 +30,13 @@ struct Conditions {
   // What it finds in its folder.
   std::function<void(const kavo::test::TemporaryFolder&)> arrange = {};
   // How it is started otherwise.
-  std::function<void(desktop::Launch&)> change = {};
+  std::function<void(kavo::desktop::Launch&)> change = {};
   // What it is shown on; more than one stand side by side, with a window manager.
-  std::vector<desktop::DisplaySize> displays = {{1280, 1024}};
+  std::vector<kavo::desktop::DisplaySize> displays = {{1280, 1024}};
 };
 
 // What a cell of the upright board shows, left of its middle.
-uint32_t cell_in(const desktop::Bitmap& picture, int row, int column);
+uint32_t cell_in(const kavo::desktop::Bitmap& picture, int row, int column);
 
 // One game that runs in a folder of its own, with its window in front.
 class Game {
@@ -46,12 +46,12 @@ public:
   explicit Game(const Conditions& conditions);
 
   // Waits until the picture answers the question with yes; false when it does not come to that.
-  template<class Question>
+  template<typename Question>
   bool shows(Question question) {
-    return desktop::eventually([&] { return question(picture()); });
+    return kavo::desktop::eventually([&] { return question(picture()); });
   }
 
-  desktop::Bitmap picture() const { return window->pixels(); }
+  kavo::desktop::Bitmap picture() const { return window->pixels(); }
   void tap(const std::string& key) { desktop.tap(key); }
 
   // Where the game is, seen from outside.
@@ -80,9 +80,9 @@ public:
   void enter_name() { tap("Return"); }
 
   kavo::test::TemporaryFolder folder;
-  desktop::Desktop desktop;
-  std::unique_ptr<desktop::Process> process;
-  std::optional<desktop::DesktopWindow> window;
+  kavo::desktop::Desktop desktop;
+  std::unique_ptr<kavo::desktop::Process> process;
+  std::optional<kavo::desktop::DesktopWindow> window;
 };
 
-} // namespace playing
+} // namespace kavo::playing

@@ -1,9 +1,6 @@
 // What the real program asks of the system while a game is played, lost, named and saved: no
 // network, no other program, no other rights, and nothing written outside of its own folder.
-#include "tests/desktop/game/playing.h"
-
 #include <gtest/gtest.h>
-
 #include <linux/filter.h>
 #include <linux/seccomp.h>
 #include <sched.h>
@@ -20,13 +17,15 @@
 #include <string>
 #include <vector>
 
+#include "tests/desktop/game/playing.h"
+
 namespace {
 
-using playing::Conditions;
-using playing::Game;
+using kavo::playing::Conditions;
+using kavo::playing::Game;
 
 // The leak sanitizer starts a process that traces its own.
-void look_for_no_leaks(desktop::Launch& launch) {
+void look_for_no_leaks(kavo::desktop::Launch& launch) {
   launch.environment["ASAN_OPTIONS"] = "detect_leaks=0";
 }
 
@@ -98,7 +97,7 @@ void confine() {
 }
 
 bool is_killed_by_the_filter(const std::vector<std::string>& command) {
-  const auto outcome = desktop::Process({command, {}, ".", confine}).wait();
+  const auto outcome = kavo::desktop::Process({command, {}, ".", confine}).wait();
   return !outcome.has_exited && outcome.code == SIGSYS;
 }
 
@@ -108,7 +107,7 @@ TEST(Privileges, TheFilterStopsWhatItIsToStop) {
 }
 
 TEST(Privileges, AGameNeedsNoNetworkNoProcessAndNoOtherRights) {
-  Game game(Conditions{.change = [](desktop::Launch& launch) {
+  Game game(Conditions{.change = [](kavo::desktop::Launch& launch) {
     look_for_no_leaks(launch);
     launch.last_act = confine;
   }});
@@ -132,7 +131,7 @@ bool may_trace() {
   const kavo::test::TemporaryFolder folder;
   auto command = traced_command();
   command.emplace_back("true");
-  const auto outcome = desktop::Process({command, {}, folder.path()}).wait();
+  const auto outcome = kavo::desktop::Process({command, {}, folder.path()}).wait();
   return outcome.has_exited && outcome.code == 0;
 }
 
@@ -167,7 +166,7 @@ bool is_within_bounds(const std::string& line) {
 TEST(Privileges, AGameWritesInItsOwnFolderOnly) {
   if (!may_trace())
     GTEST_SKIP() << "system calls may not be traced here: what is written was NOT looked at";
-  Game game(Conditions{.change = [](desktop::Launch& launch) {
+  Game game(Conditions{.change = [](kavo::desktop::Launch& launch) {
     look_for_no_leaks(launch);
     auto command = traced_command();
     command.push_back(launch.arguments.front());

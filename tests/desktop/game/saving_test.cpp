@@ -1,8 +1,5 @@
 // The real program, played to a high score that cannot be saved, or not where it seems to be.
-#include "tests/desktop/game/playing.h"
-
 #include <gtest/gtest.h>
-
 #include <linux/capability.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
@@ -18,14 +15,16 @@
 #include <thread>
 #include <utility>
 
+#include "tests/desktop/game/playing.h"
+
 namespace {
 
 namespace fs = std::filesystem;
+using kavo::playing::Conditions;
+using kavo::playing::Game;
 using kavo::test::read_file;
 using kavo::test::TemporaryFolder;
 using kavo::test::write_file;
-using playing::Conditions;
-using playing::Game;
 
 constexpr const char* scores = "tmp/kavo_high.txt";
 constexpr const char* old_table = "OLD;5\n---;0\n---;0\n---;0\n---;0";
@@ -66,7 +65,7 @@ TEST(Saving, BeyondTheLargestSizeOfAFileIsAnError) {
                              write_file(folder / scores, long_table);
                            },
                        .change =
-                           [](desktop::Launch& launch) {
+                           [](kavo::desktop::Launch& launch) {
                              launch.last_act = [] {
                                const rlimit limit = {1000, 1000};
                                setrlimit(RLIMIT_FSIZE, &limit);
@@ -89,7 +88,7 @@ exit $status)sh";
 
 bool may_mount() {
   const auto outcome =
-      desktop::Process({{"unshare", "-rm", "mount", "-t", "tmpfs", "none", "/mnt"}, {}, "."})
+      kavo::desktop::Process({{"unshare", "-rm", "mount", "-t", "tmpfs", "none", "/mnt"}, {}, "."})
           .wait();
   return outcome.has_exited && outcome.code == 0;
 }
@@ -97,7 +96,7 @@ bool may_mount() {
 TEST(Saving, OnAFullDiskIsAnErrorAndTheOldTableStays) {
   if (!may_mount())
     GTEST_SKIP() << "no file system may be mounted here; the largest size of a file stands in";
-  Game game(Conditions{.arrange = put_old_table, .change = [](desktop::Launch& launch) {
+  Game game(Conditions{.arrange = put_old_table, .change = [](kavo::desktop::Launch& launch) {
                          launch.arguments = {"unshare",           "-rm",        "sh",     "-c",
                                              play_on_a_full_disk, KAVO_PROGRAM, old_table};
                        }});
@@ -111,7 +110,7 @@ TEST(Saving, OnAFullDiskIsAnErrorAndTheOldTableStays) {
 }
 
 // Root is stopped by permissions like everybody else once it has given this up.
-void obey_permissions(desktop::Launch& launch) {
+void obey_permissions(kavo::desktop::Launch& launch) {
   launch.last_act = [] { prctl(PR_CAPBSET_DROP, CAP_DAC_OVERRIDE); };
 }
 
@@ -183,15 +182,15 @@ TEST(Saving, WithALinkThatGoesRoundTheStartIsRefused) {
   const TemporaryFolder folder;
   fs::create_directory(folder / "tmp");
   fs::create_symlink("kavo_high.txt", folder / scores);
-  const desktop::Desktop desktop;
-  const auto outcome = desktop.start(playing::launch(folder.path(), "", {}))->wait();
+  const kavo::desktop::Desktop desktop;
+  const auto outcome = desktop.start(kavo::playing::launch(folder.path(), "", {}))->wait();
   EXPECT_EQ(outcome.code, 1);
   EXPECT_EQ(outcome.errors, "Unhandled exception: DIR$: cannot list \"tmp/kavo_high.txt\": Too "
                             "many levels of symbolic links\n");
 }
 
 TEST(Saving, InAFolderThatWasDeletedIsAnError) {
-  Game game(Conditions{.change = [](desktop::Launch& launch) {
+  Game game(Conditions{.change = [](kavo::desktop::Launch& launch) {
     fs::create_directory(launch.folder + "/gone");
     launch.folder += "/gone";
     launch.last_act = [] { rmdir(fs::current_path().c_str()); };
@@ -217,9 +216,9 @@ void kill_around_the_save(Game& game, int delay_us) {
 }
 
 void start_again_in(const Game& game) {
-  desktop::Launch launch = playing::launch(game.folder.path(), "", {});
+  kavo::desktop::Launch launch = kavo::playing::launch(game.folder.path(), "", {});
   launch.environment["DISPLAY"] = std::nullopt; // which it asks for when it has its scores
-  EXPECT_EQ(desktop::Process(launch).wait().code, 1);
+  EXPECT_EQ(kavo::desktop::Process(launch).wait().code, 1);
 }
 
 TEST(Saving, IsWholeOrNotDoneWhenTheProgramIsKilled) {

@@ -1,16 +1,16 @@
 // Score files from hell: the real program starts with them, shows its title with what it made of
 // them, and is left as always.
-#include "tests/desktop/game/playing.h"
-
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <string>
 
+#include "tests/desktop/game/playing.h"
+
 namespace {
 
-using playing::Conditions;
-using playing::Game;
+using kavo::playing::Conditions;
+using kavo::playing::Game;
 
 void expect_a_title_with(const std::string& scores) {
   Game game(Conditions{.arrange = [&](const kavo::test::TemporaryFolder& folder) {

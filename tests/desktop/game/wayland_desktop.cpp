@@ -1,13 +1,13 @@
 #include "tests/desktop/game/wayland_desktop.h"
 
-#include "tests/desktop/game/playing.h"
-
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <stdexcept>
 
-namespace playing {
+#include "tests/desktop/game/playing.h"
+
+namespace kavo::playing {
 
 namespace {
 
@@ -18,8 +18,8 @@ std::string output_name(size_t display) {
   return "X" + std::to_string(display + 1);
 }
 
-desktop::DisplaySize room_for(const std::vector<WaylandDisplay>& displays) {
-  desktop::DisplaySize room = {0, 0};
+kavo::desktop::DisplaySize room_for(const std::vector<WaylandDisplay>& displays) {
+  kavo::desktop::DisplaySize room = {0, 0};
   for (const WaylandDisplay& display : displays) {
     room.width += display.scale * display.width;
     room.height = std::max(room.height, display.scale * display.height);
@@ -28,7 +28,7 @@ desktop::DisplaySize room_for(const std::vector<WaylandDisplay>& displays) {
 }
 
 // On a plain ground.
-bool shows_pointer(const desktop::Bitmap& screen, int x, int y) {
+bool shows_pointer(const kavo::desktop::Bitmap& screen, int x, int y) {
   constexpr int size = 8; // at the least
   const uint32_t ground = screen.at(x - size, y);
   for (int row = y; row < y + size; ++row)
@@ -53,7 +53,7 @@ WaylandDesktop::WaylandDesktop(const char* shell, const std::vector<WaylandDispl
   // Weston gives its keyboard to what is below its pointer.
   point_at(0, 100, 100);
   screens_[0].focus();
-  if (!desktop::eventually([&] { return std::filesystem::exists(folder_ / socket_name); }))
+  if (!kavo::desktop::eventually([&] { return std::filesystem::exists(folder_ / socket_name); }))
     throw std::runtime_error("weston did not start: " + compositor_->wait().errors);
 }
 
@@ -78,8 +78,8 @@ void WaylandDesktop::lay_out_screens() {
   }
 }
 
-std::unique_ptr<desktop::Process> WaylandDesktop::start_game() const {
-  desktop::Launch game = launch(folder_.path(), "1", {});
+std::unique_ptr<kavo::desktop::Process> WaylandDesktop::start_game() const {
+  kavo::desktop::Launch game = launch(folder_.path(), "1", {});
   game.environment["DISPLAY"] = std::nullopt;
   game.environment["WAYLAND_DISPLAY"] = socket_name;
   game.environment["XDG_RUNTIME_DIR"] = folder_.path();
@@ -100,7 +100,7 @@ void WaylandDesktop::point_at(size_t display, int x, int y) {
 // place: the pointer comes in anew, from another display.
 void WaylandDesktop::point_until_seen(size_t display, int x, int y) {
   const size_t another = (display + 1) % screens_.size();
-  const bool is_seen = desktop::eventually([&] {
+  const bool is_seen = kavo::desktop::eventually([&] {
     point_at(another, 1, 1);
     point_at(display, x, y);
     return shows_pointer(pixels(display), x, y);
@@ -118,4 +118,4 @@ void WaylandDesktop::drag_window(size_t display, int x, int y, int distance) {
   desktop_.release("Super_L");
 }
 
-} // namespace playing
+} // namespace kavo::playing

@@ -2,14 +2,14 @@
 // own X server, where the pixels can be read, the keys pressed and the pointer moved.
 #pragma once
 
-#include "tests/desktop/desktop.h"
-#include "tests/support/temporary_folder.h"
-
 #include <memory>
 #include <string>
 #include <vector>
 
-namespace playing {
+#include "tests/desktop/desktop.h"
+#include "tests/support/temporary_folder.h"
+
+namespace kavo::playing {
 
 struct WaylandDisplay {
   int width; // in the desktop's units
@@ -24,10 +24,10 @@ public:
   WaylandDesktop(const char* shell, const std::vector<WaylandDisplay>& displays);
 
   // The real game, which knows of no X server.
-  std::unique_ptr<desktop::Process> start_game() const;
+  std::unique_ptr<kavo::desktop::Process> start_game() const;
 
   // What a display shows.
-  desktop::Bitmap pixels(size_t display = 0) const { return screens_[display].pixels(); }
+  kavo::desktop::Bitmap pixels(size_t display = 0) const { return screens_[display].pixels(); }
   void tap(const std::string& key) { desktop_.tap(key); }
   // Moves the window at (x, y) on a display, in its pixels, to the side; it has to be plain there.
   void drag_window(size_t display, int x, int y, int distance);
@@ -42,10 +42,10 @@ private:
 
   std::vector<WaylandDisplay> displays_;
   kavo::test::TemporaryFolder folder_;
-  desktop::Desktop desktop_;
-  std::unique_ptr<desktop::Process> compositor_;
-  std::vector<desktop::DesktopWindow> screens_;
+  kavo::desktop::Desktop desktop_;
+  std::unique_ptr<kavo::desktop::Process> compositor_;
+  std::vector<kavo::desktop::DesktopWindow> screens_;
   std::vector<int> left_edges_; // of the screens, on the X server
 };
 
-} // namespace playing
+} // namespace kavo::playing

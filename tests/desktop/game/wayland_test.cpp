@@ -1,17 +1,17 @@
 // The game on a Wayland desktop, at one and at two pixels for each of its picture's, and from the
 // one display to the other.
-#include "tests/desktop/game/playing.h"
-#include "tests/desktop/game/wayland_desktop.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <utility>
 
+#include "tests/desktop/game/playing.h"
+#include "tests/desktop/game/wayland_desktop.h"
+
 namespace {
 
-using desktop::Bitmap;
-using playing::WaylandDesktop;
+using kavo::desktop::Bitmap;
+using kavo::playing::WaylandDesktop;
 
 constexpr int width = 660;
 constexpr int height = 800;
@@ -24,26 +24,27 @@ public:
 
 bool shows_title(const Bitmap& screen, int scale) {
   // Left of the texts and below the sky.
-  return screen.width == scale * width && screen.at(scale * 20, scale * 780) == playing::night;
+  return screen.width == scale * width &&
+         screen.at(scale * 20, scale * 780) == kavo::playing::night;
 }
 
 bool shows_well(const Bitmap& screen, int scale) {
-  return screen.at(scale * 146, scale * 300) == playing::well_frame;
+  return screen.at(scale * 146, scale * 300) == kavo::playing::well_frame;
 }
 
 void play(int scale) {
   WaylandScreen wayland(scale);
   const auto game = wayland.start_game();
-  ASSERT_TRUE(desktop::eventually([&] { return shows_title(wayland.pixels(), scale); }));
-  ASSERT_TRUE(desktop::eventually([&] {
+  ASSERT_TRUE(kavo::desktop::eventually([&] { return shows_title(wayland.pixels(), scale); }));
+  ASSERT_TRUE(kavo::desktop::eventually([&] {
     wayland.tap("space");
     return shows_well(wayland.pixels(), scale);
   }));
-  ASSERT_TRUE(desktop::eventually([&] {
+  ASSERT_TRUE(kavo::desktop::eventually([&] {
     wayland.tap("Escape");
     return !game->is_running();
   }));
-  const desktop::Outcome outcome = game->wait();
+  const kavo::desktop::Outcome outcome = game->wait();
   EXPECT_TRUE(outcome.has_exited);
   EXPECT_EQ(outcome.code, 0) << outcome.errors;
   EXPECT_EQ(outcome.output, "done\n");
@@ -62,7 +63,7 @@ int letter_pixels(const Bitmap& screen, int scale) {
   int count = 0;
   for (int y = scale * 110; y < scale * 530; ++y)
     for (int x = scale * 60; x < scale * 420; ++x)
-      count += screen.at(x, y) != playing::night ? 1 : 0;
+      count += screen.at(x, y) != kavo::playing::night ? 1 : 0;
   return count;
 }
 
@@ -80,8 +81,8 @@ TEST(Wayland, AHighDensityScreenShowsEveryPixelTwiceEachWay) {
   constexpr int scale = 2;
   WaylandScreen wayland(scale);
   const auto game = wayland.start_game();
-  ASSERT_TRUE(desktop::eventually([&] { return shows_title(wayland.pixels(), scale); }));
-  EXPECT_TRUE(desktop::eventually([&] { return is_crisp(wayland.pixels()); }));
+  ASSERT_TRUE(kavo::desktop::eventually([&] { return shows_title(wayland.pixels(), scale); }));
+  EXPECT_TRUE(kavo::desktop::eventually([&] { return is_crisp(wayland.pixels()); }));
 }
 
 // A laptop's display, a little larger than the picture, and one of high density at its right that
@@ -101,63 +102,65 @@ protected:
     return static_cast<int>(std::count(shown.pixels.begin(), shown.pixels.end(), colour));
   }
   // How many of a display's pixels have the colour behind the menu.
-  int night_pixels(size_t display) const { return pixels_of(playing::night, display); }
+  int night_pixels(size_t display) const { return pixels_of(kavo::playing::night, display); }
   bool comes_to_be_on_the_laptop_only() const {
-    return desktop::eventually(
+    return kavo::desktop::eventually(
         [&] { return night_pixels(0) > width * height / 2 && night_pixels(1) == 0; });
   }
   // The pointer of a drag stops at the edge of the display that it began on.
   bool goes_to_the_other() {
     wayland.drag_window(0, laptop_width / 2, below_the_menu, laptop_width / 2 - 1);
-    if (!desktop::eventually([&] { return night_pixels(0) > 0 && night_pixels(1) > 0; }))
+    if (!kavo::desktop::eventually([&] { return night_pixels(0) > 0 && night_pixels(1) > 0; }))
       return false;
     wayland.drag_window(1, margin, 2 * below_the_menu, 2 * width - 2 * margin);
-    return desktop::eventually([&] { return night_pixels(0) == 0; });
+    return kavo::desktop::eventually([&] { return night_pixels(0) == 0; });
   }
 
   WaylandDesktop wayland;
-  std::unique_ptr<desktop::Process> game;
+  std::unique_ptr<kavo::desktop::Process> game;
 };
 
 TEST_F(WaylandDisplays, TheOneThatItWasTakenToIsFilledInItsOwnDensity) {
   ASSERT_TRUE(comes_to_be_on_the_laptop_only());
   ASSERT_TRUE(goes_to_the_other());
   wayland.tap("F11");
-  EXPECT_TRUE(desktop::eventually(
+  EXPECT_TRUE(kavo::desktop::eventually(
       [&] { return shows_title(wayland.pixels(1), 2) && is_crisp(wayland.pixels(1)); }));
-  EXPECT_TRUE(desktop::eventually([&] { return night_pixels(0) == 0; }));
+  EXPECT_TRUE(kavo::desktop::eventually([&] { return night_pixels(0) == 0; }));
 }
 
 TEST_F(WaylandDisplays, ItIsPlayedOnTheOneThatItWasTakenTo) {
   ASSERT_TRUE(comes_to_be_on_the_laptop_only());
   ASSERT_TRUE(goes_to_the_other());
   wayland.tap("F11");
-  ASSERT_TRUE(desktop::eventually([&] { return shows_title(wayland.pixels(1), 2); }));
+  ASSERT_TRUE(kavo::desktop::eventually([&] { return shows_title(wayland.pixels(1), 2); }));
   wayland.tap("space");
-  EXPECT_TRUE(desktop::eventually([&] { return shows_well(wayland.pixels(1), 2); }));
+  EXPECT_TRUE(kavo::desktop::eventually([&] { return shows_well(wayland.pixels(1), 2); }));
 }
 
 TEST_F(WaylandDisplays, ItIsPlayedOnTheOtherWhenItsOwnIsUnplugged) {
   ASSERT_TRUE(comes_to_be_on_the_laptop_only());
   ASSERT_TRUE(goes_to_the_other());
   wayland.unplug(1);
-  ASSERT_TRUE(desktop::eventually([&] { return night_pixels(0) > 0; }));
+  ASSERT_TRUE(kavo::desktop::eventually([&] { return night_pixels(0) > 0; }));
   wayland.tap("F11");
   // More than the window had in all.
-  EXPECT_TRUE(desktop::eventually([&] { return night_pixels(0) > width * height; }));
+  EXPECT_TRUE(kavo::desktop::eventually([&] { return night_pixels(0) > width * height; }));
   wayland.tap("space");
-  EXPECT_TRUE(desktop::eventually([&] { return pixels_of(playing::well_frame, 0) > 10'000; }));
+  EXPECT_TRUE(
+      kavo::desktop::eventually([&] { return pixels_of(kavo::playing::well_frame, 0) > 10'000; }));
 }
 
 TEST_F(WaylandDisplays, FullScreenItGoesOnOnTheOtherWhenItsOwnIsUnplugged) {
   ASSERT_TRUE(comes_to_be_on_the_laptop_only());
   ASSERT_TRUE(goes_to_the_other());
   wayland.tap("F11");
-  ASSERT_TRUE(desktop::eventually([&] { return shows_title(wayland.pixels(1), 2); }));
+  ASSERT_TRUE(kavo::desktop::eventually([&] { return shows_title(wayland.pixels(1), 2); }));
   wayland.unplug(1);
-  EXPECT_TRUE(desktop::eventually([&] { return night_pixels(0) > width * height / 2; }));
+  EXPECT_TRUE(kavo::desktop::eventually([&] { return night_pixels(0) > width * height / 2; }));
   wayland.tap("space");
-  EXPECT_TRUE(desktop::eventually([&] { return pixels_of(playing::well_frame, 0) > 10'000; }));
+  EXPECT_TRUE(
+      kavo::desktop::eventually([&] { return pixels_of(kavo::playing::well_frame, 0) > 10'000; }));
 }
 
 } // namespace

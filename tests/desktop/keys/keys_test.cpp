@@ -1,7 +1,5 @@
 // No press is lost, none counts twice, none sticks: real key events through a real window into the
 // game's reading of keys. KAVO_KEY_TAPS sets how many taps the long tests make.
-#include "tests/desktop/keys/typing.h"
-
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -10,10 +8,12 @@
 #include <random>
 #include <thread>
 
+#include "tests/desktop/keys/typing.h"
+
 namespace {
 
-using typing::game_keys;
-using typing::Typist;
+using kavo::typing::game_keys;
+using kavo::typing::Typist;
 
 constexpr int few_taps = 500;
 constexpr std::chrono::milliseconds until_x_repeats{900}; // it begins after 660
@@ -152,7 +152,7 @@ TEST(Keys, TapsOfBothKeysOfADirectionAreSeenOneByOne) {
   Chance chance;
   std::string key;
   for (int tap = 0; tap < taps_wanted() / 5; ++tap) {
-    key = chance.another_of(typing::direction_keys, key);
+    key = chance.another_of(kavo::typing::direction_keys, key);
     typist.tap(key);
     chance.pass_up_to(16);
     typist.let_it_catch_up();

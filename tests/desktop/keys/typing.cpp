@@ -7,7 +7,7 @@
 #include <sstream>
 #include <thread>
 
-namespace typing {
+namespace kavo::typing {
 
 namespace {
 
@@ -132,7 +132,7 @@ void Typist::let_it_catch_up() const {
 }
 
 bool Typist::says(const std::string& text, int times) const {
-  return desktop::eventually([&] { return count_in_output(text) >= times; });
+  return kavo::desktop::eventually([&] { return count_in_output(text) >= times; });
 }
 
 int Typist::count_in_output(const std::string& text) const {
@@ -147,7 +147,7 @@ std::string Typist::difference_at_the_end() {
   while (!held_.empty())
     release(std::string(held_.front()));
   desktop_.tap("F6");
-  const desktop::Outcome outcome = program_->wait();
+  const kavo::desktop::Outcome outcome = program_->wait();
   if (!outcome.has_exited || outcome.code != 0)
     return "the program ended with " + std::to_string(outcome.code) + ": " + outcome.errors;
   return difference_to(outcome.output);
@@ -162,7 +162,7 @@ std::string Typist::difference_to(const std::string& output) {
     ++frames_;
     const std::multiset<std::string> seen = words_of(line);
     const auto rest = static_cast<size_t>(typed_.end() - next);
-    const auto end = next + static_cast<std::ptrdiff_t>(std::min(seen.size(), rest));
+    const auto end = next + static_cast<ptrdiff_t>(std::min(seen.size(), rest));
     const std::multiset<std::string> typed(next, end);
     if (seen != typed)
       return "frame " + std::to_string(frames_) + " of changes saw " + joined(seen) +
@@ -172,4 +172,4 @@ std::string Typist::difference_to(const std::string& output) {
   return next == typed_.end() ? "" : "never seen: " + *next;
 }
 
-} // namespace typing
+} // namespace kavo::typing

@@ -11,7 +11,7 @@
 
 #include "tests/desktop/desktop.h"
 
-namespace typing {
+namespace kavo::typing {
 
 // The ten keys of the game by their first names, as X calls them.
 extern const std::vector<std::string> game_keys;
@@ -65,9 +65,9 @@ private:
   void count(const std::string& key, bool is_down);
   std::string difference_to(const std::string& output);
 
-  desktop::Desktop desktop_;
-  std::unique_ptr<desktop::Process> program_;
-  std::optional<desktop::DesktopWindow> window_;
+  kavo::desktop::Desktop desktop_;
+  std::unique_ptr<kavo::desktop::Process> program_;
+  std::optional<kavo::desktop::DesktopWindow> window_;
   std::map<std::string, std::chrono::steady_clock::time_point> released_;
   std::vector<std::string> held_;
   std::vector<std::string> typed_; // "+left", "-left", in order
@@ -75,4 +75,4 @@ private:
   int frames_ = 0;
 };
 
-} // namespace typing
+} // namespace kavo::typing

@@ -1,5 +1,4 @@
 #include "game/audio/sounds.h"
-
 #include "tests/game/game_test.h"
 
 namespace kavo::test {

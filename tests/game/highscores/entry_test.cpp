@@ -1,9 +1,8 @@
 // Naming a new high score.
-#include "game/highscores/entry.h"
-
 #include <cmath>
 #include <filesystem>
 
+#include "game/highscores/entry.h"
 #include "game/presentation/sky.h"
 #include "tests/game/game_test.h"
 

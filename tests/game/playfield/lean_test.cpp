@@ -1,9 +1,8 @@
 // The board's lean: its pull, the tip over by a quarter turn, the rest after it, its animation.
-#include "game/playfield/lean.h"
-
 #include <algorithm>
 #include <cmath>
 
+#include "game/playfield/lean.h"
 #include "game/playfield/locking.h"
 #include "tests/game/game_test.h"
 #include "tests/game/pools.h"

@@ -1,6 +1,5 @@
 // What happens when the falling piece can go no lower.
 #include "game/playfield/locking.h"
-
 #include "tests/game/game_test.h"
 #include "tests/game/pools.h"
 

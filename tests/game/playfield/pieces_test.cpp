@@ -1,6 +1,5 @@
 // The piece set, the roll of the next piece, its entry on the board and what it is worth.
 #include "game/playfield/pieces.h"
-
 #include "tests/game/game_test.h"
 
 namespace kavo::test {

@@ -1,7 +1,6 @@
 // What the special pieces do when they land.
-#include "game/powerups/powerups.h"
-
 #include "game/playfield/locking.h"
+#include "game/powerups/powerups.h"
 #include "tests/game/game_test.h"
 #include "tests/game/pools.h"
 
@@ -32,7 +31,7 @@ protected:
   }
 
   // Fires on an otherwise empty board of every shape, in the open and in every corner.
-  template<class Check>
+  template<typename Check>
   static void fire_everywhere(double kind, Check check) {
     for (const Place& place : places) {
       SCOPED_TRACE(::testing::Message() << place.rows << " x " << place.columns << ", row "

@@ -1,8 +1,7 @@
 // Bonus stars: where they appear and what collects them.
-#include "game/powerups/stars.h"
-
 #include "game/playfield/locking.h"
 #include "game/playfield/movement.h"
+#include "game/powerups/stars.h"
 #include "game/shell/loop.h"
 #include "tests/game/game_test.h"
 #include "tests/game/pools.h"

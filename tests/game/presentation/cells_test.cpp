@@ -1,5 +1,4 @@
 #include "game/presentation/cells.h"
-
 #include "tests/game/game_test.h"
 
 namespace kavo::test {

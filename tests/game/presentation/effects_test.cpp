@@ -1,8 +1,7 @@
 // The pools of short-lived effects: how they fill, age, draw and end.
-#include "game/presentation/effects.h"
-
 #include <cmath>
 
+#include "game/presentation/effects.h"
 #include "tests/game/game_test.h"
 
 namespace kavo::test {
@@ -228,8 +227,7 @@ TEST_F(EffectsTest, RainIsTwentyFiveSlantedDrops) {
   for (int drop = 0; drop < 25; ++drop) {
     const double x = (500 + 53 * drop) % 660;
     const double y = (6000 + 80 * drop) % 800;
-    EXPECT_EQ(rain[static_cast<std::size_t>(drop + 1)],
-              command_line("LINE", {x, y, x - 3, y + 12}));
+    EXPECT_EQ(rain[static_cast<size_t>(drop + 1)], command_line("LINE", {x, y, x - 3, y + 12}));
   }
 }
 

@@ -1,22 +1,21 @@
 // One whole frame of the playing screen, step by step.
-#include "game/presentation/frame.h"
-
 #include <algorithm>
 #include <cmath>
 
 #include "game/playfield/movement.h"
 #include "game/presentation/cells.h"
 #include "game/presentation/effects.h"
+#include "game/presentation/frame.h"
 #include "game/presentation/sky.h"
 #include "tests/game/game_test.h"
 
 namespace kavo::test {
 namespace {
 
-constexpr std::size_t sky_commands = 142;
-constexpr std::size_t after_sky = 3 + sky_commands;
-constexpr std::size_t horizon_lines = 112; // four of 28 steps
-constexpr std::size_t after_horizon = after_sky + 1 + horizon_lines;
+constexpr size_t sky_commands = 142;
+constexpr size_t after_sky = 3 + sky_commands;
+constexpr size_t horizon_lines = 112; // four of 28 steps
+constexpr size_t after_horizon = after_sky + 1 + horizon_lines;
 
 class FrameTest : public GameTest {
 protected:
@@ -38,7 +37,7 @@ protected:
     return drawn();
   }
 
-  template<class Draw>
+  template<typename Draw>
   static Trace drawing_of(Draw draw) {
     new_trace();
     draw();
@@ -46,9 +45,9 @@ protected:
   }
 };
 
-Trace part(const Trace& trace, std::size_t first, std::size_t count) {
-  const auto begin = trace.begin() + static_cast<std::ptrdiff_t>(first);
-  return {begin, begin + static_cast<std::ptrdiff_t>(count)};
+Trace part(const Trace& trace, size_t first, size_t count) {
+  const auto begin = trace.begin() + static_cast<ptrdiff_t>(first);
+  return {begin, begin + static_cast<ptrdiff_t>(count)};
 }
 
 // The lines from the one that equals `first` up to the one before `end`.
@@ -401,7 +400,7 @@ TEST_F(FrameTest, AShakeMovesTheWellAndLeavesSkyHorizonAndHud) {
   EXPECT_TRUE(same(part(shaken, 0, after_horizon + 1), part(still, 0, after_horizon + 1)));
   EXPECT_EQ(shaken[after_horizon + 1], "RECT 144 75 376 556 1");
   EXPECT_EQ(shaken[after_horizon + 3], "RECT 153 84 34 34 1");
-  const std::size_t hud = hud_above.size() + hud_below.size() + 1;
+  const size_t hud = hud_above.size() + hud_below.size() + 1;
   EXPECT_TRUE(same(part(shaken, shaken.size() - hud, hud), part(still, still.size() - hud, hud)));
 }
 

@@ -1,14 +1,13 @@
-#include "game/presentation/sky.h"
-
 #include <cmath>
 
+#include "game/presentation/sky.h"
 #include "tests/game/game_test.h"
 
 namespace kavo::test {
 namespace {
 
-constexpr std::size_t sun_lines = 53;
-constexpr std::size_t cloud_commands = 4;
+constexpr size_t sun_lines = 53;
+constexpr size_t cloud_commands = 4;
 
 class SkyTest : public GameTest {
 protected:
@@ -32,7 +31,7 @@ TEST_F(SkyTest, TheSunIsADiscOfFiftyThreeLines) {
   EXPECT_EQ(trace[0], "DRAWCOLOR 232 230 200");
   for (int i = -26; i <= 26; ++i) {
     const double half = std::trunc(std::sqrt(676.0 - i * i));
-    EXPECT_EQ(trace[static_cast<std::size_t>(i + 27)],
+    EXPECT_EQ(trace[static_cast<size_t>(i + 27)],
               command_line("LINE", {568 - half, 66.0 + i, 568 + half, 66.0 + i}));
   }
   EXPECT_EQ(trace[1], "LINE 568 40 568 40");
@@ -73,7 +72,7 @@ TEST_F(SkyTest, EachStarTwinklesInItsOwnPhaseAtItsOwnPlace) {
   }
   run(DRAWSKY());
   const Trace trace = drawn();
-  std::size_t line = 1 + sun_lines + 2 * cloud_commands;
+  size_t line = 1 + sun_lines + 2 * cloud_commands;
   for (int star = 0; star < 40; ++star, line += 2) {
     const double bright = std::trunc((std::sin(1234.0 / 280 + star) + 1) * 0.5 * 140 + 90);
     EXPECT_EQ(trace[line], command_line("DRAWCOLOR", {bright, bright, std::trunc(0.8 * bright)}));

@@ -1,9 +1,8 @@
 // Two buttons of a game controller press two keys each: south Space and Return, start P and Return.
 // On no screen do the two get in each other's way.
-#include "game/shell/loop.h"
-
 #include <filesystem>
 
+#include "game/shell/loop.h"
 #include "tests/game/game_test.h"
 
 namespace kavo::test {

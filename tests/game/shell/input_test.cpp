@@ -1,8 +1,7 @@
 // Polling the keyboard: order, current values, edges.
-#include "game/shell/input.h"
-
 #include <cmath>
 
+#include "game/shell/input.h"
 #include "tests/game/game_test.h"
 
 namespace kavo::test {

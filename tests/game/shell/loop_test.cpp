@@ -1,10 +1,9 @@
 // One frame of the main loop in each screen state.
-#include "game/shell/loop.h"
-
 #include <filesystem>
 
 #include "game/highscores/entry.h"
 #include "game/presentation/frame.h"
+#include "game/shell/loop.h"
 #include "game/shell/options.h"
 #include "game/shell/title.h"
 #include "tests/game/game_test.h"
@@ -38,7 +37,7 @@ protected:
   }
 
   // What `draw` sends at this moment of the clock; the state is drawn once more by the frame.
-  template<class Draw>
+  template<typename Draw>
   static Trace drawing_of(Draw draw) {
     new_trace();
     run(draw());

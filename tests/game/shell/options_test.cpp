@@ -1,9 +1,8 @@
-#include "game/shell/options.h"
-
 #include <cmath>
 
 #include "game/audio/sounds.h"
 #include "game/presentation/sky.h"
+#include "game/shell/options.h"
 #include "tests/game/game_test.h"
 
 namespace kavo::test {

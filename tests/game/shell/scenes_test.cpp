@@ -1,6 +1,4 @@
 // The fixed scenes: the board that each builds, what it draws, saves and prints.
-#include "game/shell/scenes.h"
-
 #include <cmath>
 
 #include "game/highscores/entry.h"
@@ -10,6 +8,7 @@
 #include "game/presentation/effects.h"
 #include "game/presentation/frame.h"
 #include "game/shell/options.h"
+#include "game/shell/scenes.h"
 #include "game/shell/title.h"
 #include "tests/game/game_test.h"
 
@@ -29,7 +28,7 @@ protected:
 
   // Runs the scene and expects that it sends what `by_hand` sends and then ends the program's
   // sound and screen, printing this line.
-  template<class ByHand>
+  template<typename ByHand>
   static void expect_scene(const char* word, const char* message, ByHand by_hand) {
     arrange(word);
     by_hand();
@@ -50,7 +49,7 @@ protected:
     run(DRAW());
   }
 
-  template<class Draw>
+  template<typename Draw>
   static void present_twice(Draw draw) {
     run(draw());
     run(command::screen_flip());

@@ -1,6 +1,5 @@
-#include "game/shell/title.h"
-
 #include "game/presentation/sky.h"
+#include "game/shell/title.h"
 #include "tests/game/game_test.h"
 
 namespace kavo::test {

@@ -49,14 +49,14 @@ Biquad band_pass(double frequency, double q) {
   return {{alpha / a0, 0.0, -alpha / a0}, {1.0, -2 * c / a0, (1 - alpha) / a0}};
 }
 
-std::vector<double> blackman_harris(std::size_t size) {
+std::vector<double> blackman_harris(size_t size) {
   constexpr std::array<double, 7> terms = {0.27105140069342, 0.43329793923448, 0.21812299954311,
                                            0.06592544638803, 0.01081174209837, 0.00077658482522,
                                            0.00001388721735};
   std::vector<double> window(size);
-  for (std::size_t n = 0; n < size; ++n) {
+  for (size_t n = 0; n < size; ++n) {
     const double turn = 2.0 * pi * static_cast<double>(n) / static_cast<double>(size);
-    for (std::size_t k = 0; k < terms.size(); ++k)
+    for (size_t k = 0; k < terms.size(); ++k)
       window[n] += (k % 2 == 0 ? 1 : -1) * terms[k] * std::cos(turn * static_cast<double>(k));
   }
   return window;
@@ -72,20 +72,19 @@ double sum_of_squares(const std::vector<double>& values) {
 // Bins from `center` - main_lobe to `center` + main_lobe, as far as there are any.
 double power_around(const std::vector<double>& spectrum, double frequency) {
   const double bins = 2.0 * static_cast<double>(spectrum.size() - 1);
-  const auto center = static_cast<std::size_t>(std::lround(frequency * bins));
-  const std::size_t from = center < main_lobe ? 0 : center - main_lobe;
-  const std::size_t to = std::min(center + main_lobe, spectrum.size() - 1);
+  const auto center = static_cast<size_t>(std::lround(frequency * bins));
+  const size_t from = center < main_lobe ? 0 : center - main_lobe;
+  const size_t to = std::min(center + main_lobe, spectrum.size() - 1);
   double sum = 0.0;
-  for (std::size_t i = from; i <= to; ++i)
+  for (size_t i = from; i <= to; ++i)
     sum += spectrum[i];
   return sum;
 }
 
-std::complex<double> fundamental(Samples samples, std::size_t start, std::size_t length,
-                                 double frequency) {
+std::complex<double> fundamental(Samples samples, size_t start, size_t length, double frequency) {
   std::complex<double> sum = 0.0;
   const double periods = static_cast<double>(length) * frequency;
-  for (std::size_t i = 0; i < length; ++i) {
+  for (size_t i = 0; i < length; ++i) {
     const double turn = 2.0 * pi * frequency * static_cast<double>(i);
     const double hann = 0.5 - 0.5 * std::cos(turn / periods);
     sum += static_cast<double>(samples[start + i]) * hann * std::polar(1.0, -turn);
@@ -94,12 +93,12 @@ std::complex<double> fundamental(Samples samples, std::size_t start, std::size_t
 }
 
 // ITU-R BS.1770-4, tables 1 and 2, for 48 kHz.
-std::vector<double> k_weighted_squares(Samples interleaved, std::size_t channel) {
+std::vector<double> k_weighted_squares(Samples interleaved, size_t channel) {
   Biquad shelf({1.53512485958697, -2.69169618940638, 1.19839281085285},
                {1.0, -1.69065929318241, 0.73248077421585});
   Biquad low_cut({1.0, -2.0, 1.0}, {1.0, -1.99004745483398, 0.99007225036621});
   std::vector<double> squares;
-  for (std::size_t i = channel; i < interleaved.size(); i += 2) {
+  for (size_t i = channel; i < interleaved.size(); i += 2) {
     const double weighted = low_cut.process(shelf.process(interleaved[i]));
     squares.push_back(weighted * weighted);
   }
@@ -162,12 +161,12 @@ double root_mean_square(Samples samples) {
 std::vector<double> power_spectrum(Samples samples) {
   const std::vector<double> window = blackman_harris(samples.size());
   std::vector<std::complex<double>> points(samples.size());
-  for (std::size_t i = 0; i < samples.size(); ++i)
+  for (size_t i = 0; i < samples.size(); ++i)
     points[i] = static_cast<double>(samples[i]) * window[i];
   FourierTransform(samples.size()).transform(points);
   const double scale = 2.0 / (static_cast<double>(samples.size()) * sum_of_squares(window));
   std::vector<double> spectrum(samples.size() / 2 + 1);
-  for (std::size_t i = 0; i < spectrum.size(); ++i)
+  for (size_t i = 0; i < spectrum.size(); ++i)
     spectrum[i] = std::norm(points[i]) * scale;
   return spectrum;
 }
@@ -179,7 +178,7 @@ double amplitude_at(const std::vector<double>& spectrum, double frequency) {
 double off_harmonics(const std::vector<double>& spectrum, double frequency, double limit) {
   const double bins = 2.0 * static_cast<double>(spectrum.size() - 1);
   double all = 0.0, off = 0.0;
-  for (std::size_t i = 0; static_cast<double>(i) < limit * bins; ++i) {
+  for (size_t i = 0; static_cast<double>(i) < limit * bins; ++i) {
     const double harmonic = static_cast<double>(i) / (frequency * bins);
     const double distance = std::abs(harmonic - std::round(harmonic)) * frequency * bins;
     all += spectrum[i];
@@ -192,7 +191,7 @@ double off_harmonics(const std::vector<double>& spectrum, double frequency, doub
 double cents_off(Samples samples, double frequency) {
   const double half = static_cast<double>(samples.size()) / 2.0;
   const double periods = std::floor(half * frequency);
-  const auto length = static_cast<std::size_t>(std::lround(periods / frequency));
+  const auto length = static_cast<size_t>(std::lround(periods / frequency));
   const auto hop = samples.size() - length;
   const auto turned = fundamental(samples, hop, length, frequency) /
                       fundamental(samples, 0, length, frequency) *
@@ -201,7 +200,7 @@ double cents_off(Samples samples, double frequency) {
   return 1200.0 * std::log2(1.0 + off / frequency);
 }
 
-double loudest_above(Samples samples, double frequency, std::size_t window, std::size_t settling) {
+double loudest_above(Samples samples, double frequency, size_t window, size_t settling) {
   std::vector<Biquad> sections;
   for (int k = 1; k <= 7; k += 2)
     sections.push_back(high_pass(frequency, 0.5 / std::cos(k * pi / 16.0)));
@@ -213,7 +212,7 @@ double loudest_above(Samples samples, double frequency, std::size_t window, std:
     squares.push_back(value * value);
   }
   double sum = 0.0, loudest = 0.0;
-  for (std::size_t i = settling; i < squares.size(); ++i) {
+  for (size_t i = settling; i < squares.size(); ++i) {
     sum += squares[i];
     if (i >= settling + window)
       sum -= squares[i - window];
@@ -223,13 +222,13 @@ double loudest_above(Samples samples, double frequency, std::size_t window, std:
 }
 
 double loudness(Samples interleaved) {
-  constexpr std::size_t block = 19200, hop = 4800; // 400 ms, overlapping by three quarters
+  constexpr size_t block = 19200, hop = 4800; // 400 ms, overlapping by three quarters
   const auto left = k_weighted_squares(interleaved, 0);
   const auto right = k_weighted_squares(interleaved, 1);
   std::vector<double> powers;
-  for (std::size_t start = 0; start + block <= left.size(); start += hop) {
+  for (size_t start = 0; start + block <= left.size(); start += hop) {
     double sum = 0.0;
-    for (std::size_t i = start; i < start + block; ++i)
+    for (size_t i = start; i < start + block; ++i)
       sum += left[i] + right[i];
     powers.push_back(sum / block);
   }
@@ -244,7 +243,7 @@ double reverberation_time(Samples samples, double frequency) {
   Biquad second = first;
   std::vector<double> energy(samples.size());
   double sum = 0.0;
-  for (std::size_t i = samples.size(); i-- > 0;) {
+  for (size_t i = samples.size(); i-- > 0;) {
     const double value = second.process(first.process(samples[i]));
     energy[i] = sum += value * value;
   }
@@ -257,7 +256,7 @@ double reverberation_time(Samples samples, double frequency) {
   double sx = 0, sy = 0, sxx = 0, sxy = 0, n = 0;
   for (auto i = reaches(-5.0); i < end; i += 16) {
     const auto x = static_cast<double>(i);
-    const double y = 10.0 * std::log10(energy[static_cast<std::size_t>(i)]);
+    const double y = 10.0 * std::log10(energy[static_cast<size_t>(i)]);
     sx += x, sy += y, sxx += x * x, sxy += x * y, n += 1;
   }
   return -60.0 / ((n * sxy - sx * sy) / (n * sxx - sx * sx));

@@ -1,7 +1,6 @@
 // Measuring sound: spectra, pitch, level, loudness, reverberation. None of it shares code with
 // what it measures but the Fourier transform, which has a test of its own.
-#ifndef KAVO_TESTS_SOUND_ANALYSIS_H
-#define KAVO_TESTS_SOUND_ANALYSIS_H
+#pragma once
 
 #include <cstddef>
 #include <span>
@@ -25,7 +24,7 @@ double root_mean_square(Samples samples);
 // -180 dB, main lobe 7 bins to each side). The number of samples is a power of two. A sine of
 // amplitude a adds up to a * a / 2 over its bins.
 std::vector<double> power_spectrum(Samples samples);
-inline constexpr std::size_t main_lobe = 8; // bins to each side
+inline constexpr size_t main_lobe = 8; // bins to each side
 
 // The amplitude of the partial at `frequency` (as a fraction of the sample rate).
 double amplitude_at(const std::vector<double>& spectrum, double frequency);
@@ -40,7 +39,7 @@ double cents_off(Samples samples, double frequency);
 
 // RMS level above `frequency` in dBFS of the loudest window of `window` samples: an eighth-order
 // Butterworth high-pass, whose first `settling` samples are left out.
-double loudest_above(Samples samples, double frequency, std::size_t window, std::size_t settling);
+double loudest_above(Samples samples, double frequency, size_t window, size_t settling);
 
 // Integrated loudness of a stereo signal at 48 kHz in LUFS: K-weighting and two gates, ITU-R
 // BS.1770-4.
@@ -51,5 +50,3 @@ double loudness(Samples interleaved);
 double reverberation_time(Samples samples, double frequency);
 
 } // namespace kavo::sound::analysis
-
-#endif

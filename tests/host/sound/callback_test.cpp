@@ -1,13 +1,12 @@
 // What happens on the thread of the device: nothing that can wait.
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <memory>
 #include <mutex>
 #include <new>
 #include <string>
 #include <vector>
-
-#include <unistd.h>
 
 #include "host/sound/player.h"
 #include "tests/host/sound/fake_output.h"

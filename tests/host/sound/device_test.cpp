@@ -1,5 +1,6 @@
 // The way to the device, for real: SDL's disk driver writes what a device would get.
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <chrono>
@@ -14,8 +15,6 @@
 #include <string>
 #include <thread>
 #include <vector>
-
-#include <unistd.h>
 
 #include "host/sound/pitch.h"
 #include "host/sound/player.h"
@@ -41,10 +40,10 @@ public:
     source_ = &source;
     device_.start(*this);
   }
-  [[nodiscard]] bool is_lost() const override { return device_.is_lost(); }
+  bool is_lost() const override { return device_.is_lost(); }
   void close() override { device_.close(); }
-  [[nodiscard]] double fade_in_seconds() const override { return device_.fade_in_seconds(); }
-  [[nodiscard]] double fade_out_seconds() const override { return device_.fade_out_seconds(); }
+  double fade_in_seconds() const override { return device_.fade_in_seconds(); }
+  double fade_out_seconds() const override { return device_.fade_out_seconds(); }
   void wait() override { device_.wait(); }
 
   void render(float* interleaved, int64_t frames) noexcept override {
@@ -79,7 +78,7 @@ protected:
     run_script(stream, player, nowhere);
   }
 
-  [[nodiscard]] int64_t frames() const { return player.engine()->frames_rendered(); }
+  int64_t frames() const { return player.engine()->frames_rendered(); }
 
   void let_sound_until(int64_t frame) const {
     while (frames() < frame)
@@ -94,7 +93,7 @@ protected:
     content << file.rdbuf();
     const std::string bytes = content.str();
     std::vector<float> samples(bytes.size() / (2 * sizeof(float)));
-    for (std::size_t i = 0; i < samples.size(); ++i)
+    for (size_t i = 0; i < samples.size(); ++i)
       std::memcpy(&samples[i], bytes.data() + i * 2 * sizeof(float), sizeof(float));
     samples.erase(samples.begin(), samples.end() - asked);
     return samples;
@@ -128,13 +127,13 @@ TEST_F(DeviceTest, TheFirstBarsOfTheMusicComeAtTheRightPitchAndTime) {
       continue;
     const int64_t onset = start + note.onset.numerator() * 92'160 / note.onset.denominator();
     const auto steady =
-        analysis::Samples(samples).subspan(static_cast<std::size_t>(onset) + 23'040 - 9600, 9600);
+        analysis::Samples(samples).subspan(static_cast<size_t>(onset) + 23'040 - 9600, 9600);
     EXPECT_LE(std::abs(analysis::cents_off(steady, frequency_of(note.note) / rate)), 1.0)
         << "note " << note.note << " at " << onset;
     // The attack makes it louder than the end of the note before.
     const auto level = [&](int64_t from) {
       return analysis::root_mean_square(
-          analysis::Samples(samples).subspan(static_cast<std::size_t>(from), 1000));
+          analysis::Samples(samples).subspan(static_cast<size_t>(from), 1000));
     };
     if (onset > start) {
       EXPECT_GT(level(onset + 300), 1.5 * level(onset - 1000)) << onset;
@@ -164,9 +163,9 @@ TEST_F(DeviceTest, SwitchingTheMusicOffLeavesSilence) {
   const int64_t off = frames();
   let_sound_until(off + int64_t{3} * 48'000);
   const auto samples = left();
-  const auto from = [&](int64_t frame, std::size_t count) {
+  const auto from = [&](int64_t frame, size_t count) {
     return analysis::root_mean_square(
-        analysis::Samples(samples).subspan(static_cast<std::size_t>(frame), count));
+        analysis::Samples(samples).subspan(static_cast<size_t>(frame), count));
   };
   EXPECT_GT(analysis::decibels(from(24'000, 24'000)), -30.0);
   EXPECT_LE(analysis::decibels(from(off + int64_t{2} * 48'000, 24'000)), -100.0);

@@ -1,6 +1,4 @@
 // The synthesizer as a whole, rendered without a device: time, pitch, level, switching.
-#include "host/sound/engine.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -10,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "host/sound/engine.h"
 #include "host/sound/pitch.h"
 #include "tests/host/sound/analysis.h"
 #include "tests/host/sound/studio.h"
@@ -51,7 +50,7 @@ TEST(Engine, OnsetsAreFoundWhereTheScoreHasThem) {
                "SOUND.NOTE \"c5 ~ e5 [~ g5]\" 1");
     studio.render(92'160);
     const auto samples = studio.left();
-    for (const std::size_t onset : {0, 46'080, 80'640}) {
+    for (const size_t onset : {0, 46'080, 80'640}) {
       auto at = onset > 100 ? onset - 100 : 0;
       while (std::abs(samples[at]) < 1e-4f)
         ++at;
@@ -79,10 +78,10 @@ TEST(Engine, EveryNoteOfTheMusicIsInTune) {
       if (note.voice != voice)
         continue;
       const auto in_frames = [](const Fraction& time) {
-        return static_cast<std::size_t>(time.numerator() * 92'160 / time.denominator());
+        return static_cast<size_t>(time.numerator() * 92'160 / time.denominator());
       };
-      const std::size_t end = music_loop + in_frames(note.onset) + in_frames(note.length);
-      const std::size_t length = note.length == Fraction(1, 8) ? 6960 : 9600;
+      const size_t end = music_loop + in_frames(note.onset) + in_frames(note.length);
+      const size_t length = note.length == Fraction(1, 8) ? 6960 : 9600;
       const double cents = analysis::cents_off(Samples(samples).subspan(end - length, length),
                                                frequency_of(note.note) / rate);
       EXPECT_LE(std::abs(cents), 0.2) << "note " << note.note << " at " << end;
@@ -98,7 +97,7 @@ TEST(Engine, PitchIsRightAtOtherRatesToo) {
     studio.run("SOUND.VOICE 0 SAW 0.01 0.01 1 0.1\nSOUND.BPM 60\nSOUND.NOTE \"a4\" 1");
     studio.render(other);
     const auto samples = studio.left();
-    const auto steady = Samples(samples).subspan(static_cast<std::size_t>(other) / 2);
+    const auto steady = Samples(samples).subspan(static_cast<size_t>(other) / 2);
     EXPECT_LE(std::abs(analysis::cents_off(steady, 440.0 / other)), 0.2) << other;
   }
 }
@@ -125,7 +124,7 @@ TEST(Engine, AFullMixSwitchedOffDiesAway) {
   studio.run("SOUND.GAIN 0 0\nSOUND.GAIN 1 0");
   studio.render(150'000);
   const auto samples = studio.left();
-  const auto level = [&](std::size_t from, std::size_t frames) {
+  const auto level = [&](size_t from, size_t frames) {
     return analysis::decibels(analysis::root_mean_square(Samples(samples).subspan(from, frames)));
   };
   const double playing = level(200'000, 200'000);
@@ -217,7 +216,7 @@ TEST(Engine, TheGamesEffectsSoundAsLongAsTheyShould) {
     studio.run("SOUND.NOTE \"~\" 1\n" + effect);
     studio.render(48'000);
     const auto samples = studio.left();
-    const auto end = static_cast<std::size_t>(seconds * rate);
+    const auto end = static_cast<size_t>(seconds * rate);
     EXPECT_GT(analysis::peak(Samples(samples).first(end / 2)), 0.05) << effect;
     // What is left behind it is the DC blocker settling.
     EXPECT_LT(analysis::loudest_above(Samples(samples).subspan(end), 20.0 / rate, 4800, 0), -60.0)

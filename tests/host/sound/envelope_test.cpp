@@ -23,7 +23,7 @@ std::vector<float> levels_of(const EnvelopeTimes& times, int64_t gate, int64_t f
                              int64_t block = 512) {
   Envelope envelope;
   envelope.start(EnvelopeShape(times, rate), gate);
-  std::vector<float> levels(static_cast<std::size_t>(frames));
+  std::vector<float> levels(static_cast<size_t>(frames));
   for (int64_t done = 0; done < frames; done += block)
     envelope.process(levels.data() + done, std::min(block, frames - done));
   return levels;
@@ -50,7 +50,7 @@ TEST(Envelope, FollowsItsFormulaThroughAllStages) {
       expected = 0.3;
     else if (i < gate + release)
       expected = curve(0.3, 0.0, static_cast<double>(i - gate) / release);
-    worst = std::max(worst, std::abs(levels[static_cast<std::size_t>(i)] - expected));
+    worst = std::max(worst, std::abs(levels[static_cast<size_t>(i)] - expected));
   }
   EXPECT_LE(worst, 2e-4);
   analysis::report("envelope, worst error", worst);

@@ -1,6 +1,5 @@
 // An output that fails, vanishes and comes back on command, and renders when it is told to.
-#ifndef KAVO_TESTS_SOUND_FAKE_OUTPUT_H
-#define KAVO_TESTS_SOUND_FAKE_OUTPUT_H
+#pragma once
 
 #include <string>
 #include <vector>
@@ -21,7 +20,7 @@ struct FakeDevice {
   std::vector<float> samples;
 
   void render(int64_t frames) {
-    samples.assign(2 * static_cast<std::size_t>(frames), 0.0f);
+    samples.assign(2 * static_cast<size_t>(frames), 0.0f);
     if (source != nullptr && !is_stuck)
       source->render(samples.data(), frames);
   }
@@ -39,13 +38,13 @@ public:
     return device_.rate;
   }
   void start(AudioSource& source) override { device_.source = &source; }
-  [[nodiscard]] bool is_lost() const override { return device_.is_lost; }
+  bool is_lost() const override { return device_.is_lost; }
   void close() override {
     device_.closed += device_.source != nullptr;
     device_.source = nullptr;
   }
-  [[nodiscard]] double fade_in_seconds() const override { return 0.1; }
-  [[nodiscard]] double fade_out_seconds() const override { return 0.008; }
+  double fade_in_seconds() const override { return 0.1; }
+  double fade_out_seconds() const override { return 0.008; }
   void wait() override { device_.render(64); }
 
 private:
@@ -53,5 +52,3 @@ private:
 };
 
 } // namespace kavo::sound
-
-#endif

@@ -1,5 +1,3 @@
-#include "host/sound/filter.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -7,6 +5,7 @@
 #include <numbers>
 #include <vector>
 
+#include "host/sound/filter.h"
 #include "tests/host/sound/analysis.h"
 
 namespace kavo::sound {
@@ -14,9 +13,9 @@ namespace {
 
 constexpr int rate = 48000;
 
-std::vector<float> sine(double frequency, std::size_t frames) {
+std::vector<float> sine(double frequency, size_t frames) {
   std::vector<float> samples(frames);
-  for (std::size_t i = 0; i < frames; ++i)
+  for (size_t i = 0; i < frames; ++i)
     samples[i] = static_cast<float>(
         std::sin(2.0 * std::numbers::pi * frequency * static_cast<double>(i) / rate));
   return samples;
@@ -66,7 +65,7 @@ TEST(LowPassFilter, StaysFiniteWhateverItIsTurnedTo) {
   filter.prepare(rate);
   auto samples = sine(440.0, rate);
   const double cutoffs[] = {20.0, 20000.0, 0.0, 500.0, 1e-3, 23519.0, -5.0, 2000.0};
-  for (std::size_t i = 0; i < 100; ++i) {
+  for (size_t i = 0; i < 100; ++i) {
     filter.set_cutoff(cutoffs[i % 8]);
     filter.process(samples.data() + i * 480, 480);
   }

@@ -1,10 +1,10 @@
 #include "tests/host/sound/forbidden_calls.h"
 
 #include <pthread.h>
+#include <sys/types.h>
 
 #include <cstddef>
 #include <cstdio>
-#include <sys/types.h>
 
 namespace {
 
@@ -27,29 +27,29 @@ void count(int Counts::*kind) {
 // NOLINTBEGIN(bugprone-reserved-identifier,readability-identifier-naming)
 extern "C" {
 
-void* __real_malloc(std::size_t size);
-void* __real_calloc(std::size_t number, std::size_t size);
-void* __real_realloc(void* block, std::size_t size);
+void* __real_malloc(size_t size);
+void* __real_calloc(size_t number, size_t size);
+void* __real_realloc(void* block, size_t size);
 void __real_free(void* block);
-void* __real__Znwm(std::size_t size);
-void* __real__Znam(std::size_t size);
+void* __real__Znwm(size_t size);
+void* __real__Znam(size_t size);
 void __real__ZdlPv(void* block);
-void __real__ZdlPvm(void* block, std::size_t size);
+void __real__ZdlPvm(void* block, size_t size);
 int __real_pthread_mutex_lock(pthread_mutex_t* mutex);
 int __real___cxa_guard_acquire(void* guard);
-ssize_t __real_write(int file, const void* bytes, std::size_t count);
-std::size_t __real_fwrite(const void* bytes, std::size_t size, std::size_t number, FILE* file);
+ssize_t __real_write(int file, const void* bytes, size_t count);
+size_t __real_fwrite(const void* bytes, size_t size, size_t number, FILE* file);
 int __real_fputs(const char* text, FILE* file);
 
-void* __wrap_malloc(std::size_t size) {
+void* __wrap_malloc(size_t size) {
   count(&Counts::memory);
   return __real_malloc(size);
 }
-void* __wrap_calloc(std::size_t number, std::size_t size) {
+void* __wrap_calloc(size_t number, size_t size) {
   count(&Counts::memory);
   return __real_calloc(number, size);
 }
-void* __wrap_realloc(void* block, std::size_t size) {
+void* __wrap_realloc(void* block, size_t size) {
   count(&Counts::memory);
   return __real_realloc(block, size);
 }
@@ -57,11 +57,11 @@ void __wrap_free(void* block) {
   count(&Counts::memory);
   __real_free(block);
 }
-void* __wrap__Znwm(std::size_t size) {
+void* __wrap__Znwm(size_t size) {
   count(&Counts::memory);
   return __real__Znwm(size);
 }
-void* __wrap__Znam(std::size_t size) {
+void* __wrap__Znam(size_t size) {
   count(&Counts::memory);
   return __real__Znam(size);
 }
@@ -69,7 +69,7 @@ void __wrap__ZdlPv(void* block) {
   count(&Counts::memory);
   __real__ZdlPv(block);
 }
-void __wrap__ZdlPvm(void* block, std::size_t size) {
+void __wrap__ZdlPvm(void* block, size_t size) {
   count(&Counts::memory);
   __real__ZdlPvm(block, size);
 }
@@ -81,11 +81,11 @@ int __wrap___cxa_guard_acquire(void* guard) {
   count(&Counts::locks);
   return __real___cxa_guard_acquire(guard);
 }
-ssize_t __wrap_write(int file, const void* bytes, std::size_t length) {
+ssize_t __wrap_write(int file, const void* bytes, size_t length) {
   count(&Counts::files);
   return __real_write(file, bytes, length);
 }
-std::size_t __wrap_fwrite(const void* bytes, std::size_t size, std::size_t number, FILE* file) {
+size_t __wrap_fwrite(const void* bytes, size_t size, size_t number, FILE* file) {
   count(&Counts::files);
   return __real_fwrite(bytes, size, number, file);
 }

@@ -1,8 +1,7 @@
 // Counts what an audio callback must not do: take or give back memory, lock, read or write. The
 // linker puts the counting in front of the calls that this binary and its static libraries make
 // (see the --wrap options in CMakeLists.txt).
-#ifndef KAVO_TESTS_SOUND_FORBIDDEN_CALLS_H
-#define KAVO_TESTS_SOUND_FORBIDDEN_CALLS_H
+#pragma once
 
 namespace kavo::sound {
 
@@ -23,5 +22,3 @@ public:
 };
 
 } // namespace kavo::sound
-
-#endif

@@ -1,6 +1,4 @@
 // What stands at the end of a voice and at the end of the mix.
-#include "host/sound/limiter.h"
-
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -8,6 +6,7 @@
 #include <vector>
 
 #include "host/sound/dc_blocker.h"
+#include "host/sound/limiter.h"
 #include "tests/host/sound/analysis.h"
 
 namespace kavo::sound {
@@ -49,7 +48,7 @@ TEST(DcBlocker, LeavesTheBassAlone) {
   DcBlocker blocker;
   blocker.prepare(48000);
   std::vector<float> samples(48000);
-  for (std::size_t i = 0; i < samples.size(); ++i)
+  for (size_t i = 0; i < samples.size(); ++i)
     samples[i] = static_cast<float>(
         std::sin(2.0 * std::numbers::pi * 40.0 * static_cast<double>(i) / 48000.0));
   blocker.process(samples.data(), 48000);

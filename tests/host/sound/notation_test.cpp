@@ -45,7 +45,7 @@ TEST(Pitch, WhatIsNoNoteIsRefusedWithItsColumn) {
   const auto column_of = [](std::string_view name) {
     try {
       (void)note_named(name);
-      return std::size_t{0};
+      return size_t{0};
     } catch (const PatternError& error) {
       return error.column();
     }

@@ -20,9 +20,9 @@ namespace {
 using std::numbers::pi;
 
 constexpr double rate = 48000.0;
-constexpr std::size_t points = 32768;
+constexpr size_t points = 32768;
 
-std::vector<float> wave(Waveform waveform, double frequency, std::size_t frames = points) {
+std::vector<float> wave(Waveform waveform, double frequency, size_t frames = points) {
   Oscillator oscillator;
   oscillator.start(WavetableBank::shared(), waveform, frequency / rate);
   std::vector<float> samples(frames);
@@ -51,7 +51,7 @@ double ideal(Waveform waveform, int k) {
 }
 
 TEST(FourierTransform, AgreesWithItsDefinition) {
-  constexpr std::size_t size = 64;
+  constexpr size_t size = 64;
   std::mt19937 random(1);
   std::uniform_real_distribution<double> any(-1.0, 1.0);
   std::vector<std::complex<double>> in(size);
@@ -59,20 +59,20 @@ TEST(FourierTransform, AgreesWithItsDefinition) {
     point = {any(random), any(random)};
   auto out = in;
   FourierTransform(size).transform(out);
-  for (std::size_t k = 0; k < size; ++k) {
+  for (size_t k = 0; k < size; ++k) {
     std::complex<double> sum = 0.0;
-    for (std::size_t n = 0; n < size; ++n)
+    for (size_t n = 0; n < size; ++n)
       sum += in[n] * std::polar(1.0, -2.0 * pi * static_cast<double>(k * n) / size);
     EXPECT_NEAR(std::abs(out[k] - sum), 0.0, 1e-12) << k;
   }
 }
 
 TEST(FourierTransform, IsTheSameToTheBitWhenItKnowsOfZeros) {
-  constexpr std::size_t size = 64;
+  constexpr size_t size = 64;
   const FourierTransform transform(size);
-  for (std::size_t used = 1; used <= size; ++used) {
+  for (size_t used = 1; used <= size; ++used) {
     std::vector<std::complex<double>> all(size);
-    for (std::size_t n = 0; n < used; ++n)
+    for (size_t n = 0; n < used; ++n)
       all[n] = {static_cast<double>(n) + 0.3, 1.0 / static_cast<double>(n + 1)};
     auto pruned = all;
     transform.transform(all);
@@ -91,7 +91,7 @@ TEST(Wavetable, WaveformsHaveTheirNames) {
 }
 
 TEST(Wavetable, AllTablesTogetherStayBelowSixMegabytes) {
-  EXPECT_LT(WavetableBank::shared().bytes(), std::size_t{6} * 1024 * 1024);
+  EXPECT_LT(WavetableBank::shared().bytes(), size_t{6} * 1024 * 1024);
   analysis::report("wave tables (bytes)", static_cast<double>(WavetableBank::shared().bytes()));
 }
 
@@ -155,7 +155,7 @@ TEST(Oscillator, IsTheSameHoweverItIsCut) {
   Oscillator oscillator;
   oscillator.start(WavetableBank::shared(), Waveform::saw, 440.0 / rate);
   std::vector<float> cut(1000);
-  for (std::size_t i = 0; i < cut.size(); ++i)
+  for (size_t i = 0; i < cut.size(); ++i)
     oscillator.process(&cut[i], 1);
   EXPECT_EQ(whole, cut);
 }

@@ -1,6 +1,4 @@
 // The game thread's side: what it refuses, and how it lives with an output that is not there.
-#include "host/sound/player.h"
-
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -11,6 +9,7 @@
 #include <vector>
 
 #include "host/command_error.h"
+#include "host/sound/player.h"
 #include "tests/host/sound/analysis.h"
 #include "tests/host/sound/fake_output.h"
 #include "tests/host/sound/studio.h"

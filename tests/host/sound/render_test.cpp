@@ -1,5 +1,6 @@
 // Scripts of SOUND commands, and kavo-render, which makes WAV files of them.
 #include <gtest/gtest.h>
+#include <sys/wait.h>
 
 #include <array>
 #include <cmath>
@@ -9,8 +10,6 @@
 #include <fstream>
 #include <stdexcept>
 #include <string>
-
-#include <sys/wait.h>
 
 #include "host/sound/tools/script.h"
 #include "tests/host/sound/studio.h"
@@ -77,10 +76,10 @@ protected:
     return run("\"" KAVO_RENDER "\" " + options + " \"" + wav() + "\" \"" +
                (folder / "script").string() + "\"");
   }
-  [[nodiscard]] std::string wav() const { return (folder / "out.wav").string(); }
+  std::string wav() const { return (folder / "out.wav").string(); }
 
   // A figure of sox's, by the name it has in the output of `effect`.
-  [[nodiscard]] double sox(const std::string& effect, const std::string& name) const {
+  double sox(const std::string& effect, const std::string& name) const {
     const Outcome measured = run("sox -V1 \"" + wav() + "\" -n " + effect);
     const auto at = measured.output.find(name);
     if (at == std::string::npos)

@@ -1,5 +1,3 @@
-#include "host/sound/reverb.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -7,6 +5,7 @@
 #include <random>
 #include <vector>
 
+#include "host/sound/reverb.h"
 #include "tests/host/sound/analysis.h"
 
 namespace kavo::sound {
@@ -18,12 +17,12 @@ struct Stereo {
 };
 
 Stereo reverberate(const std::vector<float>& in, const ReverbSettings& settings, int rate,
-                   std::size_t block = 512) {
+                   size_t block = 512) {
   Reverb reverb;
   reverb.prepare(rate);
   reverb.set(settings);
   Stereo out = {std::vector<float>(in.size()), std::vector<float>(in.size())};
-  for (std::size_t done = 0; done < in.size(); done += block) {
+  for (size_t done = 0; done < in.size(); done += block) {
     const auto frames = static_cast<int64_t>(std::min(block, in.size() - done));
     reverb.process(in.data() + done, out.left.data() + done, out.right.data() + done, frames);
   }
@@ -31,15 +30,15 @@ Stereo reverberate(const std::vector<float>& in, const ReverbSettings& settings,
 }
 
 // A click after the settings have been reached, and silence behind it.
-std::vector<float> click(std::size_t frames, std::size_t at) {
+std::vector<float> click(size_t frames, size_t at) {
   std::vector<float> samples(frames);
   samples[at] = 1.0f;
   return samples;
 }
 
 double measured_seconds(const ReverbSettings& settings, int rate) {
-  const auto at = static_cast<std::size_t>(rate / 10);
-  const auto frames = static_cast<std::size_t>(1.5 * rate * reverberation_seconds(settings.size));
+  const auto at = static_cast<size_t>(rate / 10);
+  const auto frames = static_cast<size_t>(1.5 * rate * reverberation_seconds(settings.size));
   const auto out = reverberate(click(frames, at), settings, rate);
   return analysis::reverberation_time(analysis::Samples(out.left).subspan(at), 500.0 / rate) / rate;
 }
@@ -62,7 +61,7 @@ TEST(Reverb, RingsAsLongAtAnyRateAndOtherSizes) {
 }
 
 TEST(Reverb, DampingShortensTheTreble) {
-  const auto at = std::size_t{4800};
+  const auto at = size_t{4800};
   const auto bright = reverberate(click(120000, at), {0.7, 0.0, 1.0, 1.0}, 48000);
   const auto dull = reverberate(click(120000, at), {0.7, 1.0, 1.0, 1.0}, 48000);
   const auto treble = [&](const Stereo& out) {

@@ -245,7 +245,7 @@ TEST(Score, TheMusicIsItsListOfNotesExactly) {
   EXPECT_EQ(score.cycles, 8);
   ASSERT_EQ(score.notes.size(), 96U);
   ASSERT_EQ(expected.size(), 96U);
-  for (std::size_t i = 0; i < expected.size(); ++i) {
+  for (size_t i = 0; i < expected.size(); ++i) {
     EXPECT_EQ(score.notes[i].onset, expected[i].onset) << i;
     EXPECT_EQ(score.notes[i].length, expected[i].length) << i;
     EXPECT_EQ(score.notes[i].voice, expected[i].voice) << i;

@@ -1,6 +1,4 @@
 // Notes against the sample clock.
-#include "host/sound/sequencer.h"
-
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -8,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "host/sound/sequencer.h"
 #include "tests/host/sound/analysis.h"
 #include "tests/host/sound/studio.h"
 
@@ -52,7 +51,7 @@ TEST(Sequencer, IsNotASampleOffInMoreThanAnHourOfMusic) {
   const auto struck = walk(sequencer, int64_t{61} * 60 * 48000, 512);
   ASSERT_EQ(struck.size(), 22'875U);
   int64_t off = 0;
-  for (std::size_t i = 0; i < struck.size(); ++i) {
+  for (size_t i = 0; i < struck.size(); ++i) {
     const auto& note = score.notes[i % 96];
     const auto loop = static_cast<int64_t>(i / 96);
     // A bar is 92,160 frames, and every onset is a whole frame.
@@ -72,7 +71,7 @@ TEST(Sequencer, StrikesAtTheNearestFrameAtAnyTempoAndRate) {
       auto sequencer = playing(score, rate, millibeats);
       const auto struck = walk(sequencer, int64_t{60} * rate, 512);
       const long double cycle = 240'000.0L * rate / static_cast<long double>(millibeats);
-      for (std::size_t i = 0; i < struck.size(); ++i) {
+      for (size_t i = 0; i < struck.size(); ++i) {
         const auto loop = static_cast<long double>(i / score.notes.size());
         const auto& onset = score.notes[i % score.notes.size()].onset;
         const long double exact =
@@ -93,7 +92,7 @@ TEST(Sequencer, DoesNotDependOnTheBlocks) {
     auto sequencer = playing(score, 48000, 133'337);
     const auto struck = walk(sequencer, 2 * music_loop, block);
     ASSERT_EQ(struck.size(), expected.size());
-    for (std::size_t i = 0; i < struck.size(); ++i)
+    for (size_t i = 0; i < struck.size(); ++i)
       ASSERT_TRUE(struck[i].frame == expected[i].frame && struck[i].gate == expected[i].gate);
   }
 }

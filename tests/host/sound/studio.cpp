@@ -25,10 +25,10 @@ void Studio::set_up_music() {
   run(music_script());
 }
 
-std::vector<float> Studio::channel(std::size_t first) const {
+std::vector<float> Studio::channel(size_t first) const {
   std::vector<float> samples;
   samples.reserve(interleaved().size() / 2);
-  for (std::size_t i = first; i < interleaved().size(); i += 2)
+  for (size_t i = first; i < interleaved().size(); i += 2)
     samples.push_back(interleaved()[i]);
   return samples;
 }

@@ -1,6 +1,5 @@
 // A player that plays into memory, told what to do by the lines of a script.
-#ifndef KAVO_TESTS_SOUND_STUDIO_H
-#define KAVO_TESTS_SOUND_STUDIO_H
+#pragma once
 
 #include <cstdint>
 #include <string>
@@ -23,14 +22,14 @@ public:
 
   void render(int64_t frames) { output_->render(frames); }
 
-  [[nodiscard]] const std::vector<float>& interleaved() const { return output_->interleaved(); }
-  [[nodiscard]] std::vector<float> left() const { return channel(0); }
-  [[nodiscard]] std::vector<float> right() const { return channel(1); }
-  [[nodiscard]] int rate() const { return output_->rate(); }
+  const std::vector<float>& interleaved() const { return output_->interleaved(); }
+  std::vector<float> left() const { return channel(0); }
+  std::vector<float> right() const { return channel(1); }
+  int rate() const { return output_->rate(); }
   Player& player() { return *player_; }
 
 private:
-  [[nodiscard]] std::vector<float> channel(std::size_t first) const;
+  std::vector<float> channel(size_t first) const;
 
   MemoryOutput* output_;
   std::unique_ptr<Player> player_;
@@ -43,5 +42,3 @@ std::string music_pattern();
 inline constexpr int64_t music_loop = 737'280; // frames at 48 kHz
 
 } // namespace kavo::sound
-
-#endif

@@ -1,11 +1,10 @@
 // Notes on one voice: how they follow each other, and how they make room.
-#include "host/sound/voice.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <vector>
 
+#include "host/sound/voice.h"
 #include "tests/host/sound/analysis.h"
 
 namespace kavo::sound {
@@ -26,14 +25,14 @@ public:
 
   // Lets `frames` frames sound and keeps them.
   void play(int64_t frames) {
-    std::vector<float> dry(static_cast<std::size_t>(frames)), send(dry.size());
+    std::vector<float> dry(static_cast<size_t>(frames)), send(dry.size());
     std::vector<float> scratch(3 * dry.size());
     voice.mix_into(dry.data(), send.data(), scratch.data(), frames);
     samples.insert(samples.end(), dry.begin(), dry.end());
   }
 
   // Above 100 Hz: below, the DC blocker is still settling.
-  [[nodiscard]] bool is_silent_for(int64_t frames) {
+  bool is_silent_for(int64_t frames) {
     const auto before = samples.size();
     play(frames);
     return analysis::loudest_above(samples, 100.0 / rate, 480, before + 2400) < -80.0;

@@ -1,13 +1,12 @@
 // Whole-array arithmetic beside Eigen's, sorting beside the standard library's stable sort.
-#include "bench/ratios.h"
-#include "runtime/qor.h"
-
 #include <Eigen/Core>
-
 #include <algorithm>
 #include <random>
 #include <string>
 #include <vector>
+
+#include "bench/ratios.h"
+#include "runtime/qor.h"
 
 namespace {
 
@@ -34,34 +33,35 @@ void add_arithmetic(const std::string& size, int64_t length) {
   const auto a = make_pair(length, 1);
   const auto b = make_pair(length, 2);
   const auto add_op = [&](const std::string& name, int64_t code, auto peer) {
-    bench::add(name + size + "/ours",
-               [=] { qor_array_free(qor_array_binop(a.ours, b.ours, code)); });
-    bench::add(name + size + "/eigen",
-               [=] { benchmark::DoNotOptimize(Peer(peer(a.peer, b.peer)).data()); });
+    kavo::bench::add(name + size + "/ours",
+                     [=] { qor_array_free(qor_array_binop(a.ours, b.ours, code)); });
+    kavo::bench::add(name + size + "/eigen",
+                     [=] { benchmark::DoNotOptimize(Peer(peer(a.peer, b.peer)).data()); });
   };
   for (const std::string name : {"add ", "multiply ", "divide ", "scale ", "sum ", "dot "})
-    bench::expect(name + size + "/eigen", bench::at_least(0.9));
+    kavo::bench::expect(name + size + "/eigen", kavo::bench::at_least(0.9));
   add_op("add ", QOR_OP_ADD, [](const Peer& x, const Peer& y) { return x + y; });
   add_op("multiply ", QOR_OP_MULTIPLY, [](const Peer& x, const Peer& y) { return x * y; });
   add_op("divide ", QOR_OP_DIVIDE, [](const Peer& x, const Peer& y) { return x / y; });
-  bench::add("scale " + size + "/ours",
-             [=] { qor_array_free(qor_array_scalar_op(a.ours, 1.5, QOR_OP_MULTIPLY, 0)); });
-  bench::add("scale " + size + "/eigen",
-             [=] { benchmark::DoNotOptimize(Peer(a.peer * 1.5).data()); });
-  bench::add("sum " + size + "/ours", [=] { benchmark::DoNotOptimize(qor_array_sum(a.ours)); });
-  bench::add("sum " + size + "/eigen", [=] { benchmark::DoNotOptimize(a.peer.sum()); });
-  bench::add("dot " + size + "/ours",
-             [=] { benchmark::DoNotOptimize(qor_array_dot(a.ours, b.ours)); });
-  bench::add("dot " + size + "/eigen",
-             [=] { benchmark::DoNotOptimize(a.peer.matrix().dot(b.peer.matrix())); });
+  kavo::bench::add("scale " + size + "/ours",
+                   [=] { qor_array_free(qor_array_scalar_op(a.ours, 1.5, QOR_OP_MULTIPLY, 0)); });
+  kavo::bench::add("scale " + size + "/eigen",
+                   [=] { benchmark::DoNotOptimize(Peer(a.peer * 1.5).data()); });
+  kavo::bench::add("sum " + size + "/ours",
+                   [=] { benchmark::DoNotOptimize(qor_array_sum(a.ours)); });
+  kavo::bench::add("sum " + size + "/eigen", [=] { benchmark::DoNotOptimize(a.peer.sum()); });
+  kavo::bench::add("dot " + size + "/ours",
+                   [=] { benchmark::DoNotOptimize(qor_array_dot(a.ours, b.ours)); });
+  kavo::bench::add("dot " + size + "/eigen",
+                   [=] { benchmark::DoNotOptimize(a.peer.matrix().dot(b.peer.matrix())); });
 }
 
 void add_sort(const std::string& size, int64_t length) {
   const auto pair = make_pair(length, 3);
   const std::vector<double> values(pair.peer.data(), pair.peer.data() + length);
-  bench::add("sort " + size + "/ours", [=] { qor_array_free(qor_array_sort(pair.ours)); });
-  bench::expect("sort " + size + "/std::stable_sort", bench::at_least(0.9));
-  bench::add("sort " + size + "/std::stable_sort", [=] {
+  kavo::bench::add("sort " + size + "/ours", [=] { qor_array_free(qor_array_sort(pair.ours)); });
+  kavo::bench::expect("sort " + size + "/std::stable_sort", kavo::bench::at_least(0.9));
+  kavo::bench::add("sort " + size + "/std::stable_sort", [=] {
     auto copy = values;
     std::ranges::stable_sort(copy);
     benchmark::DoNotOptimize(copy.data());
@@ -75,5 +75,5 @@ int main(int argc, char** argv) {
   add_arithmetic("100000", 100000);
   add_sort("1000", 1000);
   add_sort("100000", 100000);
-  return bench::run(argc, argv);
+  return kavo::bench::run(argc, argv);
 }

@@ -1,14 +1,14 @@
 // Number to text beside snprintf; replace, split and join beside the straightforward loops over
 // std::string. All results are owned on both sides.
-#include "bench/ratios.h"
-#include "runtime/qor.h"
-
 #include <array>
 #include <cstdio>
 #include <cstring>
 #include <random>
 #include <string>
 #include <vector>
+
+#include "bench/ratios.h"
+#include "runtime/qor.h"
 
 namespace {
 
@@ -23,12 +23,12 @@ std::vector<double> make_numbers(double scale) {
 template<typename Convert>
 void add_conversion(const std::string& name, const char* format, double scale, Convert convert) {
   const auto numbers = make_numbers(scale);
-  bench::add(name + "/ours", [=] {
+  kavo::bench::add(name + "/ours", [=] {
     for (const double number : numbers)
       qor_str_free(convert(number));
   });
-  bench::expect(name + "/snprintf", bench::at_least(3.0));
-  bench::add(name + "/snprintf", [=] {
+  kavo::bench::expect(name + "/snprintf", kavo::bench::at_least(3.0));
+  kavo::bench::add(name + "/snprintf", [=] {
     std::array<char, 64> buffer;
     for (const double number : numbers) {
       std::snprintf(buffer.data(), buffer.size(), format, number);
@@ -41,12 +41,12 @@ void add_conversion(const std::string& name, const char* format, double scale, C
 
 void add_integers() {
   const auto numbers = make_numbers(1e9);
-  bench::add("integer to text/ours", [=] {
+  kavo::bench::add("integer to text/ours", [=] {
     for (const double number : numbers)
       qor_str_free(qor_int_to_str(static_cast<int64_t>(number)));
   });
-  bench::expect("integer to text/snprintf", bench::at_least(3.0));
-  bench::add("integer to text/snprintf", [=] {
+  kavo::bench::expect("integer to text/snprintf", kavo::bench::at_least(3.0));
+  kavo::bench::add("integer to text/snprintf", [=] {
     std::array<char, 64> buffer;
     for (const double number : numbers) {
       std::snprintf(buffer.data(), buffer.size(), "%lld", static_cast<long long>(number));
@@ -59,8 +59,8 @@ void add_integers() {
 
 std::vector<std::string> split_by_loop(const std::string& text, const std::string& separator) {
   std::vector<std::string> pieces;
-  std::size_t start = 0;
-  for (std::size_t at = 0; (at = text.find(separator, start)) != std::string::npos;
+  size_t start = 0;
+  for (size_t at = 0; (at = text.find(separator, start)) != std::string::npos;
        start = at + separator.size())
     pieces.push_back(text.substr(start, at - start));
   pieces.push_back(text.substr(start));
@@ -68,14 +68,14 @@ std::vector<std::string> split_by_loop(const std::string& text, const std::strin
 }
 
 std::string replaced_by_loop(std::string text, const std::string& find, const std::string& with) {
-  for (std::size_t at = 0; (at = text.find(find, at)) != std::string::npos; at += with.size())
+  for (size_t at = 0; (at = text.find(find, at)) != std::string::npos; at += with.size())
     text.replace(at, find.size(), with);
   return text;
 }
 
 std::string joined_by_loop(const std::vector<std::string>& pieces, const std::string& separator) {
   std::string text;
-  for (std::size_t i = 0; i < pieces.size(); ++i) {
+  for (size_t i = 0; i < pieces.size(); ++i) {
     if (i > 0)
       text += separator;
     text += pieces[i];
@@ -86,15 +86,15 @@ std::string joined_by_loop(const std::vector<std::string>& pieces, const std::st
 // Our work beside the plain loop's, which is to be no faster.
 template<typename Ours, typename Loop>
 void add_pair(const std::string& name, Ours ours, Loop loop) {
-  bench::add(name + "/ours", ours);
-  bench::add(name + "/loop", loop);
-  bench::expect(name + "/loop", bench::at_least(1.0));
+  kavo::bench::add(name + "/ours", ours);
+  kavo::bench::add(name + "/loop", loop);
+  kavo::bench::expect(name + "/loop", kavo::bench::at_least(1.0));
 }
 
 // The array lives as long as the process.
-void add_pieces(const std::string& size, std::size_t words) {
+void add_pieces(const std::string& size, size_t words) {
   std::string text;
-  for (std::size_t i = 0; i < words; ++i)
+  for (size_t i = 0; i < words; ++i)
     text += "word" + std::to_string(i) + ", ";
   const auto keep = [](const auto& result) { benchmark::DoNotOptimize(result.data()); };
   add_pair(
@@ -108,8 +108,8 @@ void add_pieces(const std::string& size, std::size_t words) {
       [=] { keep(replaced_by_loop(text, ", ", " and ")); });
   const auto pieces = split_by_loop(text, ", ");
   const auto* array = qor_split(text.c_str(), ", ");
-  bench::add("join " + size + "/ours", [=] { qor_str_free(qor_join_arr(array, "; ")); });
-  bench::add("join " + size + "/loop", [=] { keep(joined_by_loop(pieces, "; ")); });
+  kavo::bench::add("join " + size + "/ours", [=] { qor_str_free(qor_join_arr(array, "; ")); });
+  kavo::bench::add("join " + size + "/loop", [=] { keep(joined_by_loop(pieces, "; ")); });
 }
 
 // Lines, which no std::string keeps inside itself.
@@ -123,10 +123,10 @@ void add_lines() {
 }
 
 void add_format() {
-  bench::add("format three numbers/ours", [] {
+  kavo::bench::add("format three numbers/ours", [] {
     qor_str_free(qor_format3("{>6d} of {d}: {.2f} per cent", 123.0, 456.0, 26.97));
   });
-  bench::add("format three numbers/snprintf", [] {
+  kavo::bench::add("format three numbers/snprintf", [] {
     std::array<char, 64> buffer;
     std::snprintf(buffer.data(), buffer.size(), "%6lld of %lld: %.2f per cent", 123LL, 456LL,
                   26.97);
@@ -134,7 +134,7 @@ void add_format() {
     benchmark::DoNotOptimize(copy);
     free(copy);
   });
-  bench::expect("format three numbers/snprintf", bench::at_least(1.0));
+  kavo::bench::expect("format three numbers/snprintf", kavo::bench::at_least(1.0));
 }
 
 } // namespace
@@ -148,5 +148,5 @@ int main(int argc, char** argv) {
   add_pieces("4 words", 4);
   add_pieces("20 words", 20);
   add_pieces("10000 words", 10000);
-  return bench::run(argc, argv);
+  return kavo::bench::run(argc, argv);
 }

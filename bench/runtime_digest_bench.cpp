@@ -1,7 +1,4 @@
 // SHA-256 and Base64 beside OpenSSL's.
-#include "bench/ratios.h"
-#include "runtime/qor.h"
-
 #include <openssl/evp.h>
 #include <openssl/sha.h>
 
@@ -10,9 +7,12 @@
 #include <string>
 #include <vector>
 
+#include "bench/ratios.h"
+#include "runtime/qor.h"
+
 namespace {
 
-std::string printable(std::size_t length) {
+std::string printable(size_t length) {
   std::mt19937 random(1);
   std::string text(length, ' ');
   for (char& c : text)
@@ -46,29 +46,29 @@ std::vector<unsigned char> peer_decoded(const std::string& base64) {
   return out;
 }
 
-void add_size(const std::string& size_name, std::size_t size) {
+void add_size(const std::string& size_name, size_t size) {
   for (const std::string name : {"sha256 ", "base64 encode ", "base64 decode "})
-    bench::expect(name + size_name + "/openssl", bench::at_least(0.9));
+    kavo::bench::expect(name + size_name + "/openssl", kavo::bench::at_least(0.9));
   const auto text = printable(size);
   auto* encoded = qor_base64_encode(text.c_str());
   const std::string base64(encoded);
   qor_str_free(encoded);
   const auto bytes = static_cast<int64_t>(size);
-  bench::add(
+  kavo::bench::add(
       "sha256 " + size_name + "/ours", [text] { qor_str_free(qor_sha256(text.c_str())); }, bytes);
-  bench::add(
+  kavo::bench::add(
       "sha256 " + size_name + "/openssl", [text] { benchmark::DoNotOptimize(peer_sha256(text)); },
       bytes);
-  bench::add(
+  kavo::bench::add(
       "base64 encode " + size_name + "/ours",
       [text] { qor_str_free(qor_base64_encode(text.c_str())); }, bytes);
-  bench::add(
+  kavo::bench::add(
       "base64 encode " + size_name + "/openssl",
       [text] { benchmark::DoNotOptimize(peer_encoded(text)); }, bytes);
-  bench::add(
+  kavo::bench::add(
       "base64 decode " + size_name + "/ours",
       [base64] { qor_str_free(qor_base64_decode(base64.c_str())); }, bytes);
-  bench::add(
+  kavo::bench::add(
       "base64 decode " + size_name + "/openssl",
       [base64] { benchmark::DoNotOptimize(peer_decoded(base64)); }, bytes);
 }
@@ -79,5 +79,5 @@ int main(int argc, char** argv) {
   add_size("60 B", 60);
   add_size("3 KB", 3000);
   add_size("1 MB", 1 << 20);
-  return bench::run(argc, argv);
+  return kavo::bench::run(argc, argv);
 }
