@@ -35,7 +35,7 @@ public:
 private:
   static constexpr auto failure = static_cast<size_t>(-1);
 
-  bool is_open() const { return reinterpret_cast<std::intptr_t>(descriptor_) != -1; }
+  bool is_open() const { return reinterpret_cast<intptr_t>(descriptor_) != -1; }
 
   iconv_t descriptor_;
 };

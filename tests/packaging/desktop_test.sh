@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # What the desktop reads of us: entry, metainfo, icons, manual pages and completions, as they are
 # installed below $tree.
-# shellcheck source=tests/packaging/support.sh
-. "$(dirname "${BASH_SOURCE[0]}")/support.sh"
+# shellcheck source=tests/support/cases.sh
+. "$(dirname "${BASH_SOURCE[0]}")/../support/cases.sh"
 
 share=${tree:?}/share
 scenes="kavo pop pu storm qbomb title opts enter"

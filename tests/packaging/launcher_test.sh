@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # The launcher in homes as they come. The game is replaced by a program that tells where it runs
 # and what it was given: $launcher is the built launcher, $program_from_launcher where it looks.
-# shellcheck source=tests/packaging/support.sh
-. "$(dirname "${BASH_SOURCE[0]}")/support.sh"
+# shellcheck source=tests/support/cases.sh
+. "$(dirname "${BASH_SOURCE[0]}")/../support/cases.sh"
 
 install_stand_in() {
   mkdir -p "$1/bin" "$(dirname "$1/bin/$program_from_launcher")"

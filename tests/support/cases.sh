@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# What the packaging tests share. A test script defines one function per case, named for what it
+# What tests in shell share. A test script defines one function per case, named for what it
 # shows, and ends with: run_case "$@". Each case runs in a fresh folder, $work, that others may
 # enter, since some cases run as another user.
 set -euo pipefail
