@@ -43,6 +43,14 @@ size_t table_size(Waveform waveform, size_t harmonics) {
   return std::clamp(std::bit_ceil(harmonics * samples_per_harmonic), shortest_table, longest);
 }
 
+// Reading between samples in a straight line takes as much from harmonic k as sinc(k / N)^2 says:
+// 0.4 dB at 16 kHz in the longest triangle. Tables are made that much stronger.
+double lost_by_reading(size_t k, size_t size) {
+  const double x = pi * static_cast<double>(k) / static_cast<double>(size);
+  const double sinc = std::sin(x) / x;
+  return sinc * sinc;
+}
+
 // Makes tables; a transform is set up once for all tables of one length.
 class TableMaker {
 public:
@@ -50,7 +58,7 @@ public:
     const size_t size = table_size(waveform, harmonics);
     points_.assign(size, 0.0);
     for (size_t k = 1; k <= harmonics; ++k)
-      points_[k] = harmonic(waveform, k);
+      points_[k] = harmonic(waveform, k) / lost_by_reading(k, size);
     transforms_.try_emplace(size, size).first->second.transform(points_, harmonics + 1);
     std::vector<double> cycle(size);
     std::transform(points_.begin(), points_.end(), cycle.begin(),

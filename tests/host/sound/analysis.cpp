@@ -5,9 +5,11 @@
 #include <cmath>
 #include <complex>
 #include <cstdio>
+#include <map>
 #include <numbers>
 
 #include "host/sound/fourier.h"
+#include "tests/host/sound/biquad.h"
 
 namespace kavo::sound::analysis {
 
@@ -15,41 +17,7 @@ namespace {
 
 constexpr double pi = std::numbers::pi;
 
-// A second-order section in transposed direct form II.
-class Biquad {
-public:
-  Biquad(std::array<double, 3> b, std::array<double, 3> a) : b_(b), a_(a) {}
-
-  double process(double in) {
-    const double out = b_[0] * in + first_;
-    first_ = b_[1] * in - a_[1] * out + second_;
-    second_ = b_[2] * in - a_[2] * out;
-    return out;
-  }
-
-private:
-  std::array<double, 3> b_;
-  std::array<double, 3> a_;
-  double first_ = 0.0;
-  double second_ = 0.0;
-};
-
-// Low-, band- and high-pass after R. Bristow-Johnson's "Cookbook formulae for audio equalizer
-// biquad filter coefficients".
-Biquad high_pass(double frequency, double q) {
-  const double w = 2.0 * pi * frequency, alpha = std::sin(w) / (2.0 * q), c = std::cos(w);
-  const double a0 = 1.0 + alpha;
-  return {{(1 + c) / 2 / a0, -(1 + c) / a0, (1 + c) / 2 / a0},
-          {1.0, -2 * c / a0, (1 - alpha) / a0}};
-}
-
-Biquad band_pass(double frequency, double q) {
-  const double w = 2.0 * pi * frequency, alpha = std::sin(w) / (2.0 * q), c = std::cos(w);
-  const double a0 = 1.0 + alpha;
-  return {{alpha / a0, 0.0, -alpha / a0}, {1.0, -2 * c / a0, (1 - alpha) / a0}};
-}
-
-std::vector<double> blackman_harris(size_t size) {
+std::vector<double> make_blackman_harris(size_t size) {
   constexpr std::array<double, 7> terms = {0.27105140069342, 0.43329793923448, 0.21812299954311,
                                            0.06592544638803, 0.01081174209837, 0.00077658482522,
                                            0.00001388721735};
@@ -59,6 +27,14 @@ std::vector<double> blackman_harris(size_t size) {
     for (size_t k = 0; k < terms.size(); ++k)
       window[n] += (k % 2 == 0 ? 1 : -1) * terms[k] * std::cos(turn * static_cast<double>(k));
   }
+  return window;
+}
+
+const std::vector<double>& blackman_harris(size_t size) {
+  static std::map<size_t, std::vector<double>> windows;
+  auto& window = windows[size];
+  if (window.empty())
+    window = make_blackman_harris(size);
   return window;
 }
 
@@ -90,38 +66,6 @@ std::complex<double> fundamental(Samples samples, size_t start, size_t length, d
     sum += static_cast<double>(samples[start + i]) * hann * std::polar(1.0, -turn);
   }
   return sum;
-}
-
-// ITU-R BS.1770-4, tables 1 and 2, for 48 kHz.
-std::vector<double> k_weighted_squares(Samples interleaved, size_t channel) {
-  Biquad shelf({1.53512485958697, -2.69169618940638, 1.19839281085285},
-               {1.0, -1.69065929318241, 0.73248077421585});
-  Biquad low_cut({1.0, -2.0, 1.0}, {1.0, -1.99004745483398, 0.99007225036621});
-  std::vector<double> squares;
-  for (size_t i = channel; i < interleaved.size(); i += 2) {
-    const double weighted = low_cut.process(shelf.process(interleaved[i]));
-    squares.push_back(weighted * weighted);
-  }
-  return squares;
-}
-
-double gated_mean(const std::vector<double>& powers, double gate) {
-  double sum = 0.0;
-  int count = 0;
-  for (const double power : powers) {
-    if (power <= gate)
-      continue;
-    sum += power;
-    ++count;
-  }
-  return count == 0 ? 0.0 : sum / count;
-}
-
-double lufs(double power) {
-  return -0.691 + 10.0 * std::log10(power);
-}
-double power_of_lufs(double level) {
-  return std::pow(10.0, (level + 0.691) / 10.0);
 }
 
 } // namespace
@@ -159,7 +103,7 @@ double root_mean_square(Samples samples) {
 }
 
 std::vector<double> power_spectrum(Samples samples) {
-  const std::vector<double> window = blackman_harris(samples.size());
+  const std::vector<double>& window = blackman_harris(samples.size());
   std::vector<std::complex<double>> points(samples.size());
   for (size_t i = 0; i < samples.size(); ++i)
     points[i] = static_cast<double>(samples[i]) * window[i];
@@ -200,6 +144,37 @@ double cents_off(Samples samples, double frequency) {
   return 1200.0 * std::log2(1.0 + off / frequency);
 }
 
+double spectral_centroid(Samples samples) {
+  constexpr size_t window = 4096;
+  double weighted = 0.0, all = 0.0;
+  for (size_t start = 0; start + window <= samples.size(); start += window / 2) {
+    const auto spectrum = power_spectrum(samples.subspan(start, window));
+    for (size_t i = 1; i < spectrum.size(); ++i) {
+      weighted += spectrum[i] * static_cast<double>(i) / window;
+      all += spectrum[i];
+    }
+  }
+  return all == 0.0 ? 0.0 : weighted / all;
+}
+
+double correlation(Samples one, Samples other) {
+  double product = 0.0;
+  for (size_t i = 0; i < one.size(); ++i)
+    product += static_cast<double>(one[i]) * other[i];
+  const double size = static_cast<double>(one.size());
+  return product / size / (root_mean_square(one) * root_mean_square(other));
+}
+
+double distortion(Samples in, Samples out) {
+  double product = 0.0, in_power = 0.0, out_power = 0.0;
+  for (size_t i = 0; i < in.size(); ++i) {
+    product += static_cast<double>(in[i]) * out[i];
+    in_power += static_cast<double>(in[i]) * in[i];
+    out_power += static_cast<double>(out[i]) * out[i];
+  }
+  return power_decibels(1.0 - product * product / (in_power * out_power));
+}
+
 double loudest_above(Samples samples, double frequency, size_t window, size_t settling) {
   std::vector<Biquad> sections;
   for (int k = 1; k <= 7; k += 2)
@@ -219,22 +194,6 @@ double loudest_above(Samples samples, double frequency, size_t window, size_t se
     loudest = std::max(loudest, sum);
   }
   return power_decibels(loudest / static_cast<double>(window));
-}
-
-double loudness(Samples interleaved) {
-  constexpr size_t block = 19200, hop = 4800; // 400 ms, overlapping by three quarters
-  const auto left = k_weighted_squares(interleaved, 0);
-  const auto right = k_weighted_squares(interleaved, 1);
-  std::vector<double> powers;
-  for (size_t start = 0; start + block <= left.size(); start += hop) {
-    double sum = 0.0;
-    for (size_t i = start; i < start + block; ++i)
-      sum += left[i] + right[i];
-    powers.push_back(sum / block);
-  }
-  const double absolute_gate = power_of_lufs(-70.0);
-  const double relative_gate = power_of_lufs(lufs(gated_mean(powers, absolute_gate)) - 10.0);
-  return lufs(gated_mean(powers, std::max(absolute_gate, relative_gate)));
 }
 
 double reverberation_time(Samples samples, double frequency) {

@@ -1,4 +1,4 @@
-// Measuring sound: spectra, pitch, level, loudness, reverberation. None of it shares code with
+// Measuring sound: spectra, pitch, level, likeness, reverberation. None of it shares code with
 // what it measures but the Fourier transform, which has a test of its own.
 #pragma once
 
@@ -41,9 +41,15 @@ double cents_off(Samples samples, double frequency);
 // Butterworth high-pass, whose first `settling` samples are left out.
 double loudest_above(Samples samples, double frequency, size_t window, size_t settling);
 
-// Integrated loudness of a stereo signal at 48 kHz in LUFS: K-weighting and two gates, ITU-R
-// BS.1770-4.
-double loudness(Samples interleaved);
+// The mean frequency, each weighted by its power, as a fraction of the sample rate; 0 for silence
+// and for less than 4096 samples.
+double spectral_centroid(Samples samples);
+
+// 1 for the same signal, -1 for its opposite, 0 for signals that have nothing in common.
+double correlation(Samples one, Samples other);
+
+// What of `out` is not `in` times a constant, against all of it, in dB.
+double distortion(Samples in, Samples out);
 
 // The time in which the energy decays by 60 dB, in samples, of the octave around `frequency`:
 // backward integration (Schroeder 1965), fitted from -5 dB to -35 dB.

@@ -11,6 +11,7 @@
 #include "host/sound/engine.h"
 #include "host/sound/pitch.h"
 #include "tests/host/sound/analysis.h"
+#include "tests/host/sound/loudness.h"
 #include "tests/host/sound/studio.h"
 
 namespace kavo::sound {
