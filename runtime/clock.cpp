@@ -15,15 +15,35 @@ Clock::time_point start_instant() {
 // Read before any game code runs; other static initialisers may still ask earlier.
 [[maybe_unused]] const auto read_at_load = start_instant();
 
-} // namespace
-
-double qor_tick() {
+double system_tick(void*) {
   const auto start = start_instant();
   return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
 }
 
-void qor_sleep(uint32_t milliseconds) {
+void system_sleep(void*, uint32_t milliseconds) {
   const timespec duration{.tv_sec = milliseconds / 1000,
                           .tv_nsec = static_cast<long>(milliseconds % 1000) * 1'000'000};
   nanosleep(&duration, nullptr);
+}
+
+constexpr qor_clock system_clock = {.tick = system_tick, .sleep = system_sleep, .context = nullptr};
+
+constinit qor_clock clock_in_use = system_clock;
+
+} // namespace
+
+double qor_tick() {
+  return clock_in_use.tick(clock_in_use.context);
+}
+
+void qor_sleep(uint32_t milliseconds) {
+  clock_in_use.sleep(clock_in_use.context, milliseconds);
+}
+
+void qor_set_clock(const qor_clock* clock) {
+  clock_in_use = clock != nullptr ? *clock : system_clock;
+  if (clock_in_use.tick == nullptr)
+    clock_in_use.tick = system_tick;
+  if (clock_in_use.sleep == nullptr)
+    clock_in_use.sleep = system_sleep;
 }

@@ -1,5 +1,4 @@
-// A clock that stands still until it is told otherwise. It takes the place of the runtime's tick
-// and sleep: sleeping moves it on and takes no time.
+// A clock that stands still until it is told otherwise: sleeping moves it on and takes no time.
 #pragma once
 
 #include <functional>
@@ -13,6 +12,7 @@ struct FakeClock {
   std::function<void()> on_sleep = {}; // called after every sleep
 };
 
+// From the first call on the runtime's tick and sleep ask this clock.
 FakeClock& fake_clock();
 
 } // namespace kavo::test

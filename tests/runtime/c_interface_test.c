@@ -92,6 +92,22 @@ static void check_objects(void) {
   qor_udt_free(record);
 }
 
+static double scripted_tick(void* now) {
+  return *(double*)now;
+}
+static void scripted_sleep(void* now, uint32_t milliseconds) {
+  *(double*)now += milliseconds;
+}
+
+static void check_clock(void) {
+  double now = 5000.0;
+  const qor_clock clock = {scripted_tick, scripted_sleep, &now};
+  qor_set_clock(&clock);
+  qor_sleep(16);
+  CHECK(qor_tick() == 5016.0);
+  qor_set_clock(NULL);
+}
+
 static int events = 0;
 static void count_event(QorArray* arguments) {
   events += (int)qor_array_len(arguments);
@@ -106,6 +122,7 @@ static void check_surroundings(void) {
   CHECK(is_text(qor_txtreader("/does/not/exist"), ""));
   CHECK(is_text(qor_cvdate("2024-3-5"), "2024-03-05 00:00:00"));
   CHECK(qor_tick() > 0.0);
+  check_clock();
   CHECK(qor_gcd(12, 18) == 6);
   CHECK(fabs(qor_sin(0.5) - sin(0.5)) == 0.0);
 }

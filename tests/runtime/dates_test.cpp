@@ -1,5 +1,4 @@
-// Dates in UTC and in Berlin, around both clock changes, and far outside the platform's calendar;
-// and the clock.
+// Dates in UTC and in Berlin, around both clock changes, and far outside the platform's calendar.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -8,7 +7,6 @@
 #include <random>
 #include <string>
 
-#include "runtime/clock.h"
 #include "runtime/dates.h"
 #include "runtime/files.h"
 #include "tests/runtime/values.h"
@@ -46,22 +44,6 @@ class Berlin : public InZone {
 protected:
   Berlin() : InZone("CET-1CEST,M3.5.0,M10.5.0/3") {}
 };
-
-TEST(Tick, CountsMillisecondsWithAFractionFromTheStart) {
-  const double first = qor_tick();
-  EXPECT_GT(first, 0.0);
-  double later = qor_tick();
-  while (later == first)
-    later = qor_tick();
-  EXPECT_GT(later, first);
-  EXPECT_NE(later, std::floor(later)) << "a fraction of exactly zero twice is a clock of whole ms";
-}
-
-TEST(Sleep, LastsAtLeastAsLongAsAsked) {
-  const double before = qor_tick();
-  qor_sleep(20);
-  EXPECT_GE(qor_tick() - before, 20.0);
-}
 
 TEST_F(Utc, EpochsHaveCalendarFields) {
   const double epoch = 1709649005.75; // 2024-03-05 14:30:05.75, a Tuesday

@@ -16,6 +16,7 @@
 namespace {
 
 using kavo::soak::resident_bytes;
+using kavo::test::FakeClock;
 using kavo::test::Visitor;
 
 constexpr int64_t warm_up_frames = 10'000;
@@ -47,11 +48,11 @@ bool did_memory_stay(const Memory& memory) {
 }
 
 // The card is open from start to end and takes nine tenths of the time at the very least.
-bool was_heard() {
+bool was_heard(const FakeClock& clock) {
   constexpr float audible = 0.05f;
   const auto sound = kavo::soak::sound_taken();
   const double seconds = static_cast<double>(sound.frames) / kavo::soak::sound_rate;
-  const double played = kavo::test::fake_clock().now_ms / 1000.0;
+  const double played = clock.now_ms / 1000.0;
   std::printf("%.0f s of sound in %.0f s of play, peak %.2f\n", seconds, played,
               static_cast<double>(sound.peak));
   if (seconds >= 0.9 * played && sound.peak >= audible)
@@ -69,10 +70,11 @@ int main(int argc, char** argv) {
     return 2;
   }
   setenv("SDL_AUDIODRIVER", "dummy", 1);
+  const FakeClock& clock = kavo::test::fake_clock();
   Visitor visitor(5, frames);
   Memory memory;
   kavo::soak::play(visitor, [&] {
-    kavo::soak::play_sound_until(kavo::test::fake_clock().now_ms);
+    kavo::soak::play_sound_until(clock.now_ms);
     if (visitor.frames() == warm_up_frames)
       memory.warm_bytes = resident_bytes();
     if (visitor.frames() == frames)
@@ -81,5 +83,5 @@ int main(int argc, char** argv) {
   kavo::soak::tell_what_was_played(visitor);
   const bool is_well_kept =
       !is_memory_judged || frames <= warm_up_frames || did_memory_stay(memory);
-  return was_heard() && is_well_kept ? EXIT_SUCCESS : EXIT_FAILURE;
+  return was_heard(clock) && is_well_kept ? EXIT_SUCCESS : EXIT_FAILURE;
 }

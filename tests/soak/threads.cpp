@@ -22,19 +22,17 @@ constexpr double hurry = 10.0;
 
 const Clock::time_point start = Clock::now();
 
-} // namespace
-
-// These stand before the runtime's own.
-extern "C" {
-
-double qor_tick(void) {
+double tick(void*) {
   return hurry * Milliseconds(Clock::now() - start).count();
 }
 
-void qor_sleep(uint32_t milliseconds) {
+void sleep(void*, uint32_t milliseconds) {
   std::this_thread::sleep_for(Milliseconds(milliseconds / hurry));
 }
-}
+
+constexpr qor_clock hurried_clock = {.tick = tick, .sleep = sleep, .context = nullptr};
+
+} // namespace
 
 int main(int argc, char** argv) {
   const int64_t seconds = argc == 2 ? kavo::soak::whole_number(argv[1]) : 0;
@@ -45,6 +43,7 @@ int main(int argc, char** argv) {
   setenv("SDL_AUDIODRIVER", "disk", 0);
   setenv("SDL_DISKAUDIOFILE", "/dev/null", 0);
   setenv("SDL_DISKAUDIODELAY", "1", 0);
+  qor_set_clock(&hurried_clock);
   kavo::test::Visitor visitor(5, std::numeric_limits<int64_t>::max());
   const auto end = Clock::now() + std::chrono::seconds(seconds);
   kavo::soak::play(visitor, [&] {
