@@ -34,19 +34,47 @@ ASoundRepositoryIsPassed() {
   expect_equal "what is named" "" "$("$repository/scripts/house-style" .)"
 }
 
-AHeaderWithAGuardOfNames() { expect_broken game/guard.h '#ifndef GUARD_H\n#define GUARD_H\n#endif\n'; }
-AHeaderWithoutAGuard() { expect_broken game/guard.h 'int rows();\n'; }
-AHeaderWhoseGuardComesLate() { expect_broken game/guard.h '#include <vector>\n#pragma once\n'; }
-ASizeWithStd() { expect_broken host/size.cpp 'std::size_t rows;\n'; }
-AnIntegerWithStd() { expect_broken host/size.cpp 'std::vector<std::int64_t> rows;\n'; }
-ATemplateOfAClass() { expect_broken game/row.h '#pragma once\ntemplate<class T>\n'; }
-ATemplateWhoseSecondIsAClass() { expect_broken game/row.h '#pragma once\ntemplate<int n, class T>\n'; }
-NodiscardElsewhere() { expect_broken game/row.h '#pragma once\n[[nodiscard]] int row();\n'; }
-ATestsNamespaceOfItsOwn() { expect_broken tests/row_test.cpp 'namespace testing {\n'; }
-ANamespaceThatOnlyBeginsLikeOurs() { expect_broken bench/row.cpp 'namespace kavo_bench {\n'; }
-AFileInCapitals() { expect_broken game/Row.cpp 'int row;\n'; }
-ATestInAnotherFile() { expect_broken tests/row_tests.cpp 'TEST(Row, IsThere) {}\n'; }
-AFuzzerInAnotherFile() { expect_broken tests/fuzz/row.cpp 'int LLVMFuzzerTestOneInput(int);\n'; }
-ABenchmarkInAnotherFile() { expect_broken bench/row.cpp 'return kavo::bench::run(argc, argv);\n'; }
+AHeaderWithAGuardOfNames() {
+  expect_broken game/guard.h '#ifndef GUARD_H\n#define GUARD_H\n#endif\n'
+}
+AHeaderWithoutAGuard() {
+  expect_broken game/guard.h 'int rows();\n'
+}
+AHeaderWhoseGuardComesLate() {
+  expect_broken game/guard.h '#include <vector>\n#pragma once\n'
+}
+ASizeWithStd() {
+  expect_broken host/size.cpp 'std::size_t rows;\n'
+}
+AnIntegerWithStd() {
+  expect_broken host/size.cpp 'std::vector<std::int64_t> rows;\n'
+}
+ATemplateOfAClass() {
+  expect_broken game/row.h '#pragma once\ntemplate<class T>\n'
+}
+ATemplateWhoseSecondIsAClass() {
+  expect_broken game/row.h '#pragma once\ntemplate<int n, class T>\n'
+}
+NodiscardElsewhere() {
+  expect_broken game/row.h '#pragma once\n[[nodiscard]] int row();\n'
+}
+ATestsNamespaceOfItsOwn() {
+  expect_broken tests/row_test.cpp 'namespace testing {\n'
+}
+ANamespaceThatOnlyBeginsLikeOurs() {
+  expect_broken bench/row.cpp 'namespace kavo_bench {\n'
+}
+AFileInCapitals() {
+  expect_broken game/Row.cpp 'int row;\n'
+}
+ATestInAnotherFile() {
+  expect_broken tests/row_tests.cpp 'TEST(Row, IsThere) {}\n'
+}
+AFuzzerInAnotherFile() {
+  expect_broken tests/fuzz/row.cpp 'int LLVMFuzzerTestOneInput(int);\n'
+}
+ABenchmarkInAnotherFile() {
+  expect_broken bench/row.cpp 'return kavo::bench::run(argc, argv);\n'
+}
 
 run_case "$@"
