@@ -15,12 +15,10 @@ struct Argument {
   Argument(const Number& number) : slot(number.slot), tag(number.tag) {}
   Argument(int64_t value) : Argument(Number(value)) {}
   Argument(double value) : Argument(Number(value)) {}
-  Argument(const char* text) : tag(QOR_TAG_STRING) { slot.str = text; }
-  Argument(const QorArray* array) : tag(QOR_TAG_ARRAY) {
-    slot.arr = const_cast<QorArray*>(array); // the host only reads it
-  }
+  Argument(const char* text) : slot(qor_slot_of(text)), tag(QOR_TAG_STRING) {}
+  Argument(const QorArray* array) : slot(qor_slot_of(array)), tag(QOR_TAG_ARRAY) {}
 
-  qor_slot slot{};
+  qor_slot slot;
   uint32_t tag;
 };
 

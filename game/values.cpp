@@ -1,7 +1,5 @@
 #include "game/values.h"
 
-#include <bit>
-
 namespace kavo {
 
 namespace {
@@ -11,10 +9,6 @@ constexpr uint32_t integer_tag_alias = 8;
 
 QorArray* row_of(const QorArray* matrix, int64_t row) {
   return static_cast<QorArray*>(qor_array_get_ptr(matrix, row));
-}
-
-double slot_of_pointer(const void* pointer) {
-  return std::bit_cast<double>(reinterpret_cast<uintptr_t>(pointer));
 }
 
 void refuse_zero(int64_t b) {
@@ -72,7 +66,7 @@ Array zero_matrix(int64_t rows, int64_t columns) {
   Array matrix = zeros(rows);
   qor_array_set_nested(matrix.get());
   for (int64_t row = 0; row < rows; ++row)
-    qor_array_set(matrix.get(), row, slot_of_pointer(qor_zeros(columns)));
+    qor_array_set(matrix.get(), row, qor_slot_of(qor_zeros(columns)).f64);
   return matrix;
 }
 
@@ -96,7 +90,7 @@ void put_text(QorArray* array, int64_t index, const char* text) {
   if (index < 0 || index >= qor_array_len(array))
     return;
   const Text old(static_cast<char*>(qor_array_get_ptr(array, index)));
-  qor_array_set(array, index, slot_of_pointer(qor_str_str(text)));
+  qor_array_set(array, index, qor_slot_of(qor_str_str(text)).f64);
 }
 
 SharedRows reversed_rows(const Array& matrix) {

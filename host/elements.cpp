@@ -21,10 +21,10 @@ bool is_nested(const QorArray& array) {
   return (array.flags & QOR_FLAG_NESTED) != 0;
 }
 
-// User-space addresses lie below 2^47; the bits of any number but zero and the smallest
-// denormals lie above.
+// User-space addresses lie below 2^48 (arm64's use all of them); the bits of any number but zero
+// and the smallest denormals lie above.
 bool could_be_reference(double slot) {
-  return std::bit_cast<uint64_t>(slot) < (uint64_t{1} << 47U);
+  return std::bit_cast<uint64_t>(slot) < (uint64_t{1} << 48U);
 }
 
 uint32_t tag_of(const QorArray& array, int64_t index) {
@@ -75,12 +75,12 @@ private:
 qor_slot copy_of(const Element& element) {
   qor_slot copy = element.slot;
   if (element.tag == QOR_TAG_ARRAY)
-    copy.arr = qor_array_copy_deep(element.slot.arr);
+    copy = qor_slot_of(qor_array_copy_deep(element.slot.arr));
   else if (element.tag == QOR_TAG_STRING && element.slot.str != nullptr) {
     const int64_t registered = qorrt_strlen(element.slot.str);
     const size_t length =
         registered >= 0 ? static_cast<size_t>(registered) : std::strlen(element.slot.str);
-    copy.str = new_text({element.slot.str, length});
+    copy = qor_slot_of(new_text({element.slot.str, length}));
   }
   return copy;
 }
@@ -159,9 +159,7 @@ OwnedArray new_rows(int64_t count) {
 }
 
 void set_row(QorArray* rows, int64_t index, OwnedArray row) {
-  qor_slot slot = {};
-  slot.arr = row.release();
-  put(rows, index, slot);
+  put(rows, index, qor_slot_of(row.release()));
 }
 
 OwnedArray new_texts(int64_t count) {
@@ -171,9 +169,7 @@ OwnedArray new_texts(int64_t count) {
 }
 
 void set_text(QorArray* texts, int64_t index, std::string_view bytes) {
-  qor_slot slot = {};
-  slot.str = new_text(bytes);
-  put(texts, index, slot);
+  put(texts, index, qor_slot_of(new_text(bytes)));
 }
 
 } // namespace kavo::host

@@ -1,7 +1,6 @@
 #include "host/events.h"
 
 #include <array>
-#include <bit>
 
 namespace kavo::host {
 
@@ -70,8 +69,7 @@ Events::Value Events::number(int value) {
 }
 
 Events::Value Events::text(const char* value) {
-  static_assert(sizeof value == sizeof(int64_t), "a slot holds a reference");
-  return {std::bit_cast<int64_t>(value), QOR_TAG_STRING};
+  return {qor_slot_of(value).i64, QOR_TAG_STRING};
 }
 
 void Events::raise(const char* name, std::initializer_list<Value> values) {

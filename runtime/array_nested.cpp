@@ -12,9 +12,14 @@
 
 namespace {
 
-// A non-null pointer of a user process, minus 1, is below this. Every number a program handles
-// has a bit pattern far above it: small integers too, since they are stored as doubles.
+// A non-null pointer of a user process, minus 1, is below this; arm64's addresses have one bit
+// more. Every number a program handles has a bit pattern far above it: small integers too, since
+// they are stored as doubles.
+#ifdef __aarch64__
+constexpr uint64_t reference_bound = 0xFFFFFFFFFFFF;
+#else
 constexpr uint64_t reference_bound = 0x7FFFFFFFFFFF;
+#endif
 
 bool looks_like_reference(double slot) {
   return std::bit_cast<uint64_t>(slot) - 1 < reference_bound;

@@ -54,7 +54,7 @@ QorMap* new_event_map(const InputEvent& event, const int64_t* values, int64_t co
     if (field == nullptr)
       break;
     if (field == text_field)
-      qor_map_set_str(map, field, reinterpret_cast<const char*>(values[i]));
+      qor_map_set_str(map, field, static_cast<const char*>(qor_reference_in({.i64 = values[i]})));
     else
       qor_map_set_f64(map, field, static_cast<double>(values[i]));
   }

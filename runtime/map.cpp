@@ -105,7 +105,7 @@ void qor_map_set_f64(QorMap* map, const char* key, double value) {
 
 void qor_map_set_str(QorMap* map, const char* key, const char* value) {
   if (map != nullptr && key != nullptr)
-    store(*map, key, QOR_TAG_STRING, {.str = qor_str_str(value)});
+    store(*map, key, QOR_TAG_STRING, qor_slot_of(qor_str_str(value)));
 }
 
 void qor_map_set_tagged(QorMap* map, const char* key, uint32_t tag, qor_slot value) {
@@ -134,7 +134,8 @@ char* qor_map_get_str(const QorMap* map, const char* key) {
 
 void* qor_map_get_obj(const QorMap* map, const char* key) {
   const auto index = index_of(map, key);
-  return index == absent || is_number(map->tags[index]) ? nullptr : map->values[index].ptr;
+  return index == absent || is_number(map->tags[index]) ? nullptr
+                                                        : qor_reference_in(map->values[index]);
 }
 
 uint32_t qor_map_get_tagged(const QorMap* map, const char* key, qor_slot* value) {
@@ -149,7 +150,7 @@ uint32_t qor_map_get_tagged(const QorMap* map, const char* key, qor_slot* value)
   if (is_reference(tag))
     return tag;
   if (tag == QOR_TAG_STRING && value != nullptr)
-    out.str = qor_str_str(out.str);
+    out = qor_slot_of(qor_str_str(out.str));
   if (tag == QOR_TAG_INT64)
     out.f64 = number_at(*map, index);
   return tag == QOR_TAG_STRING ? QOR_TAG_STRING : QOR_TAG_FLOAT64;

@@ -47,12 +47,6 @@ char* new_digits(uint64_t value, int base) {
   return qor::new_string({digits.data(), static_cast<size_t>(end - digits.begin())});
 }
 
-bool starts_plain_decimal(const char* s) {
-  const char* digits = *s == '-' ? s + 1 : s;
-  const bool has_digit = *digits >= '0' && *digits <= '9';
-  return has_digit && (digits[1] | 0x20) != 'x';
-}
-
 } // namespace
 
 void qor_setlocale(const char* name) {
@@ -109,13 +103,5 @@ char* qor_bin(uint64_t value) {
 }
 
 double qor_val(const char* s) {
-  if (s == nullptr)
-    return 0.0;
-  if (starts_plain_decimal(s)) {
-    double value = 0.0;
-    const auto [end, error] = std::from_chars(s, s + std::strlen(s), value);
-    if (error == std::errc())
-      return value;
-  }
-  return std::atof(s);
+  return s == nullptr ? 0.0 : std::atof(s);
 }

@@ -44,6 +44,19 @@ typedef union qor_slot {
   void* ptr;
 } qor_slot;
 
+/* The slot of a reference and the reference in a slot. All eight bytes hold the address as a
+   number, on machines of 32 and of 64 bits; null is 0. Writing a slot's pointer members leaves
+   half of it unwritten on a machine of 32 bits: slots are written here. */
+static inline qor_slot qor_slot_of(const void* reference) {
+  qor_slot slot;
+  slot.i64 = (int64_t)(uintptr_t)reference;
+  return slot;
+}
+
+static inline void* qor_reference_in(qor_slot slot) {
+  return (void*)(uintptr_t)slot.i64;
+}
+
 #ifdef __cplusplus
 }
 #endif

@@ -1,6 +1,5 @@
 #include "game/playfield/lines.h"
 
-#include <bit>
 #include <vector>
 
 #include "game/audio/sounds.h"
@@ -95,7 +94,7 @@ Out<> settle_column(int64_t column) {
 
 // NOLINTNEXTLINE(bugprone-reserved-identifier): the routine's own name
 double __lambda_0(double row_slot) {
-  const auto* row = reinterpret_cast<const QorArray*>(std::bit_cast<uintptr_t>(row_slot));
+  const auto* row = static_cast<const QorArray*>(qor_reference_in({.f64 = row_slot}));
   return qor_array_min(row) == 0.0 ? 1.0 : 0.0;
 }
 

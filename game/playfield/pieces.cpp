@@ -31,7 +31,8 @@ Array matrix_of(const Shape& shape) {
   Array matrix = zero_matrix(4, 4);
   for (int64_t row = 0; row < 2; ++row)
     for (int64_t column = 0; column < 4; ++column)
-      put_cell(matrix.get(), row, column, shape[row][column]);
+      put_cell(matrix.get(), row, column,
+               shape[static_cast<size_t>(row)][static_cast<size_t>(column)]);
   return matrix;
 }
 
@@ -55,7 +56,7 @@ Out<> roll_standard() {
   const int64_t shape = qor_int(TRY(command::rnd(1)) * 7);
   if (shape < 0 || shape >= static_cast<int64_t>(standard_shapes.size()))
     return {};
-  DO(NEXTPIECE = matrix_of(standard_shapes[shape]));
+  DO(NEXTPIECE = matrix_of(standard_shapes[static_cast<size_t>(shape)]));
   DO(NEXTCOLOR = shape + 1);
   return {};
 }
@@ -85,7 +86,7 @@ Out<> SPAWNPIECE() {
 Out<double> PIECE_POINTS(double kind) {
   ENTER();
   constexpr std::array<double, 11> points = {10, 10, 15, 15, 5, 20, 25, 20, 0, 0, 0};
-  for (int64_t known = 1; known < static_cast<int64_t>(points.size()); ++known)
+  for (size_t known = 1; known < points.size(); ++known)
     if (kind == static_cast<double>(known))
       return points[known];
   return 10.0;

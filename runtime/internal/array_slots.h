@@ -1,7 +1,6 @@
 // Slots as references, and arrays whose slots are all about to be written.
 #pragma once
 
-#include <bit>
 #include <cstdint>
 #include <span>
 
@@ -20,12 +19,11 @@ inline std::span<const double> slots_of(const QorArray* array) {
 
 template<typename T>
 T* reference_in(double slot) {
-  static_assert(sizeof(T*) == sizeof(double), "a slot holds a reference");
-  return std::bit_cast<T*>(slot);
+  return static_cast<T*>(qor_reference_in({.f64 = slot}));
 }
 
 inline double slot_of(const void* reference) {
-  return std::bit_cast<double>(reference);
+  return qor_slot_of(reference).f64;
 }
 
 inline void set_reference(QorArray* array, int64_t index, const void* reference) {

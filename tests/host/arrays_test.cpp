@@ -45,7 +45,7 @@ DeepArray nested(std::vector<QorArray*> inner) {
   auto array = kavo::test::own_deep(qor_array_new(std::ssize(inner)));
   qor_array_set_nested(array.get());
   for (int64_t i = 0; i < std::ssize(inner); ++i)
-    qor_array_set(array.get(), i, std::bit_cast<double>(inner[static_cast<size_t>(i)]));
+    qor_array_set(array.get(), i, qor_slot_of(inner[static_cast<size_t>(i)]).f64);
   return array;
 }
 
@@ -126,6 +126,21 @@ TEST(Transpose, RefusesANumberInPlaceOfARow) {
             "argument 1 is said to hold references, but element 2 is the number 5");
 }
 
+TEST(Reshape, TakesReferencesOfEveryAddressAndNoNumberForOne) {
+  const auto reshape = [](uint64_t bits) {
+    auto texts = kavo::test::own(qor_array_new(1));
+    qor_array_set_string_elems(texts.get());
+    qor_array_set(texts.get(), 0, std::bit_cast<double>(bits));
+    reshaped(texts.get(), numbers({0}).get()); // nothing is dealt out, so nothing is followed
+  };
+  constexpr uint64_t above_all_addresses = uint64_t{1} << 48U;
+  EXPECT_EQ(error_of([&] { reshape(uint64_t{1} << 47U); }), "(no error)");
+  EXPECT_EQ(error_of([&] { reshape(above_all_addresses - 1); }), "(no error)");
+  EXPECT_EQ(
+      error_of([&] { reshape(above_all_addresses); }),
+      "argument 1 is said to hold references, but element 0 is the number 1.390671161567e-309");
+}
+
 TEST(Transpose, RefusesWhatIsNestedTooDeep) {
   EXPECT_EQ(error_of([] { transposed(nest(64).get()); }), "(no error)");
   EXPECT_EQ(error_of([] { transposed(nest(65).get()); }),
@@ -135,7 +150,7 @@ TEST(Transpose, RefusesWhatIsNestedTooDeep) {
 TEST(Transpose, RefusesAnArrayWithinItself) {
   auto array = kavo::test::own(qor_array_new(1));
   qor_array_set_nested(array.get());
-  qor_array_set(array.get(), 0, std::bit_cast<double>(array.get()));
+  qor_array_set(array.get(), 0, qor_slot_of(array.get()).f64);
   EXPECT_EQ(error_of([&] { transposed(array.get()); }),
             "argument 1 must not be nested deeper than 64 levels");
 }
@@ -145,7 +160,7 @@ TEST(Transpose, RefusesAnArrayThatUnfoldsWithoutEnd) {
   std::vector<kavo::test::Array> levels;
   levels.push_back(numbers({1, 2}));
   for (int i = 0; i < 30; ++i) {
-    const double below = std::bit_cast<double>(levels.back().get());
+    const double below = qor_slot_of(levels.back().get()).f64;
     levels.push_back(numbers({below, below}));
     qor_array_set_nested(levels.back().get());
   }

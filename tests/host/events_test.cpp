@@ -25,8 +25,9 @@ std::vector<std::string>& received() {
 void record(const char* name, const int64_t* values, const uint32_t* tags, int64_t count) {
   std::string line = name;
   for (int64_t i = 0; i < count; ++i)
-    line += " " + (tags[i] == QOR_TAG_STRING ? std::bit_cast<const char*>(values[i])
-                                             : std::to_string(values[i]));
+    line += " " + (tags[i] == QOR_TAG_STRING
+                       ? static_cast<const char*>(qor_reference_in({.i64 = values[i]}))
+                       : std::to_string(values[i]));
   received().push_back(line);
 }
 

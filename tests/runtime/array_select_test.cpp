@@ -216,7 +216,7 @@ TEST(Flatten, PutsAllRowsInOne) {
   EXPECT_EQ(take_numbers(qor_array_flatten(nullptr)), Numbers{});
   auto nested = kavo::test::own_deep(qor_array_new(1));
   qor_array_set_nested(nested.get());
-  qor_array_set(nested.get(), 0, std::bit_cast<double>(strings({"a", "b"}).release()));
+  qor_array_set(nested.get(), 0, qor_slot_of(strings({"a", "b"}).release()).f64);
   EXPECT_EQ(kavo::test::to_strings(own(qor_array_flatten(nested.get())).get()),
             (Strings{"a", "b"}));
 }
@@ -289,7 +289,8 @@ TEST(Apply, OfNullIsEmpty) {
 
 TEST(Select, PassesRowsAsBitPatterns) {
   const auto length = [](double slot) {
-    return static_cast<double>(qor_array_len(std::bit_cast<QorArray*>(slot)));
+    return static_cast<double>(
+        qor_array_len(static_cast<QorArray*>(qor_reference_in({.f64 = slot}))));
   };
   EXPECT_EQ(take_numbers(qor_select_fn(length, rows({{1}, {2, 3}}).get())), (Numbers{1, 2}));
   EXPECT_EQ(take_numbers(qor_select_fn(doubled, numbers({1}).get())), Numbers{2});

@@ -45,7 +45,7 @@ Seen dispatched(const char* name, const std::array<int64_t, n>& values, int64_t 
 }
 
 int64_t as_value(const char* text) {
-  return reinterpret_cast<int64_t>(text);
+  return qor_slot_of(text).i64;
 }
 
 // Runs first: handlers cannot be taken out of the table again.

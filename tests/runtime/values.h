@@ -1,7 +1,6 @@
 // Runtime values from and to the standard library's, so that a test says in one line what it means.
 #pragma once
 
-#include <bit>
 #include <initializer_list>
 #include <memory>
 #include <string>
@@ -42,7 +41,7 @@ inline DeepArray strings(const std::vector<std::string>& values) {
   qor_array_set_string_elems(array.get());
   for (int64_t i = 0; i < std::ssize(values); ++i) {
     auto* copy = qor_str_concat(values[static_cast<size_t>(i)].c_str(), "");
-    qor_array_set(array.get(), i, std::bit_cast<double>(copy));
+    qor_array_set(array.get(), i, qor_slot_of(copy).f64);
   }
   return array;
 }
@@ -52,7 +51,7 @@ inline DeepArray rows(const std::vector<std::vector<double>>& values) {
   qor_array_set_nested(array.get());
   for (int64_t i = 0; i < std::ssize(values); ++i) {
     auto* row = numbers(values[static_cast<size_t>(i)]).release();
-    qor_array_set(array.get(), i, std::bit_cast<double>(row));
+    qor_array_set(array.get(), i, qor_slot_of(row).f64);
   }
   return array;
 }

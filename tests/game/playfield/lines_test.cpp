@@ -16,9 +16,7 @@ protected:
     BY = 80;
   }
 
-  static double has_hole(const Array& row) {
-    return __lambda_0(std::bit_cast<double>(reinterpret_cast<uintptr_t>(row.get())));
-  }
+  static double has_hole(const Array& row) { return __lambda_0(qor_slot_of(row.get()).f64); }
 
   // What one frame of the flash draws over one row.
   static Trace bar(double y, double width, double height) {
