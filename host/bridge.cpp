@@ -76,7 +76,7 @@ int64_t qorrt_init(int, char**) {
   Running& now = running();
   now.host.reset();
   now.has_failed = false;
-  now.host = std::make_unique<Host>();
+  now.host = std::make_unique<Host>(kavo::host::make_platform());
   return ++now.handle;
 }
 

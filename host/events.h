@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <initializer_list>
 
+#include "host/input.h"
 #include "host/keyboard.h"
 #include "host/screen/presenter.h"
 #include "runtime/qorrt.h"

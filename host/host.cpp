@@ -1,9 +1,10 @@
 #include "host/host.h"
 
-#include <SDL.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <cstdlib>
+#include <utility>
 
 #include "host/command.h"
 #include "host/standard_streams.h"
@@ -31,15 +32,22 @@ void fade_sound_at_exit_of(Host* host) {
   player = getpid();
 }
 
+double seconds_of_steady_clock() {
+  const auto now = std::chrono::steady_clock::now().time_since_epoch();
+  return std::chrono::duration<double>(now).count();
+}
+
+std::unique_ptr<sound::Player> make_sound(Platform& platform) {
+  return std::make_unique<sound::Player>(
+      platform.make_sound_output(), seconds_of_steady_clock,
+      [&platform](const std::string& line) { platform.tell(line); });
+}
+
 } // namespace
 
-Host::Host() {
+Host::Host(std::unique_ptr<Platform> platform)
+    : platform_(std::move(platform)), sound(make_sound(*platform_)) {
   open_missing_standard_streams();
-  // Before SDL starts, or it would take the signals.
-  SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
-  // SDL looks for the session's bus; where none is named, that would start one.
-  setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 0);
-  SDL_SetMainReady();
   fade_sound_at_exit_of(this);
 }
 
@@ -47,7 +55,6 @@ Host::~Host() {
   playing = nullptr;
   sound.reset();
   screen.close();
-  SDL_Quit();
 }
 
 void Host::show_picture() {
@@ -96,8 +103,7 @@ bool Host::is_asked_to_end() {
 void Host::end_program() {
   sound->shutdown();
   screen.close();
-  SDL_Quit();
-  std::exit(EXIT_SUCCESS);
+  platform_->end_program(EXIT_SUCCESS);
 }
 
 } // namespace kavo::host

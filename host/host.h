@@ -10,16 +10,19 @@
 #include "host/frames.h"
 #include "host/key_names.h"
 #include "host/keyboard.h"
+#include "host/platform.h"
 #include "host/random.h"
 #include "host/screen/screen.h"
 #include "host/signals.h"
-#include "host/sound_commands.h"
+#include "host/sound/player.h"
 
 namespace kavo::host {
 
 class Host {
+  std::unique_ptr<Platform> platform_; // outlives what it hands out
+
 public:
-  Host();
+  explicit Host(std::unique_ptr<Platform> platform);
   ~Host();
   Host(const Host&) = delete;
   Host& operator=(const Host&) = delete;
@@ -37,19 +40,19 @@ public:
   // Ends the program in order, with status 0, when that was asked for and no frame is open.
   void end_frame(int64_t token);
 
-  Screen screen;
+  Screen screen{*platform_};
   Keyboard keyboard;
   Events events{keyboard};
-  std::unique_ptr<sound::Player> sound = make_sound();
+  std::unique_ptr<sound::Player> sound;
   std::optional<Random> random; // unset until the first use, which seeds it
 
 private:
   void take_events();
   bool is_asked_to_end();
-  [[noreturn]] void end_program();
+  void end_program();
 
   Frames frames_;
-  KeyNames key_names_;
+  KeyNames key_names_{*platform_};
   QuitSignals quit_signals_;
   WriteSignals write_signals_;
   int pictures_since_asked_to_end_ = 0;

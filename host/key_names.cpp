@@ -1,8 +1,10 @@
 #include "host/key_names.h"
 
-#include <SDL_keyboard.h>
+#include <optional>
+#include <utility>
 
 #include "host/command.h"
+#include "host/platform.h"
 
 namespace kavo::host {
 
@@ -11,11 +13,10 @@ int KeyNames::code_of(std::string_view name) {
   if (known != known_.end())
     return known->second;
   std::string key(name);
-  const SDL_Keycode code = SDL_GetKeyFromName(key.c_str());
-  // SDL ignores case; a name that is not its own is a mistake in the program.
-  if (code == SDLK_UNKNOWN || key != SDL_GetKeyName(code))
+  const std::optional<int> code = platform_.code_of_key(key);
+  if (!code)
     throw CommandError("argument 1: unknown key " + shown(name));
-  return known_.emplace(std::move(key), code).first->second;
+  return known_.emplace(std::move(key), *code).first->second;
 }
 
 } // namespace kavo::host

@@ -1,4 +1,4 @@
-// Keys by the names that the keyboard layout gives them: "Left", "Space", "A", …
+// Keys by the names that the platform gives them: "Left", "Space", "A", …
 #pragma once
 
 #include <string>
@@ -7,9 +7,13 @@
 
 namespace kavo::host {
 
+class Platform;
+
 class KeyNames {
 public:
-  // The layout's code of the key. Throws CommandError when no key is called exactly that.
+  explicit KeyNames(Platform& platform) : platform_(platform) {}
+
+  // What the key stands for. Throws CommandError when no key is called exactly that.
   int code_of(std::string_view name);
 
 private:
@@ -17,6 +21,7 @@ private:
     using is_transparent = void;
   };
 
+  Platform& platform_;
   // Names that were asked for: a program asks for the same few sixty times a second.
   std::unordered_map<std::string, int, Hash, std::equal_to<>> known_;
 };

@@ -1,13 +1,8 @@
 #include "host/sound_commands.h"
 
 #include "host/host.h"
-#include "host/sound/sdl_output.h"
 
 namespace kavo::host {
-
-std::unique_ptr<sound::Player> make_sound() {
-  return std::make_unique<sound::Player>(std::make_unique<sound::SdlOutput>());
-}
 
 double start_sound(Host& host, const Arguments&) {
   host.sound->init();

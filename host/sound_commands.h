@@ -1,15 +1,9 @@
 // The sound commands: each hands its arguments to the player, which checks them.
 #pragma once
 
-#include <memory>
-
 #include "host/command.h"
-#include "host/sound/player.h"
 
 namespace kavo::host {
-
-// For the machine's sound device, which is opened by SOUND.INIT.
-std::unique_ptr<sound::Player> make_sound();
 
 // SOUND.INIT
 double start_sound(Host& host, const Arguments& arguments);

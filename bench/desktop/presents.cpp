@@ -5,7 +5,7 @@
 #include <ctime>
 #include <vector>
 
-#include "host/screen/window.h"
+#include "host/desktop/window.h"
 
 namespace kavo::bench {
 

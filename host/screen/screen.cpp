@@ -1,10 +1,21 @@
 #include "host/screen/screen.h"
 
+#include <cstdlib>
+#include <string_view>
+#include <utility>
+
 #include "host/command.h"
+#include "host/platform.h"
+#include "host/screen/calm_display.h"
 
 namespace kavo::host {
 
 namespace {
+
+bool is_calm_wanted() {
+  const char* calm = std::getenv("QORRT_CALM");
+  return calm != nullptr && *calm != '\0' && std::string_view(calm) != "0";
+}
 
 [[noreturn]] void fail_without_screen() {
   throw CommandError("no screen is open; SCREEN opens one");
@@ -15,7 +26,10 @@ namespace {
 void Screen::open(const ScreenRequest& request) {
   close();
   canvas_.emplace(request.width, request.height);
-  presenter_ = open_presenter(request);
+  presenter_ = platform_.open_display(request);
+  if (is_calm_wanted())
+    presenter_ =
+        std::make_unique<CalmDisplay>(request.width, request.height, std::move(presenter_));
 }
 
 void Screen::close() {

@@ -9,9 +9,14 @@
 
 namespace kavo::host {
 
+class Platform;
+
 class Screen {
 public:
-  // Replaces the screen that may be open. The new picture is black.
+  explicit Screen(Platform& platform) : platform_(platform) {}
+
+  // Replaces the screen that may be open. The new picture is black. The display is a calm one
+  // (calm_display.h) when QORRT_CALM is neither empty nor 0.
   void open(const ScreenRequest& request);
   void close();
   bool is_open() const { return presenter_ != nullptr; }
@@ -21,6 +26,7 @@ public:
   Presenter& presenter();
 
 private:
+  Platform& platform_;
   std::optional<Canvas> canvas_;
   std::unique_ptr<Presenter> presenter_;
 };

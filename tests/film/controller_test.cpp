@@ -8,7 +8,8 @@
 #include <string>
 
 #include "game/state.h"
-#include "host/controllers.h"
+#include "host/desktop/controllers.h"
+#include "tests/fakes/stage.h"
 #include "tests/fakes/virtual_controller.h"
 #include "tests/film/player.h"
 #include "tests/film/studio.h"
@@ -16,6 +17,8 @@
 
 namespace kavo::film {
 namespace {
+
+using kavo::test::stage;
 
 // Takes the keys that a player would press and presses buttons for them.
 class Thumbs final : public host::EventSink {
@@ -60,7 +63,8 @@ TEST(Controller, PlaysAGameToItsEndAndNamesItsScore) {
   Player player({.cleared_row = 8, .hole = 7, .height = 1}, 2); // piles up, and turns and moves
   std::optional<Sofa> sofa;
   std::set<std::string> states;
-  studio().play = [&](host::EventSink& sink) {
+  stage().code_of_key = [](const std::string& name) { return SDL_GetKeyFromName(name.c_str()); };
+  stage().play = [&](host::EventSink& sink) {
     if (!sofa) {
       sofa.emplace();
       sofa->deliver(sink);
@@ -70,13 +74,13 @@ TEST(Controller, PlaysAGameToItsEndAndNamesItsScore) {
     if (QUITFLAG)
       sofa.reset();
   };
-  studio().watch = [&](const host::Canvas&) {
+  stage().watch = [&](const host::Canvas&) {
     states.insert(chars(GSTATE$));
     if (states.contains("enter"))
       player.leave();
   };
   EXPECT_TRUE(run_game({}, 1));
-  studio() = {};
+  stage() = {};
   EXPECT_EQ(states, (std::set<std::string>{"title", "play", "enter"}));
   std::string best;
   std::getline(std::ifstream("tmp/kavo_high.txt") >> std::ws, best);

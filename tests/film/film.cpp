@@ -24,6 +24,7 @@
 #include "game/state.h"
 #include "host/screen/calm_display.h"
 #include "host/screen/png.h"
+#include "tests/fakes/stage.h"
 #include "tests/film/field_of_vision.h"
 #include "tests/film/flashes.h"
 #include "tests/film/player.h"
@@ -33,8 +34,8 @@
 namespace {
 
 using kavo::film::Player;
-using kavo::film::studio;
 using kavo::host::Canvas;
+using kavo::test::stage;
 
 // The share of a calm display; none is a display that shows what is drawn.
 using Calm = std::optional<int>;
@@ -48,14 +49,14 @@ void save(const Canvas& picture, const std::filesystem::path& folder, int number
 // Plays until `watch` says that it has seen enough.
 bool play(Player player, int seed, Calm calm, const std::function<bool(const Canvas&)>& watch) {
   const kavo::test::WorkingFolder scores;
-  studio().calm_share = calm;
-  studio().play = [&](kavo::host::EventSink& sink) { player.act(sink); };
-  studio().watch = [&](const Canvas& picture) {
+  stage().calm_share = calm;
+  stage().play = [&](kavo::host::EventSink& sink) { player.act(sink); };
+  stage().watch = [&](const Canvas& picture) {
     if (watch(picture))
       player.leave();
   };
   const bool has_ended_well = kavo::film::run_game({}, seed);
-  studio() = {};
+  stage() = {};
   return has_ended_well;
 }
 

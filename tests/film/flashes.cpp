@@ -5,12 +5,15 @@
 
 #include "game/state.h"
 #include "tests/fakes/fake_clock.h"
+#include "tests/fakes/stage.h"
 #include "tests/film/flash_meter.h"
 #include "tests/film/studio.h"
 
 namespace kavo::film {
 
 namespace {
+
+using kavo::test::stage;
 
 constexpr int allowed_in_a_second = 3;
 
@@ -112,9 +115,9 @@ FilmedPlay film_play(Player player, int seed, int64_t frames, const std::vector<
   Rest rest;
   Movements movements;
   int64_t shown = 0;
-  studio().calm_share = calm_share;
-  studio().play = [&](host::EventSink& sink) { player.act(sink); };
-  studio().watch = [&](const host::Canvas& picture) {
+  stage().calm_share = calm_share;
+  stage().play = [&](host::EventSink& sink) { player.act(sink); };
+  stage().watch = [&](const host::Canvas& picture) {
     const double now_ms = kavo::test::fake_clock().now_ms;
     for (auto& spectator : spectators)
       spectator.look_at(picture, now_ms);
@@ -130,7 +133,7 @@ FilmedPlay film_play(Player player, int seed, int64_t frames, const std::vector<
   };
   FilmedPlay result;
   result.has_ended_well = run_game({}, seed);
-  studio() = {};
+  stage() = {};
   result.seconds = kavo::test::fake_clock().now_ms / 1000;
   result.tips = movements.tips();
   result.shakes = movements.shakes();

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "host/screen/calm_display.h"
+#include "tests/fakes/stage.h"
 #include "tests/film/flash_meter.h"
 #include "tests/film/flashes.h"
 #include "tests/film/studio.h"
@@ -21,9 +22,9 @@ constexpr int allowed = 3; // in any second
 host::Canvas picture_of(const char* scene) {
   const kavo::test::WorkingFolder pictures;
   std::optional<host::Canvas> last;
-  studio().watch = [&](const host::Canvas& picture) { last = copy_of(picture); };
+  kavo::test::stage().watch = [&](const host::Canvas& picture) { last = copy_of(picture); };
   EXPECT_TRUE(run_game({"shot", scene}, 1));
-  studio() = {};
+  kavo::test::stage() = {};
   return std::move(*last);
 }
 

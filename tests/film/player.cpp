@@ -1,7 +1,5 @@
 #include "tests/film/player.h"
 
-#include <SDL_keyboard.h>
-
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -9,6 +7,7 @@
 
 #include "game/playfield/lean.h"
 #include "game/state.h"
+#include "tests/fakes/stage.h"
 
 namespace kavo::film {
 
@@ -90,8 +89,7 @@ Look look_at(const Cells& cells) {
 
 void send(host::EventSink& sink, std::string_view name, bool is_down) {
   const std::string text(name);
-  const SDL_Keycode code = SDL_GetKeyFromName(text.c_str());
-  const host::Key key{.scancode = SDL_GetScancodeFromKey(code), .code = code, .name = text.c_str()};
+  const host::Key key = kavo::test::key_named(text);
   if (is_down)
     sink.key_went_down(key, false);
   else

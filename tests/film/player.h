@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host/screen/presenter.h"
+#include "host/input.h"
 
 namespace kavo::film {
 

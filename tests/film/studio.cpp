@@ -5,46 +5,15 @@
 #include <cstdlib>
 #include <iostream>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "game/program.h"
 #include "game/values.h"
-#include "host/screen/calm_display.h"
 #include "tests/fakes/fake_clock.h"
 
 namespace kavo::film {
 
-namespace {
-
-class StudioPresenter final : public host::Presenter {
-public:
-  void present(host::Canvas& canvas) override {
-    has_shown_a_picture_ = true;
-    if (studio().watch)
-      studio().watch(canvas);
-  }
-  // The host asks for events at the frame's first question for a key, too.
-  void deliver_events(host::EventSink& sink) override {
-    if (std::exchange(has_shown_a_picture_, false) && studio().play)
-      studio().play(sink);
-  }
-  const std::string& unplayable_reason() const override { return playable_; }
-
-private:
-  bool has_shown_a_picture_ = false;
-  std::string playable_;
-};
-
-} // namespace
-
-Studio& studio() {
-  static Studio studio;
-  return studio;
-}
-
 bool run_game(std::initializer_list<const char*> arguments, int seed) {
-  setenv("SDL_AUDIODRIVER", "dummy", 1);
   setenv("QORRT_SEED", std::to_string(seed).c_str(), 1);
   kavo::test::fake_clock() = {};
   std::vector<std::string> words{"kavo"};
@@ -73,13 +42,3 @@ host::Canvas copy_of(const host::Canvas& picture) {
 }
 
 } // namespace kavo::film
-
-// Stands before the host's own, which would look for a desktop.
-std::unique_ptr<kavo::host::Presenter>
-kavo::host::open_presenter(const kavo::host::ScreenRequest& request) {
-  auto camera = std::make_unique<kavo::film::StudioPresenter>();
-  if (const auto share = kavo::film::studio().calm_share)
-    return std::make_unique<kavo::host::CalmDisplay>(request.width, request.height,
-                                                     std::move(camera), *share);
-  return camera;
-}

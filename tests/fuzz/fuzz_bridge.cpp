@@ -1,6 +1,6 @@
 // The host's thirteen operations with whatever a program may send from its one thread: any handle,
 // name, count, tag and number, slots that are what their tags say. A call gives a result or leaves
-// an error that says something. Files are those of a sandbox, sound goes to SDL's dummy device.
+// an error that says something. Files are those of a sandbox, nothing is heard.
 #include <limits>
 
 #include "host/catalogue.h"
@@ -169,8 +169,6 @@ void call_anything(Program& program) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  setenv("SDL_VIDEODRIVER", "dummy", 1);
-  setenv("SDL_AUDIODRIVER", "dummy", 1);
   const kavo::fuzz::Sandbox sandbox;
   Input input(data, size);
   Program program{input};

@@ -129,12 +129,4 @@ private:
   std::string before_;
 };
 
-// A host whose screen is nowhere and whose keys are never pressed.
-class InvisibleBridge {
-  Environment driver_{"SDL_VIDEODRIVER", "dummy"};
-
-public:
-  Bridge bridge;
-};
-
 } // namespace kavo::test

@@ -10,7 +10,6 @@
 namespace {
 
 using kavo::test::Bridge;
-using kavo::test::InvisibleBridge;
 
 TEST(Handle, IsNeverZeroAndNewForEachHost) {
   const int64_t first = qorrt_init(0, nullptr);
@@ -29,46 +28,45 @@ TEST(Handle, ShuttingDownTwiceIsHarmless) {
 }
 
 TEST(Handle, AWrongOneReachesNoHostAndIsAnError) {
-  InvisibleBridge host;
-  const int64_t wrong = host.bridge.handle() + 1;
+  Bridge bridge;
+  const int64_t wrong = bridge.handle() + 1;
   EXPECT_EQ(qorrt_call_typed_f64(wrong, "CLS", nullptr, nullptr, 0), 0.0);
-  EXPECT_EQ(host.bridge.take_error(),
-            "CLS: no host runs under the handle " + std::to_string(wrong));
+  EXPECT_EQ(bridge.take_error(), "CLS: no host runs under the handle " + std::to_string(wrong));
   EXPECT_EQ(qorrt_call_typed_arr(0, "CLS", nullptr, nullptr, 0), nullptr);
-  EXPECT_EQ(host.bridge.take_error(), "CLS: no host runs under the handle 0");
+  EXPECT_EQ(bridge.take_error(), "CLS: no host runs under the handle 0");
 }
 
 TEST(Handle, OtherOperationsIgnoreAWrongOne) {
-  InvisibleBridge host;
+  Bridge bridge;
   qorrt_shutdown(0);
   qorrt_shutdown(INT64_MIN);
   qorrt_set_event_dispatcher(0, nullptr);
   EXPECT_EQ(qorrt_frame_begin(INT64_MAX), 0);
   qorrt_frame_end(INT64_MAX, 1);
-  EXPECT_EQ(host.bridge.error_of("RND", 1), "");
+  EXPECT_EQ(bridge.error_of("RND", 1), "");
 }
 
 TEST(LastError, IsNullWhileNothingHasFailed) {
-  InvisibleBridge host;
-  EXPECT_EQ(qorrt_last_error(host.bridge.handle()), nullptr);
-  host.bridge.send("RND", 1);
-  EXPECT_EQ(qorrt_last_error(host.bridge.handle()), nullptr);
+  Bridge bridge;
+  EXPECT_EQ(qorrt_last_error(bridge.handle()), nullptr);
+  bridge.send("RND", 1);
+  EXPECT_EQ(qorrt_last_error(bridge.handle()), nullptr);
 }
 
 TEST(LastError, StaysUntilItIsCleared) {
-  InvisibleBridge host;
-  host.bridge.send("FOO");
-  host.bridge.send("RND", 1);
-  EXPECT_STREQ(qorrt_last_error(host.bridge.handle()), "unknown command \"FOO\"");
-  qorrt_clear_last_error(host.bridge.handle());
-  EXPECT_EQ(qorrt_last_error(host.bridge.handle()), nullptr);
+  Bridge bridge;
+  bridge.send("FOO");
+  bridge.send("RND", 1);
+  EXPECT_STREQ(qorrt_last_error(bridge.handle()), "unknown command \"FOO\"");
+  qorrt_clear_last_error(bridge.handle());
+  EXPECT_EQ(qorrt_last_error(bridge.handle()), nullptr);
 }
 
 TEST(LastError, IsTheLatest) {
-  InvisibleBridge host;
-  host.bridge.send("FOO");
-  host.bridge.send("BAR");
-  EXPECT_EQ(host.bridge.take_error(), "unknown command \"BAR\"");
+  Bridge bridge;
+  bridge.send("FOO");
+  bridge.send("BAR");
+  EXPECT_EQ(bridge.take_error(), "unknown command \"BAR\"");
 }
 
 TEST(LastError, DoesNotSurviveTheHost) {
@@ -79,16 +77,16 @@ TEST(LastError, DoesNotSurviveTheHost) {
 }
 
 TEST(LastError, ShowsForeignBytesLegibly) {
-  InvisibleBridge host;
-  EXPECT_EQ(host.bridge.error_of("A\n\x7F"), "unknown command \"A\\x0A\\x7F\"");
-  EXPECT_EQ(host.bridge.error_of(std::string(1000, 'X').c_str()),
+  Bridge bridge;
+  EXPECT_EQ(bridge.error_of("A\n\x7F"), "unknown command \"A\\x0A\\x7F\"");
+  EXPECT_EQ(bridge.error_of(std::string(1000, 'X').c_str()),
             "unknown command \"" + std::string(80, 'X') + "…\"");
 }
 
 TEST(FailedCommands, GiveZeroOrNull) {
-  InvisibleBridge host;
-  EXPECT_EQ(host.bridge.send("FOO"), 0.0);
-  EXPECT_EQ(host.bridge.fetch("FOO"), nullptr);
+  Bridge bridge;
+  EXPECT_EQ(bridge.send("FOO"), 0.0);
+  EXPECT_EQ(bridge.fetch("FOO"), nullptr);
 }
 
 TEST(BinaryStrings, HaveTheLengthThatWasRegistered) {
@@ -123,7 +121,7 @@ TEST(BinaryStrings, NullIsNotRegistered) {
 TEST(BinaryStrings, OutliveAHost) {
   const char bytes[] = "abc";
   {
-    InvisibleBridge host;
+    Bridge bridge;
     qorrt_register_binary(bytes, 3);
   }
   EXPECT_EQ(qorrt_strlen(bytes), 3);
@@ -131,31 +129,31 @@ TEST(BinaryStrings, OutliveAHost) {
 }
 
 TEST(HostValues, AreAllUnknown) {
-  InvisibleBridge host;
+  Bridge bridge;
   for (const int64_t value : {INT64_MIN, int64_t{-1}, int64_t{0}, int64_t{1}, INT64_MAX}) {
-    EXPECT_EQ(qorrt_val_to_f64(host.bridge.handle(), value), 0.0);
-    const std::unique_ptr<char, void (*)(char*)> text(qorrt_val_to_str(host.bridge.handle(), value),
+    EXPECT_EQ(qorrt_val_to_f64(bridge.handle(), value), 0.0);
+    const std::unique_ptr<char, void (*)(char*)> text(qorrt_val_to_str(bridge.handle(), value),
                                                       qor_str_free);
     EXPECT_STREQ(text.get(), "");
   }
 }
 
 TEST(Frames, Nest) {
-  InvisibleBridge host;
-  const int64_t outer = qorrt_frame_begin(host.bridge.handle());
-  const int64_t inner = qorrt_frame_begin(host.bridge.handle());
+  Bridge bridge;
+  const int64_t outer = qorrt_frame_begin(bridge.handle());
+  const int64_t inner = qorrt_frame_begin(bridge.handle());
   EXPECT_NE(outer, inner);
-  qorrt_frame_end(host.bridge.handle(), inner);
-  qorrt_frame_end(host.bridge.handle(), outer);
-  EXPECT_EQ(qorrt_frame_begin(host.bridge.handle()), outer);
+  qorrt_frame_end(bridge.handle(), inner);
+  qorrt_frame_end(bridge.handle(), outer);
+  EXPECT_EQ(qorrt_frame_begin(bridge.handle()), outer);
 }
 
 TEST(Frames, AWrongTokenIsHarmless) {
-  InvisibleBridge host;
-  const int64_t token = qorrt_frame_begin(host.bridge.handle());
+  Bridge bridge;
+  const int64_t token = qorrt_frame_begin(bridge.handle());
   for (const int64_t wrong : {int64_t{0}, int64_t{-1}, INT64_MIN, INT64_MAX, token + 1})
-    qorrt_frame_end(host.bridge.handle(), wrong);
-  EXPECT_EQ(qorrt_frame_begin(host.bridge.handle()), token + 1);
+    qorrt_frame_end(bridge.handle(), wrong);
+  EXPECT_EQ(qorrt_frame_begin(bridge.handle()), token + 1);
 }
 
 } // namespace

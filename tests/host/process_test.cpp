@@ -9,15 +9,12 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 
 #include "tests/host/bridge.h"
 
 namespace {
 
-namespace fs = std::filesystem;
 using kavo::test::Bridge;
-using kavo::test::Environment;
 
 bool is_null_device(int file) {
   struct stat status = {};
@@ -72,45 +69,6 @@ TEST(Process, DiesOfABrokenPipeAgainAfterShutdown) {
         std::raise(SIGPIPE);
       },
       testing::KilledBySignal(SIGPIPE), "");
-}
-
-long threads_of_this_process() {
-  return std::distance(fs::directory_iterator("/proc/self/task"), fs::directory_iterator());
-}
-
-long threads_before = 0;
-
-void tell_threads(const char* moment) {
-  std::fprintf(stderr, "%s: %ld;", moment, threads_of_this_process() - threads_before);
-}
-
-// Handlers run in the reverse order of their registration.
-[[noreturn]] void exit_while_sound_plays() {
-  const Environment driver("SDL_AUDIODRIVER", "dummy");
-  threads_before = threads_of_this_process();
-  std::atexit([] { tell_threads("at exit"); });
-  Bridge bridge;
-  bridge.send("SOUND.INIT");
-  bridge.send("SOUND.NOTE", "c3 e3 g3", 1);
-  tell_threads("playing");
-  std::exit(3);
-}
-
-TEST(Process, HasNoThreadOfTheSoundLeftWhenItExitsOnAnError) {
-  GTEST_FLAG_SET(death_test_style, "threadsafe"); // a new process: no test before has had a host
-  EXPECT_EXIT(exit_while_sound_plays(), testing::ExitedWithCode(3), "playing: 1;at exit: 0;$");
-}
-
-TEST(Process, LooksForNoSessionBusThatNobodyNamed) {
-  const Environment bus("DBUS_SESSION_BUS_ADDRESS", nullptr);
-  { const Bridge bridge; }
-  EXPECT_STREQ(std::getenv("DBUS_SESSION_BUS_ADDRESS"), "disabled:");
-}
-
-TEST(Process, KeepsTheSessionBusThatIsNamed) {
-  const Environment bus("DBUS_SESSION_BUS_ADDRESS", "unix:path=/run/bus");
-  { const Bridge bridge; }
-  EXPECT_STREQ(std::getenv("DBUS_SESSION_BUS_ADDRESS"), "unix:path=/run/bus");
 }
 
 } // namespace

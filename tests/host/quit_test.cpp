@@ -10,7 +10,6 @@
 namespace {
 
 using kavo::test::Bridge;
-using kavo::test::InvisibleBridge;
 
 void say_quit(const char* name, const int64_t*, const uint32_t*, int64_t) {
   std::fprintf(stderr, "%s;", name);
@@ -18,16 +17,16 @@ void say_quit(const char* name, const int64_t*, const uint32_t*, int64_t) {
 
 // A loop that gets a signal inside of its third frame and goes on within that frame.
 [[noreturn]] void play_until(int signal) {
-  InvisibleBridge host;
-  qorrt_set_event_dispatcher(host.bridge.handle(), say_quit);
-  host.bridge.send("SCREEN", 8, 4, "x", 1);
+  Bridge bridge;
+  qorrt_set_event_dispatcher(bridge.handle(), say_quit);
+  bridge.send("SCREEN", 8, 4, "x", 1);
   for (int frame = 1; frame <= 5; ++frame) {
-    const int64_t token = qorrt_frame_begin(host.bridge.handle());
+    const int64_t token = qorrt_frame_begin(bridge.handle());
     if (frame == 3)
       std::raise(signal);
-    host.bridge.send("SCREENFLIP");
+    bridge.send("SCREENFLIP");
     std::fprintf(stderr, "%d;", frame);
-    qorrt_frame_end(host.bridge.handle(), token);
+    qorrt_frame_end(bridge.handle(), token);
   }
   std::_Exit(99);
 }
@@ -40,11 +39,11 @@ TEST(Signals, EndTheProgramInOrderAtTheEndOfTheFrame) {
 TEST(Signals, EndTheProgramAtAFlipOutsideOfAnyFrame) {
   EXPECT_EXIT(
       {
-        InvisibleBridge host;
-        host.bridge.send("SCREEN", 8, 4, "x", 1);
+        Bridge bridge;
+        bridge.send("SCREEN", 8, 4, "x", 1);
         std::raise(SIGINT);
         std::fputs("before;", stderr);
-        host.bridge.send("SCREENFLIP");
+        bridge.send("SCREENFLIP");
         std::_Exit(99);
       },
       testing::ExitedWithCode(0), "before;$");
@@ -53,13 +52,13 @@ TEST(Signals, EndTheProgramAtAFlipOutsideOfAnyFrame) {
 TEST(Signals, WaitForTheOutermostFrame) {
   EXPECT_EXIT(
       {
-        InvisibleBridge host;
-        const int64_t outer = qorrt_frame_begin(host.bridge.handle());
-        const int64_t inner = qorrt_frame_begin(host.bridge.handle());
+        Bridge bridge;
+        const int64_t outer = qorrt_frame_begin(bridge.handle());
+        const int64_t inner = qorrt_frame_begin(bridge.handle());
         std::raise(SIGTERM);
-        qorrt_frame_end(host.bridge.handle(), inner);
+        qorrt_frame_end(bridge.handle(), inner);
         std::fputs("inner;", stderr);
-        qorrt_frame_end(host.bridge.handle(), outer);
+        qorrt_frame_end(bridge.handle(), outer);
         std::_Exit(99);
       },
       testing::ExitedWithCode(0), "inner;$");
@@ -94,14 +93,14 @@ TEST(Signals, StopAProgramThatHangs) {
 TEST(Signals, EndAnAnimationAtItsSecondPicture) {
   EXPECT_EXIT(
       {
-        InvisibleBridge host;
-        host.bridge.send("SCREEN", 8, 4, "x", 1);
-        qorrt_frame_begin(host.bridge.handle());
-        host.bridge.send("SCREENFLIP");
+        Bridge bridge;
+        bridge.send("SCREEN", 8, 4, "x", 1);
+        qorrt_frame_begin(bridge.handle());
+        bridge.send("SCREENFLIP");
         std::raise(SIGTERM);
         for (int picture = 1; picture <= 12; ++picture) {
           std::fprintf(stderr, "%d;", picture);
-          host.bridge.send("SCREENFLIP");
+          bridge.send("SCREENFLIP");
         }
         std::_Exit(99);
       },
@@ -133,11 +132,11 @@ TEST(Signals, WhatIsBufferedForOutputIsNotLost) {
   EXPECT_EXIT(
       {
         std::setvbuf(stderr, nullptr, _IOFBF, 4096);
-        InvisibleBridge host;
-        host.bridge.send("SCREEN", 8, 4, "x", 1);
+        Bridge bridge;
+        bridge.send("SCREEN", 8, 4, "x", 1);
         std::fputs("kept", stderr);
         std::raise(SIGINT);
-        host.bridge.send("SCREENFLIP");
+        bridge.send("SCREENFLIP");
         std::_Exit(99);
       },
       testing::ExitedWithCode(0), "kept");

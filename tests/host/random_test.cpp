@@ -12,8 +12,8 @@ namespace {
 using kavo::host::CommandError;
 using kavo::host::fresh_seed;
 using kavo::host::Random;
+using kavo::test::Bridge;
 using kavo::test::Environment;
-using kavo::test::InvisibleBridge;
 
 TEST(Random, IsXoshiro256StarStar) {
   Random random(Random::State{1, 2, 3, 4});
@@ -61,48 +61,48 @@ TEST(Random, FractionsFillTheRangeEvenly) {
 
 TEST(Rnd, ANegativeNumberSeedsFromTheEnvironment) {
   const Environment seed("QORRT_SEED", "7");
-  InvisibleBridge host;
-  EXPECT_EQ(host.bridge.send("RND", -1), 0.0);
-  const double first = host.bridge.send("RND", 1);
-  const double second = host.bridge.send("RND", 1);
+  Bridge bridge;
+  EXPECT_EQ(bridge.send("RND", -1), 0.0);
+  const double first = bridge.send("RND", 1);
+  const double second = bridge.send("RND", 1);
   EXPECT_NE(first, second);
-  host.bridge.send("RND", -0.5);
-  EXPECT_EQ(host.bridge.send("RND", 1), first);
+  bridge.send("RND", -0.5);
+  EXPECT_EQ(bridge.send("RND", 1), first);
   EXPECT_EQ(first, Random(7).next_fraction());
 }
 
 TEST(Rnd, AnyOtherNumberDraws) {
   const Environment seed("QORRT_SEED", "7");
-  InvisibleBridge host;
+  Bridge bridge;
   Random expected(7);
   for (const double argument : {1.0, 0.0, -0.0, 17.5, std::numeric_limits<double>::infinity(),
                                 std::numeric_limits<double>::quiet_NaN()})
-    EXPECT_EQ(host.bridge.send("RND", argument), expected.next_fraction()) << argument;
+    EXPECT_EQ(bridge.send("RND", argument), expected.next_fraction()) << argument;
 }
 
 TEST(Rnd, WithoutASeedInTheEnvironmentEachSeedingDiffers) {
   const Environment seed("QORRT_SEED", nullptr);
-  InvisibleBridge host;
-  host.bridge.send("RND", -1);
-  const double first = host.bridge.send("RND", 1);
-  host.bridge.send("RND", -1);
-  EXPECT_NE(host.bridge.send("RND", 1), first);
+  Bridge bridge;
+  bridge.send("RND", -1);
+  const double first = bridge.send("RND", 1);
+  bridge.send("RND", -1);
+  EXPECT_NE(bridge.send("RND", 1), first);
 }
 
 TEST(Rnd, NeedsNoSeeding) {
   const Environment seed("QORRT_SEED", nullptr);
-  InvisibleBridge one;
-  const double first = one.bridge.send("RND", 1);
-  EXPECT_EQ(one.bridge.take_error(), "");
-  InvisibleBridge another;
-  EXPECT_NE(another.bridge.send("RND", 1), first);
+  Bridge one;
+  const double first = one.send("RND", 1);
+  EXPECT_EQ(one.take_error(), "");
+  Bridge another;
+  EXPECT_NE(another.send("RND", 1), first);
 }
 
 TEST(Rnd, ASeedThatIsNoNumberIsAnError) {
   for (const char* text : {"", "x", "7x", "-1", " 7", "18446744073709551616"}) {
     const Environment seed("QORRT_SEED", text);
-    InvisibleBridge host;
-    EXPECT_EQ(host.bridge.error_of("RND", -1),
+    Bridge bridge;
+    EXPECT_EQ(bridge.error_of("RND", -1),
               "RND: QORRT_SEED must be a whole number from 0 to 18446744073709551615, got \"" +
                   std::string(text) + "\"");
   }

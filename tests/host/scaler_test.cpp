@@ -8,7 +8,6 @@
 
 #include "host/screen/changed_rows.h"
 #include "host/screen/scaler.h"
-#include "host/screen/window.h"
 
 namespace {
 
@@ -17,7 +16,6 @@ using kavo::host::Canvas;
 using kavo::host::letterbox;
 using kavo::host::Scaler;
 using kavo::host::Size;
-using kavo::host::start_size;
 
 using Rectangle = std::vector<int>;
 
@@ -66,20 +64,6 @@ TEST(Letterbox, NeverExceedsTheWindowNorVanishes) {
                   area.x + area.width <= width && area.y + area.height <= height)
           << width << " x " << height;
     }
-}
-
-TEST(StartSize, IsThePictureTimesTheScale) {
-  EXPECT_EQ(start_size({660, 800}, 1, {1920, 1080}).width, 660);
-  EXPECT_EQ(start_size({660, 800}, 1, {1920, 1080}).height, 800);
-  EXPECT_EQ(start_size({660, 800}, 2, {3840, 2160}).height, 1600);
-  EXPECT_EQ(start_size({660, 800}, 0.5, {1920, 1080}).height, 400);
-}
-
-TEST(StartSize, FitsASmallDisplayWithItsTitleBar) {
-  const Size size = start_size({660, 800}, 1, {1366, 768});
-  EXPECT_LE(size.height, 768 - 30);
-  EXPECT_GE(size.height, 700);
-  EXPECT_NEAR(static_cast<double>(size.width) / size.height, 660.0 / 800.0, 0.002);
 }
 
 TEST(Scaler, OneToOneIsThePictureItself) {

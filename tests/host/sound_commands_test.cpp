@@ -7,17 +7,14 @@
 
 namespace {
 
-using kavo::test::InvisibleBridge;
+using kavo::test::Bridge;
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
 class SoundCommands : public testing::Test {
-private:
-  InvisibleBridge host_;
-
 protected:
-  kavo::test::Bridge& bridge = host_.bridge;
+  Bridge bridge;
 };
 
 TEST_F(SoundCommands, AcceptTheGamesOwnSetUp) {

@@ -34,11 +34,7 @@ void PrintTo(const Scene& scene, std::ostream* out) {
 
 class SceneTest : public ::testing::Test {
 protected:
-  void SetUp() override {
-    setenv("SDL_VIDEODRIVER", "dummy", 1);
-    setenv("SDL_AUDIODRIVER", "dummy", 1);
-    setenv("QORRT_SEED", "1", 1);
-  }
+  void SetUp() override { setenv("QORRT_SEED", "1", 1); }
 
   // Runs the program as "kavo shot <word>"; its pictures are then in tmp/.
   static void shoot(std::string word) {

@@ -16,9 +16,9 @@
 #include <thread>
 #include <vector>
 
+#include "host/desktop/sdl_output.h"
 #include "host/sound/pitch.h"
 #include "host/sound/player.h"
-#include "host/sound/sdl_output.h"
 #include "host/sound/tools/script.h"
 #include "tests/host/sound/analysis.h"
 #include "tests/host/sound/studio.h"

@@ -3,7 +3,7 @@
 #include <optional>
 
 #include "tests/fakes/virtual_controller.h"
-#include "tests/host/window_fixture.h"
+#include "tests/host/desktop/window_fixture.h"
 
 namespace {
 

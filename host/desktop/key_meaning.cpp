@@ -1,4 +1,4 @@
-#include "host/screen/key_meaning.h"
+#include "host/desktop/key_meaning.h"
 
 namespace kavo::host {
 

@@ -1,4 +1,4 @@
-#include "host/controllers.h"
+#include "host/desktop/controllers.h"
 
 #include <algorithm>
 #include <array>

@@ -17,7 +17,7 @@
 #include <memory>
 #include <vector>
 
-#include "host/screen/presenter.h"
+#include "host/input.h"
 
 namespace kavo::host {
 

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <string>
 
-#include "tests/host/window_fixture.h"
+#include "tests/host/desktop/window_fixture.h"
 
 namespace {
 

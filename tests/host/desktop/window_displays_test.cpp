@@ -1,6 +1,6 @@
 // The window on a desktop of two displays, a laptop's and a larger one beside it: moved between
 // them, full screen on either, and there when its display is unplugged.
-#include "tests/host/window_fixture.h"
+#include "tests/host/desktop/window_fixture.h"
 
 namespace {
 

@@ -1,10 +1,10 @@
-#include "host/sound/sdl_output.h"
+#include "host/desktop/sdl_output.h"
 
 #include <SDL.h>
 
 #include <string>
 
-#include "host/sound/alsa_messages.h"
+#include "host/desktop/alsa_messages.h"
 
 namespace kavo::sound {
 

@@ -8,10 +8,10 @@
 #include <optional>
 #include <vector>
 
-#include "host/controllers.h"
+#include "host/desktop/controllers.h"
+#include "host/desktop/foreign_keys.h"
+#include "host/desktop/idle_pointer.h"
 #include "host/screen/changed_rows.h"
-#include "host/screen/foreign_keys.h"
-#include "host/screen/idle_pointer.h"
 #include "host/screen/presenter.h"
 #include "host/screen/scaler.h"
 

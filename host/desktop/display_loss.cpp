@@ -1,4 +1,4 @@
-#include "host/screen/display_loss.h"
+#include "host/desktop/display_loss.h"
 
 #include <dlfcn.h>
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "host/controllers.h"
+#include "host/desktop/controllers.h"
 #include "host/events.h"
 #include "host/keyboard.h"
 #include "tests/fakes/virtual_controller.h"

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "host/screen/idle_pointer.h"
+#include "host/desktop/idle_pointer.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "host/sound/alsa_messages.h"
+#include "host/desktop/alsa_messages.h"
 
 #include <dlfcn.h>
 

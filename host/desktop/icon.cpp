@@ -1,8 +1,8 @@
-#include "host/screen/icon.h"
+#include "host/desktop/icon.h"
 
 #include <memory>
 
-#include "host/screen/icon_data.h"
+#include "host/desktop/icon_data.h"
 
 namespace kavo::host {
 

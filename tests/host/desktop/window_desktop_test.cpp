@@ -1,6 +1,6 @@
 // The window among others: its icon, the pointer over it, moved, minimised and brought back.
-#include "host/screen/icon_data.h"
-#include "tests/host/window_fixture.h"
+#include "host/desktop/icon_data.h"
+#include "tests/host/desktop/window_fixture.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <utility>
 #include <vector>
 
-#include "tests/host/window_fixture.h"
+#include "tests/host/desktop/window_fixture.h"
 
 namespace {
 

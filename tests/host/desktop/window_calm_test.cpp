@@ -5,8 +5,8 @@
 #include <string>
 
 #include "host/screen/calm_display.h"
+#include "tests/host/desktop/window_fixture.h"
 #include "tests/host/read_png.h"
-#include "tests/host/window_fixture.h"
 #include "tests/support/files.h"
 #include "tests/support/temporary_folder.h"
 

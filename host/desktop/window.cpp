@@ -1,13 +1,13 @@
-#include "host/screen/window.h"
+#include "host/desktop/window.h"
 
 #include <cmath>
 #include <cstdlib>
 #include <string_view>
 
 #include "host/command.h"
-#include "host/screen/display_loss.h"
-#include "host/screen/icon.h"
-#include "host/screen/key_meaning.h"
+#include "host/desktop/display_loss.h"
+#include "host/desktop/icon.h"
+#include "host/desktop/key_meaning.h"
 
 namespace kavo::host {
 

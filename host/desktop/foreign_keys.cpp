@@ -1,4 +1,4 @@
-#include "host/screen/foreign_keys.h"
+#include "host/desktop/foreign_keys.h"
 
 #include <SDL_syswm.h>
 #include <X11/Xlib.h>

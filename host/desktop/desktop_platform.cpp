@@ -1,0 +1,78 @@
+#include "host/desktop/desktop_platform.h"
+
+#include <SDL.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <string_view>
+
+#include "host/command_error.h"
+#include "host/desktop/sdl_output.h"
+#include "host/desktop/window.h"
+#include "host/offscreen.h"
+
+namespace kavo::host {
+
+namespace {
+
+std::string_view environment(const char* name) {
+  const char* value = std::getenv(name);
+  return value == nullptr ? "" : value;
+}
+
+std::string no_display(const std::string& reason) {
+  return "no display: start the game in a desktop session, or set DISPLAY or WAYLAND_DISPLAY (" +
+         reason + ")";
+}
+
+} // namespace
+
+DesktopPlatform::DesktopPlatform() {
+  // Before SDL starts, or it would take the signals.
+  SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
+  // SDL looks for the session's bus; where none is named, that would start one.
+  setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 0);
+  SDL_SetMainReady();
+}
+
+DesktopPlatform::~DesktopPlatform() {
+  SDL_Quit();
+}
+
+std::unique_ptr<Presenter> DesktopPlatform::open_display(const ScreenRequest& request) {
+  const std::string_view driver = environment("SDL_VIDEODRIVER");
+  if (driver == "dummy" || driver == "offscreen")
+    return open_offscreen_display("");
+  const bool has_desktop =
+      !environment("DISPLAY").empty() || !environment("WAYLAND_DISPLAY").empty();
+  if (driver.empty() && !has_desktop)
+    return open_offscreen_display(no_display("neither is set"));
+  try {
+    return std::make_unique<Window>(request);
+  } catch (const CommandError& error) {
+    return open_offscreen_display(no_display(error.what()));
+  }
+}
+
+std::unique_ptr<sound::Output> DesktopPlatform::make_sound_output() {
+  return std::make_unique<sound::SdlOutput>();
+}
+
+// SDL ignores case; a name that is not its own is a mistake in the program.
+std::optional<int> DesktopPlatform::code_of_key(const std::string& name) {
+  const SDL_Keycode code = SDL_GetKeyFromName(name.c_str());
+  if (code == SDLK_UNKNOWN || name != SDL_GetKeyName(code))
+    return std::nullopt;
+  return code;
+}
+
+void DesktopPlatform::tell(const std::string& line) {
+  static_cast<void>(std::fprintf(stderr, "%s\n", line.c_str()));
+}
+
+void DesktopPlatform::end_program(int status) {
+  SDL_Quit();
+  std::exit(status);
+}
+
+} // namespace kavo::host

@@ -1,0 +1,26 @@
+// The desktop as a place to play in, through SDL.
+#pragma once
+
+#include "host/platform.h"
+
+namespace kavo::host {
+
+class DesktopPlatform final : public Platform {
+public:
+  // Before anything else asks SDL for something.
+  DesktopPlatform();
+  ~DesktopPlatform() override;
+
+  // A window when there is a desktop to put it on. Without one, or when SDL_VIDEODRIVER names a
+  // driver without a screen (dummy, offscreen), the twin's display.
+  std::unique_ptr<Presenter> open_display(const ScreenRequest& request) override;
+  // The machine's sound device.
+  std::unique_ptr<sound::Output> make_sound_output() override;
+  // By the keyboard's layout: "Left", "Space", "A", …
+  std::optional<int> code_of_key(const std::string& name) override;
+  // On standard error.
+  void tell(const std::string& line) override;
+  [[noreturn]] void end_program(int status) override;
+};
+
+} // namespace kavo::host
