@@ -134,8 +134,9 @@ char* new_text(std::string_view bytes) {
     throw std::bad_alloc();
   std::copy(bytes.begin(), bytes.end(), text);
   text[bytes.size()] = '\0';
-  if (bytes.find('\0') != std::string_view::npos)
-    qorrt_register_binary(text, static_cast<int64_t>(bytes.size()));
+  const bool is_whole_by_itself = bytes.find('\0') == std::string_view::npos;
+  // Where a byte string ended with free(), its length is still registered.
+  qorrt_register_binary(text, is_whole_by_itself ? -1 : static_cast<int64_t>(bytes.size()));
   return text;
 }
 

@@ -4,8 +4,8 @@
    Every function that returns an array makes a new record that belongs to the caller; arguments
    are never changed, but for the setters and the two pops, which work in place. References are
    copied as they are: a reversed array of rows shares its rows with the original. An array's
-   strings end with qor_str_free, one by one, or with qor_array_free_deep, never with free(): many
-   short ones may stand in one block of memory (of 1024 bytes), which goes with the last of them.
+   strings are malloc blocks of their own and end with qor_str_free or free(), one by one, or with
+   qor_array_free_deep.
 
    A null array is an empty one. Indexes start at 0; reading out of range gives 0.0 (or null, or
    ""), writing out of range does nothing, and neither is an error. */

@@ -116,9 +116,9 @@ QorArray* combined_strings(const QorArray* a, const QorArray* b, int64_t code) {
 } // namespace
 
 QorArray* qor_array_binop(const QorArray* a, const QorArray* b, int64_t code) {
-  if (qor::has_strings(a) && qor::has_strings(b))
-    return combined_strings(a, b, code);
-  return qor::combined(a, b, arithmetic(code));
+  return qor::combined(a, b, arithmetic(code), [code](const QorArray* x, const QorArray* y) {
+    return combined_strings(x, y, code);
+  });
 }
 
 QorArray* qor_array_scalar_op(const QorArray* a, double s, int64_t code, int64_t scalar_first) {
@@ -130,12 +130,12 @@ QorArray* qor_array_cmp_scalar(const QorArray* a, double s, int64_t code) {
 }
 
 QorArray* qor_array_cmp_arr(const QorArray* a, const QorArray* b, int64_t code) {
-  if (!qor::has_strings(a) || !qor::has_strings(b))
-    return qor::combined(a, b, comparison(code));
-  auto* result = qor_array_new(std::min(a->length, b->length));
-  for (int64_t i = 0; i < result->length; ++i)
-    result->data[i] = compared_strings(qor_array_get_str(a, i), qor_array_get_str(b, i), code);
-  return result;
+  return qor::combined(a, b, comparison(code), [code](const QorArray* x, const QorArray* y) {
+    auto* result = qor_array_new(std::min(x->length, y->length));
+    for (int64_t i = 0; i < result->length; ++i)
+      result->data[i] = compared_strings(qor_array_get_str(x, i), qor_array_get_str(y, i), code);
+    return result;
+  });
 }
 
 QorArray* qor_array_cmp_scalar_str(const QorArray* a, const char* s, int64_t code) {

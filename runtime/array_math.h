@@ -42,7 +42,7 @@ enum {
 };
 
 /* a[i] op b[i]. Of two string arrays it is a string array: concatenated for QOR_OP_ADD, else of
-   empty strings. */
+   empty strings; of arrays of such rows an array of such rows. */
 QorArray* qor_array_binop(const QorArray* a, const QorArray* b, int64_t code);
 
 /* a[i] op s, or s op a[i] when `scalar_first` is non-zero. */

@@ -88,7 +88,7 @@ void qor_array_free_deep(QorArray* array) {
   for (int64_t i = 0; i < length; ++i) {
     const auto kind = qor::reference_kind(array, i);
     if (kind == QOR_TAG_STRING)
-      qor_str_free(qor::reference_in<char>(array->data[i]));
+      qor::free_string(qor::reference_in<char>(array->data[i]));
     else if (kind == QOR_TAG_ARRAY)
       qor_array_free_deep(qor::reference_in<QorArray>(array->data[i]));
   }

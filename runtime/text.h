@@ -1,8 +1,8 @@
 /* Strings: NUL-terminated bytes.
 
    Every function that returns a string makes a new one for the caller, who ends it with
-   qor_str_free (free() does for a string that was never registered as a byte string and is no
-   element of an array). Arguments are never changed or freed. A null string is an empty one unless
+   qor_str_free; free() does, too, and leaves a byte string's length registered until a new string
+   stands at its address. Arguments are never changed or freed. A null string is an empty one unless
    said otherwise. Positions and lengths are bytes, from 0.
 
    A byte string may hold NUL bytes: the host knows its length (qorrt_strlen). qor_chr(0), qor_mid,

@@ -105,8 +105,12 @@ QorArray* combined_with_scalar(const QorArray* array, double s, bool is_scalar_f
   return result;
 }
 
-template<typename WithOperation>
-QorArray* combined(const QorArray* a, const QorArray* b, const WithOperation& with_operation) {
+// `combined_strings` makes an array of two string arrays.
+template<typename WithOperation, typename CombinedStrings>
+QorArray* combined(const QorArray* a, const QorArray* b, const WithOperation& with_operation,
+                   const CombinedStrings& combined_strings) {
+  if (has_strings(a) && has_strings(b))
+    return combined_strings(a, b);
   const Numbers left(a);
   const Numbers right(b);
   const auto length = std::min(left.size(), right.size());
@@ -117,7 +121,7 @@ QorArray* combined(const QorArray* a, const QorArray* b, const WithOperation& wi
         return combined_with_scalar(row_of(b, i), left[at], true, with_operation);
       if (!has_rows(b))
         return combined_with_scalar(row_of(a, i), right[at], false, with_operation);
-      return combined(row_of(a, i), row_of(b, i), with_operation);
+      return combined(row_of(a, i), row_of(b, i), with_operation, combined_strings);
     });
   auto* result = new_uninitialised_array(static_cast<int64_t>(length), 0);
   with_operation([&](auto operation) {

@@ -1,23 +1,21 @@
 #include "runtime/internal/memory.h"
 
 #include <cstdio>
-#include <cstdlib>
 
 namespace qor {
 namespace {
 
 void* require(void* block) {
-  if (block == nullptr) {
-    std::fputs("Out of memory\n", stderr);
-    std::abort();
-  }
+  if (block == nullptr)
+    end_for_want_of_memory();
   return block;
 }
 
 } // namespace
 
-void* allocate(size_t bytes) {
-  return require(std::malloc(bytes == 0 ? 1 : bytes));
+void end_for_want_of_memory() {
+  std::fputs("Out of memory\n", stderr);
+  std::abort();
 }
 
 // reallocarray checks the product; a block from nothing is a new one.

@@ -3,10 +3,19 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdlib>
 
 namespace qor {
 
-void* allocate(size_t bytes);
+[[noreturn]] void end_for_want_of_memory();
+
+inline void* allocate(size_t bytes) {
+  void* block = std::malloc(bytes == 0 ? 1 : bytes);
+  if (block == nullptr)
+    end_for_want_of_memory();
+  return block;
+}
+
 void* allocate_many(size_t count, size_t size);
 void* allocate_zeroed(size_t count, size_t size);
 

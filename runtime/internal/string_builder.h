@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "runtime/internal/memory.h"
+#include "runtime/internal/strings.h"
 
 namespace qor {
 
@@ -24,6 +25,7 @@ public:
   // Ends it and hands it to the caller.
   char* release() {
     bytes_[length_] = '\0';
+    forget_length(bytes_);
     return std::exchange(bytes_, nullptr);
   }
 

@@ -5,7 +5,6 @@
 
 #include "runtime/internal/array_slots.h"
 #include "runtime/internal/memory.h"
-#include "runtime/internal/packed_strings.h"
 #include "runtime/internal/strings.h"
 
 namespace qor {
@@ -16,9 +15,7 @@ public:
   void add(std::string_view piece) {
     if (count_ == capacity_)
       grow();
-    const bool is_short = piece.size() <= StringPacker::longest;
-    set_string(array_, count_, is_short ? packer_.add(piece) : new_string(piece));
-    count_ += 1;
+    set_string(array_, count_++, new_string(piece));
   }
 
   QorArray* release() {
@@ -33,7 +30,6 @@ private:
         reallocate(array_->data, static_cast<size_t>(capacity_) * sizeof(double)));
   }
 
-  StringPacker packer_;
   int64_t count_ = 0;
   int64_t capacity_ = 8;
   QorArray* array_ = new_uninitialised_array(capacity_, string_flags);

@@ -1,9 +1,6 @@
 #include "runtime/internal/strings.h"
 
-#include <algorithm>
-
 #include "runtime/internal/memory.h"
-#include "runtime/qorrt.h"
 
 namespace qor {
 
@@ -16,13 +13,14 @@ std::string_view bytes_of(const char* s) {
 
 char* new_uninitialised_string(size_t length) {
   auto* s = static_cast<char*>(allocate(length + 1));
+  forget_length(s);
   s[length] = '\0';
   return s;
 }
 
 char* new_string(std::string_view text) {
   auto* s = new_uninitialised_string(text.size());
-  std::copy(text.begin(), text.end(), s);
+  text.copy(s, text.size());
   return s;
 }
 

@@ -2,7 +2,10 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdlib>
 #include <string_view>
+
+#include "runtime/qorrt.h"
 
 namespace qor {
 
@@ -13,6 +16,20 @@ inline std::string_view text_of(const char* s) {
 
 // All bytes of a string, NUL bytes included when the host knows its length.
 std::string_view bytes_of(const char* s);
+
+// Has the host forget the length of a byte string at `s`: of one that ends, and of one that ended
+// with free() where a new string now stands.
+inline void forget_length(const char* s) {
+  if (qorrt_strlen(s) >= 0)
+    qorrt_register_binary(s, -1);
+}
+
+inline void free_string(char* s) {
+  if (s == nullptr)
+    return;
+  forget_length(s);
+  std::free(s);
+}
 
 // A string of `length` uninitialised bytes and its NUL.
 char* new_uninitialised_string(size_t length);

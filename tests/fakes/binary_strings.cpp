@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "runtime/qorrt.h"
@@ -17,6 +18,15 @@ struct HostValue {
 std::unordered_map<const char*, int64_t>& lengths() {
   static std::unordered_map<const char*, int64_t> map;
   return map;
+}
+
+constexpr int64_t stale_length = 5;
+bool are_lengths_stale = false;
+
+// What was forgotten or registered since lengths are stale.
+std::unordered_set<const char*>& fresh() {
+  static std::unordered_set<const char*> set;
+  return set;
 }
 
 std::vector<HostValue>& host_values() {
@@ -34,6 +44,15 @@ const HostValue* find_host_value(int64_t value) {
 
 size_t kavo::fakes::registered_strings() {
   return lengths().size();
+}
+
+kavo::fakes::StaleLengths::StaleLengths() {
+  are_lengths_stale = true;
+}
+
+kavo::fakes::StaleLengths::~StaleLengths() {
+  are_lengths_stale = false;
+  fresh().clear();
 }
 
 int64_t kavo::fakes::make_host_value(double number, std::string text) {
@@ -77,6 +96,8 @@ char* qorrt_val_to_str(int64_t /*handle*/, int64_t value) {
 }
 
 void qorrt_register_binary(const char* s, int64_t length) {
+  if (are_lengths_stale)
+    fresh().insert(s);
   if (length < 0)
     lengths().erase(s);
   else
@@ -85,5 +106,7 @@ void qorrt_register_binary(const char* s, int64_t length) {
 
 int64_t qorrt_strlen(const char* s) {
   const auto found = lengths().find(s);
-  return found == lengths().end() ? -1 : found->second;
+  if (found != lengths().end())
+    return found->second;
+  return are_lengths_stale && !fresh().contains(s) ? stale_length : -1;
 }

@@ -152,6 +152,41 @@ TEST(Comparison, OfArraysHasTheShorterLength) {
             (Rows{{1, 0}}));
 }
 
+kavo::test::DeepArray rows_of_strings(const std::vector<Strings>& texts) {
+  auto array = kavo::test::own_deep(qor_array_new(std::ssize(texts)));
+  qor_array_set_nested(array.get());
+  for (size_t i = 0; i < texts.size(); ++i)
+    qor_array_set(array.get(), static_cast<int64_t>(i),
+                  qor_slot_of(strings(texts[i]).release()).f64);
+  return array;
+}
+
+std::vector<Strings> to_rows_of_strings(const QorArray* array) {
+  std::vector<Strings> texts;
+  for (int64_t i = 0; i < qor_array_len(array); ++i)
+    texts.push_back(kavo::test::to_strings(static_cast<QorArray*>(qor_array_get_ptr(array, i))));
+  return texts;
+}
+
+TEST(Binop, ConcatenatesStringsRowByRow) {
+  const auto a = rows_of_strings({{"a", "b"}, {"c"}, {}});
+  const auto b = rows_of_strings({{"x", "y", "z"}, {"w"}});
+  const auto joined = kavo::test::own_deep(qor_array_binop(a.get(), b.get(), QOR_OP_ADD));
+  EXPECT_EQ(to_rows_of_strings(joined.get()), (std::vector<Strings>{{"ax", "by"}, {"cw"}}));
+  EXPECT_EQ(joined->flags, uint32_t{QOR_FLAG_NESTED});
+  EXPECT_EQ(static_cast<QorArray*>(qor_array_get_ptr(joined.get(), 0))->flags,
+            QOR_FLAG_NESTED | QOR_FLAG_STRINGS);
+  const auto others = kavo::test::own_deep(qor_array_binop(a.get(), b.get(), QOR_OP_DIVIDE));
+  EXPECT_EQ(to_rows_of_strings(others.get()), (std::vector<Strings>{{"", ""}, {""}}));
+}
+
+TEST(Comparison, OfStringsGoesIntoRows) {
+  const auto a = rows_of_strings({{"a", "b"}, {"c"}});
+  const auto b = rows_of_strings({{"a", "c"}, {"b"}});
+  EXPECT_EQ(kavo::test::take_rows(qor_array_cmp_arr(a.get(), b.get(), QOR_CMP_LESS)),
+            (kavo::test::Rows{{0, 1}, {0}}));
+}
+
 TEST(Comparison, OfStringsIsByBytes) {
   const auto a = strings({"a", "b", "", "b"});
   EXPECT_EQ(take_numbers(qor_array_cmp_scalar_str(a.get(), "b", QOR_CMP_EQUAL)),

@@ -1,11 +1,16 @@
-// More memory than there is: the program is ended with a message, whoever asked for it.
+// Memory that was used before, and more memory than there is: then the program is ended with a
+// message, whoever asked for it.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
 
 #include "runtime/qor.h"
+#include "tests/fakes/binary_strings.h"
+#include "tests/runtime/values.h"
 
 namespace {
+
+using kavo::test::take;
 
 class MemoryDeathTest : public testing::Test {
 protected:
@@ -17,6 +22,28 @@ protected:
     setenv("TSAN_OPTIONS", "allocator_may_return_null=1", 1);
   }
 };
+
+TEST(StringMemory, AStringHasNotTheLengthOfOneThatStoodAtItsAddress) {
+  const kavo::fakes::StaleLengths stale;
+  auto* text = qor_str_repeat("abcd", 2);
+  EXPECT_EQ(qor_len_str(text), 8);
+  EXPECT_EQ(take(qor_str_str(text)), "abcdabcd");
+  EXPECT_EQ(take(qor_str_concat(text, text)), "abcdabcdabcdabcd");
+  EXPECT_EQ(take(qor_left(text, 3)), "abc");
+  EXPECT_EQ(take(qor_replace(text, "b", "-")), "a-cda-cd");
+  EXPECT_EQ(take(qor_replace(text, "b", "")), "acdacd");
+  EXPECT_EQ(take(qor_upper(text)), "ABCDABCD");
+  EXPECT_EQ(take(qor_int_to_str(-12345678)), "-12345678");
+  EXPECT_EQ(take(qor_double_to_str(0.5)), "0.5");
+  auto* six = qor_str_repeat("foobar", 1);
+  EXPECT_EQ(take(qor_base64_encode(six)), "Zm9vYmFy");
+  qor_str_free(six);
+  EXPECT_EQ(take(qor_sha256("")).size(), 64U);
+  const auto pieces = kavo::test::own_deep(qor_split("ab,cdefghij", ","));
+  EXPECT_EQ(kavo::test::to_strings(pieces.get()), (kavo::test::Strings{"ab", "cdefghij"}));
+  EXPECT_EQ(take(qor_join_arr(pieces.get(), "-")), "ab-cdefghij");
+  qor_str_free(text);
+}
 
 TEST_F(MemoryDeathTest, EndsTheProgramForAnArray) {
   EXPECT_DEATH(qor_array_new(INT64_MAX), "Out of memory");

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <numeric>
 #include <random>
 #include <string>
@@ -94,7 +95,7 @@ TEST(Split, StaysLinearWhenEveryByteMisleads) {
   EXPECT_EQ(take_strings(qor_split(text.c_str(), needle.c_str())), Strings{text});
 }
 
-TEST(Split, MakesStringsThatAreFreedInAnyOrder) {
+TEST(Split, MakesStringsThatEndWithFreeInAnyOrder) {
   std::string text;
   for (int i = 0; i < 1000; ++i)
     text += std::string(static_cast<size_t>(i % 300), 'x') + ",";
@@ -105,7 +106,8 @@ TEST(Split, MakesStringsThatAreFreedInAnyOrder) {
   std::shuffle(order.begin(), order.end(), std::mt19937(3));
   for (const auto i : order) {
     auto* piece = static_cast<char*>(qor_array_get_ptr(pieces.get(), static_cast<int64_t>(i)));
-    ASSERT_EQ(take(piece), expected[i]);
+    ASSERT_EQ(piece, expected[i]);
+    std::free(piece);
   }
 }
 
