@@ -2,15 +2,19 @@
 
 #include "game/audio/sounds.h"
 #include "game/commands.h"
+#include "game/frame_scope.h"
 #include "game/highscores/table.h"
 #include "game/playfield/pieces.h"
-#include "game/shell/loop.h"
+#include "game/shell/input.h"
 #include "game/shell/scenes.h"
+#include "game/shell/screens.h"
 #include "game/state.h"
 
 namespace kavo {
 
 namespace {
+
+constexpr unsigned frame_pause_ms = 16;
 
 void start_host(int argc, char** argv) {
   qor_set_args(argc, argv);
@@ -48,7 +52,17 @@ void read_arguments() {
   TESTTAB$ = copy(count > 2 ? qor_array_get_str(ARGS.get(), 2) : "");
 }
 
+Out<> run_frames() {
+  do {
+    DO(run_frame());
+  } while (!QUITFLAG);
+  return {};
+}
+
+} // namespace
+
 Out<> start_up(int argc, char** argv) {
+  ENTER();
   DO(start_host(argc, argv));
   DO(qor_mkdir_native("tmp"));
   DO(set_geometry());
@@ -59,7 +73,21 @@ Out<> start_up(int argc, char** argv) {
   return {};
 }
 
+Out<> run_frame() {
+  ENTER();
+  const FrameScope scope;
+  DO(NOW = qor_tick());
+  DO(poll_keys());
+  if (EMK)
+    DO(toggle_music());
+  DO(run_screen());
+  DO(remember_keys());
+  DO(qor_sleep(frame_pause_ms));
+  return {};
+}
+
 Out<> shut_down() {
+  ENTER();
   DO(command::sound_shutdown());
   DO(command::gfx_close());
   qor_print_str("done");
@@ -68,16 +96,13 @@ Out<> shut_down() {
   return {};
 }
 
-} // namespace
-
 Out<> run_program(int argc, char** argv) {
-  ENTER();
   DO(start_up(argc, argv));
   if (TESTMODE) {
     DO(run_scene());
     return {};
   }
-  DO(main_loop());
+  DO(run_frames());
   DO(shut_down());
   return {};
 }

@@ -224,6 +224,7 @@ const Scene& chosen_scene() {
 } // namespace
 
 Out<> run_scene() {
+  ENTER();
   const Scene& scene = chosen_scene();
   DO(scene.run());
   DO(command::sound_shutdown());

@@ -12,7 +12,6 @@
 #include "game/playfield/movement.h"
 #include "game/playfield/pieces.h"
 #include "game/program.h"
-#include "game/shell/loop.h"
 #include "tests/game/game_test.h"
 #include "tests/game/players.h"
 #include "tests/game/pools.h"

@@ -179,6 +179,50 @@ TEST_F(ProgramTest, ASceneEndsWithoutShuttingTheHostDown) {
   EXPECT_FALSE(host().is_shut_down);
 }
 
+TEST_F(ProgramTest, FramesFollowUntilTheQuitFlagIsSet) {
+  host().keys = {};
+  host().on_flip = [flips = 0]() mutable {
+    if (++flips == 3)
+      host().keys = {"Escape"};
+  };
+  start({"kavo"});
+  EXPECT_EQ(host().frames, 4);
+}
+
+TEST_F(ProgramTest, AFailureInAFrameEndsTheProgram) {
+  host().keys = {};
+  host().fail_at = 1000;
+  start({"kavo"});
+  EXPECT_EQ(host().commands, 1000);
+  EXPECT_FALSE(take_error().empty());
+  EXPECT_EQ(printed, "");
+}
+
+TEST_F(ProgramTest, StartUpFramesAndShutDownAreTheWholeProgram) {
+  std::vector<int64_t> depths;
+  host().on_flip = [&depths] { depths.push_back(qor_recursion_depth()); };
+  start({"kavo"});
+  const Trace whole = new_trace();
+
+  start_afresh();
+  host().keys = {"Escape"};
+  host().on_flip = [&depths] { depths.push_back(qor_recursion_depth()); };
+  std::string name = "kavo";
+  char* arguments[] = {name.data(), nullptr};
+  run(start_up(1, arguments));
+  EXPECT_FALSE(TESTMODE);
+  EXPECT_FALSE(QUITFLAG);
+  run(run_frame());
+  EXPECT_TRUE(QUITFLAG);
+  EXPECT_FALSE(host().is_shut_down);
+  ::testing::internal::CaptureStdout();
+  run(shut_down());
+  EXPECT_EQ(::testing::internal::GetCapturedStdout(), "done\n");
+  EXPECT_TRUE(host().is_shut_down);
+  EXPECT_TRUE(same(new_trace(), whole));
+  EXPECT_EQ(depths, (std::vector<int64_t>{1, 1})) << "the program enters the guard once";
+}
+
 TEST_F(ProgramTest, AFailureInStartUpEndsTheRunBeforeTheNextCommand) {
   host().fail_name = "SCREEN";
   start({"kavo"});

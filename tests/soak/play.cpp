@@ -15,21 +15,10 @@ namespace kavo::soak {
 
 namespace {
 
-struct Game {
-  kavo::test::Visitor& visitor;
-  const std::function<void()>& each_frame;
-  kavo::test::Keys held = {};
-};
+kavo::test::Keys held;
 
-Game* game = nullptr;
-
-// The game asks for "Left" first in every frame.
 double state_of(const char* key) {
-  if (std::string_view(key) == "Left") {
-    game->each_frame();
-    game->held = game->visitor.keys();
-  }
-  return game->held.contains(key) ? 1.0 : 0.0;
+  return held.contains(key) ? 1.0 : 0.0;
 }
 
 using Call = double (*)(int64_t, const char*, const void*, const uint32_t*, int64_t);
@@ -39,20 +28,28 @@ Call real_call() {
   return call;
 }
 
+Out<> play_to_the_end(kavo::test::Visitor& visitor, const std::function<void()>& each_frame) {
+  char name[] = "kavo";
+  char* arguments[] = {name, nullptr};
+  DO(start_up(1, arguments));
+  while (!QUITFLAG) {
+    each_frame();
+    held = visitor.keys();
+    DO(run_frame());
+  }
+  DO(shut_down());
+  return {};
+}
+
 } // namespace
 
 void play(kavo::test::Visitor& visitor, const std::function<void()>& each_frame) {
   setenv("SDL_VIDEODRIVER", "offscreen", 1);
   setenv("QORRT_SEED", "5", 1);
-  Game now{visitor, each_frame};
-  game = &now;
-  char name[] = "kavo";
-  char* arguments[] = {name, nullptr};
-  static_cast<void>(run_program(1, arguments));
+  static_cast<void>(play_to_the_end(visitor, each_frame));
   if (qor_err_code() != 0)
     qor_throw_uncaught();
   release_state();
-  game = nullptr;
 }
 
 void tell_what_was_played(const kavo::test::Visitor& visitor) {

@@ -2,7 +2,7 @@
 #include "game/playfield/locking.h"
 #include "game/playfield/movement.h"
 #include "game/powerups/stars.h"
-#include "game/shell/loop.h"
+#include "game/program.h"
 #include "tests/game/game_test.h"
 #include "tests/game/pools.h"
 

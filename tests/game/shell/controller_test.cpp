@@ -2,7 +2,7 @@
 // On no screen do the two get in each other's way.
 #include <filesystem>
 
-#include "game/shell/loop.h"
+#include "game/program.h"
 #include "tests/game/game_test.h"
 
 namespace kavo::test {

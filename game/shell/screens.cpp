@@ -1,17 +1,14 @@
-#include "game/shell/loop.h"
+#include "game/shell/screens.h"
 
 #include <algorithm>
 
-#include "game/audio/sounds.h"
 #include "game/commands.h"
-#include "game/frame_scope.h"
 #include "game/highscores/entry.h"
 #include "game/highscores/table.h"
 #include "game/playfield/locking.h"
 #include "game/playfield/movement.h"
 #include "game/powerups/stars.h"
 #include "game/presentation/frame.h"
-#include "game/shell/input.h"
 #include "game/shell/options.h"
 #include "game/shell/title.h"
 #include "game/state.h"
@@ -20,7 +17,6 @@ namespace kavo {
 
 namespace {
 
-constexpr unsigned frame_pause_ms = 16;
 constexpr double fast_fall_ms = 45;
 constexpr double shortest_step_ms = 200;
 
@@ -132,34 +128,15 @@ constexpr ScreenState screen_states[] = {
     {"pause", run_pause}, {"play", run_play},
 };
 
-Out<> dispatch() {
+} // namespace
+
+Out<> run_screen() {
   for (const ScreenState& state : screen_states) {
     if (!state_is(state.name))
       continue;
     DO(state.run());
     return {};
   }
-  return {};
-}
-
-} // namespace
-
-Out<> run_frame() {
-  const FrameScope scope;
-  DO(NOW = qor_tick());
-  DO(poll_keys());
-  if (EMK)
-    DO(toggle_music());
-  DO(dispatch());
-  DO(remember_keys());
-  DO(qor_sleep(frame_pause_ms));
-  return {};
-}
-
-Out<> main_loop() {
-  do {
-    DO(run_frame());
-  } while (!QUITFLAG);
   return {};
 }
 

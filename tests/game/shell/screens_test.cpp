@@ -1,9 +1,9 @@
-// One frame of the main loop in each screen state.
+// One frame of the program on each of its screens.
 #include <filesystem>
 
 #include "game/highscores/entry.h"
 #include "game/presentation/frame.h"
-#include "game/shell/loop.h"
+#include "game/program.h"
 #include "game/shell/options.h"
 #include "game/shell/title.h"
 #include "tests/game/game_test.h"
@@ -11,7 +11,7 @@
 namespace kavo::test {
 namespace {
 
-class LoopTest : public GameTest {
+class ScreensTest : public GameTest {
 protected:
   // One frame with exactly these keys held.
   static void frame(std::set<std::string> keys = {}) {
@@ -48,21 +48,21 @@ protected:
 // ---- the frame
 // -----------------------------------------------------------------------------------
 
-TEST_F(LoopTest, AFrameIsBracketedAndPausesSixteenMilliseconds) {
+TEST_F(ScreensTest, AFrameIsBracketedAndPausesSixteenMilliseconds) {
   frame();
   EXPECT_EQ(host().frames, 1);
   EXPECT_EQ(host().open_frames, 0);
   EXPECT_EQ(clock().slept_ms, 16);
 }
 
-TEST_F(LoopTest, TheClockIsReadAtTheStartOfTheFrame) {
+TEST_F(ScreensTest, TheClockIsReadAtTheStartOfTheFrame) {
   clock().now_ms = 1000;
   clock().step_ms = 1;
   frame();
   EXPECT_EQ(NOW, 1000);
 }
 
-TEST_F(LoopTest, TheKeysArePolledBeforeAnythingIsDrawn) {
+TEST_F(ScreensTest, TheKeysArePolledBeforeAnythingIsDrawn) {
   frame();
   const Trace trace = drawn();
   ASSERT_GT(trace.size(), 15);
@@ -70,31 +70,21 @@ TEST_F(LoopTest, TheKeysArePolledBeforeAnythingIsDrawn) {
   EXPECT_EQ(trace[14], "CLS");
 }
 
-TEST_F(LoopTest, TheKeysOfAFrameAreThePreviousOnesOfTheNext) {
+TEST_F(ScreensTest, TheKeysOfAFrameAreThePreviousOnesOfTheNext) {
   frame({"Left", "Return"});
   EXPECT_EQ(PL, 1);
   EXPECT_EQ(PENTER, 1);
   EXPECT_EQ(PR, 0);
 }
 
-TEST_F(LoopTest, TheLoopRunsUntilTheQuitFlagIsSet) {
-  int flips = 0;
-  host().on_flip = [&flips] {
-    if (++flips == 3)
-      host().keys = {"Escape"};
-  };
-  run(main_loop());
-  EXPECT_EQ(host().frames, 4);
-}
-
-TEST_F(LoopTest, AnUnknownStateDrawsNothing) {
+TEST_F(ScreensTest, AnUnknownStateDrawsNothing) {
   enter_state("elsewhere");
   frame({"Space", "Escape"});
   EXPECT_TRUE(same(after_the_keys(), {}));
   EXPECT_FALSE(QUITFLAG);
 }
 
-TEST_F(LoopTest, AFailedFrameDoesNotRememberItsKeys) {
+TEST_F(ScreensTest, AFailedFrameDoesNotRememberItsKeys) {
   host().fail_name = "SCREENFLIP";
   frame({"Space"});
   EXPECT_EQ(take_error(), "SCREENFLIP: failed on command");
@@ -102,17 +92,10 @@ TEST_F(LoopTest, AFailedFrameDoesNotRememberItsKeys) {
   EXPECT_EQ(clock().slept_ms, 0);
 }
 
-TEST_F(LoopTest, AFailureEndsTheLoop) {
-  host().fail_at = 400;
-  run(main_loop());
-  EXPECT_FALSE(take_error().empty());
-  EXPECT_EQ(host().commands, 400);
-}
-
 // ---- music key
 // -----------------------------------------------------------------------------------
 
-TEST_F(LoopTest, TheMusicKeyWorksInEveryState) {
+TEST_F(ScreensTest, TheMusicKeyWorksInEveryState) {
   for (const char* state : {"title", "options", "enter", "pause", "play", "elsewhere"}) {
     start_afresh();
     play();
@@ -131,7 +114,7 @@ TEST_F(LoopTest, TheMusicKeyWorksInEveryState) {
   }
 }
 
-TEST_F(LoopTest, TheMusicKeyActsBeforeTheScreen) {
+TEST_F(ScreensTest, TheMusicKeyActsBeforeTheScreen) {
   frame({"M"});
   const Trace trace = after_the_keys();
   EXPECT_EQ(trace[0], "SOUND.GAIN 0 0");
@@ -139,7 +122,7 @@ TEST_F(LoopTest, TheMusicKeyActsBeforeTheScreen) {
   EXPECT_EQ(trace[2], "CLS");
 }
 
-TEST_F(LoopTest, TheMusicKeyAndTheOptionsActOnTheSameSwitch) {
+TEST_F(ScreensTest, TheMusicKeyAndTheOptionsActOnTheSameSwitch) {
   enter_state("options");
   frame({"M"});
   frame({"Return"});
@@ -151,7 +134,7 @@ TEST_F(LoopTest, TheMusicKeyAndTheOptionsActOnTheSameSwitch) {
 // ---- title
 // ---------------------------------------------------------------------------------------
 
-TEST_F(LoopTest, ATitleFrameDrawsTheTitleAndPresentsIt) {
+TEST_F(ScreensTest, ATitleFrameDrawsTheTitleAndPresentsIt) {
   Trace expected = drawing_of(DRAWTITLE);
   expected.push_back("SCREENFLIP");
   frame();
@@ -159,7 +142,7 @@ TEST_F(LoopTest, ATitleFrameDrawsTheTitleAndPresentsIt) {
   EXPECT_TRUE(state_is("title"));
 }
 
-TEST_F(LoopTest, SpaceOnTheTitleStartsANewGameAndStillDrawsTheTitle) {
+TEST_F(ScreensTest, SpaceOnTheTitleStartsANewGameAndStillDrawsTheTitle) {
   SCORE = 4711;
   set_board_size(10, 15);
   const Trace title = drawing_of(DRAWTITLE);
@@ -171,14 +154,14 @@ TEST_F(LoopTest, SpaceOnTheTitleStartsANewGameAndStillDrawsTheTitle) {
                    joined({{"RESHAPE [0] [15,10]"}, Trace(4, "RND 1"), title, {"SCREENFLIP"}})));
 }
 
-TEST_F(LoopTest, OpeningTheOptionsAlwaysSelectsTheMusicRow) {
+TEST_F(ScreensTest, OpeningTheOptionsAlwaysSelectsTheMusicRow) {
   OPTSEL = 1;
   frame({"O"});
   EXPECT_TRUE(state_is("options"));
   EXPECT_EQ(OPTSEL, 0);
 }
 
-TEST_F(LoopTest, EscapeOnTheTitleEndsTheProgramAfterDrawingThatFrame) {
+TEST_F(ScreensTest, EscapeOnTheTitleEndsTheProgramAfterDrawingThatFrame) {
   Trace expected = drawing_of(DRAWTITLE);
   expected.push_back("SCREENFLIP");
   frame({"Escape"});
@@ -187,7 +170,7 @@ TEST_F(LoopTest, EscapeOnTheTitleEndsTheProgramAfterDrawingThatFrame) {
   EXPECT_EQ(clock().slept_ms, 16);
 }
 
-TEST_F(LoopTest, OnTheTitleSpaceComesBeforeOAndOBeforeEscape) {
+TEST_F(ScreensTest, OnTheTitleSpaceComesBeforeOAndOBeforeEscape) {
   frame({"O", "Escape"});
   EXPECT_TRUE(state_is("options"));
   EXPECT_FALSE(QUITFLAG);
@@ -198,7 +181,7 @@ TEST_F(LoopTest, OnTheTitleSpaceComesBeforeOAndOBeforeEscape) {
   EXPECT_FALSE(QUITFLAG);
 }
 
-TEST_F(LoopTest, AHeldEscapeDoesNotEndTheProgramFromTheTitle) {
+TEST_F(ScreensTest, AHeldEscapeDoesNotEndTheProgramFromTheTitle) {
   enter_state("options");
   frame({"Escape"});
   EXPECT_TRUE(state_is("title"));
@@ -209,7 +192,7 @@ TEST_F(LoopTest, AHeldEscapeDoesNotEndTheProgramFromTheTitle) {
 // ---- options and name entry
 // ----------------------------------------------------------------------
 
-TEST_F(LoopTest, AnOptionsFrameUpdatesDrawsAndPresents) {
+TEST_F(ScreensTest, AnOptionsFrameUpdatesDrawsAndPresents) {
   enter_state("options");
   OPTSEL = 1;
   Trace expected = drawing_of(DRAWOPTIONS);
@@ -219,7 +202,7 @@ TEST_F(LoopTest, AnOptionsFrameUpdatesDrawsAndPresents) {
   EXPECT_TRUE(same(after_the_keys(), expected));
 }
 
-TEST_F(LoopTest, OptionsListenToUpDownReturnAndEscape) {
+TEST_F(ScreensTest, OptionsListenToUpDownReturnAndEscape) {
   enter_state("options");
   frame({"Up"});
   EXPECT_EQ(OPTSEL, 1);
@@ -232,7 +215,7 @@ TEST_F(LoopTest, OptionsListenToUpDownReturnAndEscape) {
   EXPECT_TRUE(state_is("title"));
 }
 
-TEST_F(LoopTest, AnEntryFrameUpdatesDrawsAndPresents) {
+TEST_F(ScreensTest, AnEntryFrameUpdatesDrawsAndPresents) {
   enter_state("enter");
   ENTERNAME = numbers({1, 0, 0});
   Trace expected = drawing_of(DRAWENTER);
@@ -242,7 +225,7 @@ TEST_F(LoopTest, AnEntryFrameUpdatesDrawsAndPresents) {
   EXPECT_TRUE(same(after_the_keys(), expected));
 }
 
-TEST_F(LoopTest, TheEntryListensToTheArrowsAndReturn) {
+TEST_F(ScreensTest, TheEntryListensToTheArrowsAndReturn) {
   const WorkingFolder folder;
   std::filesystem::create_directory("tmp");
   enter_state("enter");
@@ -258,7 +241,7 @@ TEST_F(LoopTest, TheEntryListensToTheArrowsAndReturn) {
   EXPECT_TRUE(state_is("title"));
 }
 
-TEST_F(LoopTest, EscapeDoesNothingInTheEntry) {
+TEST_F(ScreensTest, EscapeDoesNothingInTheEntry) {
   enter_state("enter");
   frame({"Escape", "Space", "P", "O"});
   EXPECT_TRUE(state_is("enter"));
@@ -268,7 +251,7 @@ TEST_F(LoopTest, EscapeDoesNothingInTheEntry) {
 // ---- pause
 // ---------------------------------------------------------------------------------------
 
-TEST_F(LoopTest, PAndEscapePauseTheGameAndNothingMovesInThatFrame) {
+TEST_F(ScreensTest, PAndEscapePauseTheGameAndNothingMovesInThatFrame) {
   for (const char* key : {"P", "Escape"}) {
     start_afresh();
     play();
@@ -282,7 +265,7 @@ TEST_F(LoopTest, PAndEscapePauseTheGameAndNothingMovesInThatFrame) {
   }
 }
 
-TEST_F(LoopTest, APausedFrameDrawsThePlayingScreenWithThePauseBox) {
+TEST_F(ScreensTest, APausedFrameDrawsThePlayingScreenWithThePauseBox) {
   play();
   enter_state("pause");
   const Trace expected = drawing_of(DRAW);
@@ -292,7 +275,7 @@ TEST_F(LoopTest, APausedFrameDrawsThePlayingScreenWithThePauseBox) {
   EXPECT_EQ(only("SCREENFLIP", expected).size(), 1);
 }
 
-TEST_F(LoopTest, PAndSpaceResumeTheGameWithoutMovingAPiece) {
+TEST_F(ScreensTest, PAndSpaceResumeTheGameWithoutMovingAPiece) {
   for (const char* key : {"P", "Space"}) {
     start_afresh();
     play();
@@ -306,7 +289,7 @@ TEST_F(LoopTest, PAndSpaceResumeTheGameWithoutMovingAPiece) {
   }
 }
 
-TEST_F(LoopTest, EscapeLeavesThePausedGameForTheTitleWithoutAHighScore) {
+TEST_F(ScreensTest, EscapeLeavesThePausedGameForTheTitleWithoutAHighScore) {
   play();
   SCORE = 99999;
   enter_state("pause");
@@ -316,7 +299,7 @@ TEST_F(LoopTest, EscapeLeavesThePausedGameForTheTitleWithoutAHighScore) {
   EXPECT_EQ(SCORE, 99999) << "the next game resets it";
 }
 
-TEST_F(LoopTest, InThePauseEscapeWinsOverResuming) {
+TEST_F(ScreensTest, InThePauseEscapeWinsOverResuming) {
   for (const char* key : {"P", "Space"}) {
     start_afresh();
     enter_state("pause");
@@ -325,7 +308,7 @@ TEST_F(LoopTest, InThePauseEscapeWinsOverResuming) {
   }
 }
 
-TEST_F(LoopTest, ThePieceDoesNotFallInThePause) {
+TEST_F(ScreensTest, ThePieceDoesNotFallInThePause) {
   play();
   enter_state("pause");
   wait(60000);
@@ -336,7 +319,7 @@ TEST_F(LoopTest, ThePieceDoesNotFallInThePause) {
 // ---- play: steering
 // ------------------------------------------------------------------------------
 
-TEST_F(LoopTest, HoldingADirectionMovesThePieceOnlyOnce) {
+TEST_F(ScreensTest, HoldingADirectionMovesThePieceOnlyOnce) {
   play();
   frame({"Right"});
   frame({"Right"});
@@ -347,21 +330,21 @@ TEST_F(LoopTest, HoldingADirectionMovesThePieceOnlyOnce) {
   EXPECT_EQ(PIECEX, 5);
 }
 
-TEST_F(LoopTest, HoldingLeftAndPressingAMovesNothingFurther) {
+TEST_F(ScreensTest, HoldingLeftAndPressingAMovesNothingFurther) {
   play();
   frame({"Left"});
   frame({"Left", "A"});
   EXPECT_EQ(PIECEX, 2);
 }
 
-TEST_F(LoopTest, HoldingAAloneMovesOnce) {
+TEST_F(ScreensTest, HoldingAAloneMovesOnce) {
   play();
   frame({"A"});
   frame({"A"});
   EXPECT_EQ(PIECEX, 2);
 }
 
-TEST_F(LoopTest, APieceStopsAtWallsAndBlocks) {
+TEST_F(ScreensTest, APieceStopsAtWallsAndBlocks) {
   play();
   hold(shape(o_piece), 4, -1, 0);
   frame({"Left"});
@@ -372,20 +355,20 @@ TEST_F(LoopTest, APieceStopsAtWallsAndBlocks) {
   EXPECT_EQ(PIECEX, -1);
 }
 
-TEST_F(LoopTest, LeftAndRightTogetherEndWhereTheyBegan) {
+TEST_F(ScreensTest, LeftAndRightTogetherEndWhereTheyBegan) {
   play();
   frame({"Left", "Right"});
   EXPECT_EQ(PIECEX, 3);
 }
 
-TEST_F(LoopTest, LeftIsTriedBeforeRight) {
+TEST_F(ScreensTest, LeftIsTriedBeforeRight) {
   play();
   put(0, 3);
   frame({"Left", "Right"});
   EXPECT_EQ(PIECEX, 4) << "the block stopped the first step, not the second";
 }
 
-TEST_F(LoopTest, ThePieceMovesBeforeItTurns) {
+TEST_F(ScreensTest, ThePieceMovesBeforeItTurns) {
   play();
   hold(shape(i_piece), 1, 3, 5);
   put(7, 4); // stops a turn where the piece was
@@ -394,7 +377,7 @@ TEST_F(LoopTest, ThePieceMovesBeforeItTurns) {
   EXPECT_EQ(shape_text(CURRENTPIECE), ".#..\n.#..\n.#..\n.#..\n");
 }
 
-TEST_F(LoopTest, UpTurnsOncePerPress) {
+TEST_F(ScreensTest, UpTurnsOncePerPress) {
   play();
   hold(shape(t_piece), 6, 3, 5);
   frame({"W"});
@@ -404,7 +387,7 @@ TEST_F(LoopTest, UpTurnsOncePerPress) {
   EXPECT_EQ(shape_text(CURRENTPIECE), turned);
 }
 
-TEST_F(LoopTest, APressInPlayIsFollowedByTheDrawnFrame) {
+TEST_F(ScreensTest, APressInPlayIsFollowedByTheDrawnFrame) {
   play();
   frame({"Left"});
   const Trace moved = after_the_keys();
@@ -415,7 +398,7 @@ TEST_F(LoopTest, APressInPlayIsFollowedByTheDrawnFrame) {
 // ---- play: gravity
 // -------------------------------------------------------------------------------
 
-TEST_F(LoopTest, AtLevelOneThePieceFallsEverySixHundredMilliseconds) {
+TEST_F(ScreensTest, AtLevelOneThePieceFallsEverySixHundredMilliseconds) {
   play();
   wait(599);
   frame();
@@ -426,14 +409,14 @@ TEST_F(LoopTest, AtLevelOneThePieceFallsEverySixHundredMilliseconds) {
   EXPECT_EQ(PIECEY, 1);
 }
 
-TEST_F(LoopTest, EveryLevelTakesFortyMilliseconds) {
+TEST_F(ScreensTest, EveryLevelTakesFortyMilliseconds) {
   play();
   LEVEL = 10;
   frame();
   EXPECT_EQ(STEPEVERY, 240);
 }
 
-TEST_F(LoopTest, FromLevelElevenOnTheIntervalStaysAtTwoHundred) {
+TEST_F(ScreensTest, FromLevelElevenOnTheIntervalStaysAtTwoHundred) {
   play();
   for (const int64_t level : {11, 12, 100}) {
     LEVEL = level;
@@ -442,7 +425,7 @@ TEST_F(LoopTest, FromLevelElevenOnTheIntervalStaysAtTwoHundred) {
   }
 }
 
-TEST_F(LoopTest, HoldingDownMakesItFortyFiveAtAnyLevel) {
+TEST_F(ScreensTest, HoldingDownMakesItFortyFiveAtAnyLevel) {
   for (const int64_t level : {1, 11}) {
     start_afresh();
     play();
@@ -457,7 +440,7 @@ TEST_F(LoopTest, HoldingDownMakesItFortyFiveAtAnyLevel) {
   }
 }
 
-TEST_F(LoopTest, AtMostOneStepIsTakenInAFrame) {
+TEST_F(ScreensTest, AtMostOneStepIsTakenInAFrame) {
   play();
   wait(60000);
   frame();
@@ -465,7 +448,7 @@ TEST_F(LoopTest, AtMostOneStepIsTakenInAFrame) {
   EXPECT_EQ(LASTDROP, NOW);
 }
 
-TEST_F(LoopTest, ABlockedPieceLocksAndTheTimerRestarts) {
+TEST_F(ScreensTest, ABlockedPieceLocksAndTheTimerRestarts) {
   play();
   PIECEY = 13;
   wait(600);
@@ -476,7 +459,7 @@ TEST_F(LoopTest, ABlockedPieceLocksAndTheTimerRestarts) {
   EXPECT_EQ(LASTDROP, NOW);
 }
 
-TEST_F(LoopTest, AHardDropGivesTheNextPieceAFullInterval) {
+TEST_F(ScreensTest, AHardDropGivesTheNextPieceAFullInterval) {
   play();
   wait(599);
   frame({"Space"});
@@ -491,7 +474,7 @@ TEST_F(LoopTest, AHardDropGivesTheNextPieceAFullInterval) {
   EXPECT_EQ(PIECEY, 1);
 }
 
-TEST_F(LoopTest, TheTimerStartsAfterTheFlashOfAHardDrop) {
+TEST_F(ScreensTest, TheTimerStartsAfterTheFlashOfAHardDrop) {
   play();
   fill_row(14);
   put(14, 4, 0);
@@ -502,14 +485,14 @@ TEST_F(LoopTest, TheTimerStartsAfterTheFlashOfAHardDrop) {
   EXPECT_EQ(LASTDROP, 100 + 4 * 16);
 }
 
-TEST_F(LoopTest, AHardDropIsNotFollowedByAStepInTheSameFrame) {
+TEST_F(ScreensTest, AHardDropIsNotFollowedByAStepInTheSameFrame) {
   play();
   wait(5000);
   frame({"Space"});
   EXPECT_EQ(PIECEY, 0);
 }
 
-TEST_F(LoopTest, AStarIsCollectedWhereThePieceHasJustFallen) {
+TEST_F(ScreensTest, AStarIsCollectedWhereThePieceHasJustFallen) {
   play();
   qor_array_set(STAR_ON.get(), 0, 1);
   qor_array_set(STAR_R.get(), 0, 2);
@@ -524,7 +507,7 @@ TEST_F(LoopTest, AStarIsCollectedWhereThePieceHasJustFallen) {
 // ---- play: the end of a game
 // ---------------------------------------------------------------------
 
-TEST_F(LoopTest, AGameOverWithARankGoesToTheEntry) {
+TEST_F(ScreensTest, AGameOverWithARankGoesToTheEntry) {
   play();
   ENTERNAME = numbers({5, 6, 7});
   ENTERPOS = 2;
@@ -539,7 +522,7 @@ TEST_F(LoopTest, AGameOverWithARankGoesToTheEntry) {
     EXPECT_EQ(qor_array_get(ENTERNAME.get(), position), 0);
 }
 
-TEST_F(LoopTest, AGameOverWithoutARankReturnsToTheTitle) {
+TEST_F(ScreensTest, AGameOverWithoutARankReturnsToTheTitle) {
   play();
   GAMEOVER = true;
   ENTERRANK = 3;
@@ -548,7 +531,7 @@ TEST_F(LoopTest, AGameOverWithoutARankReturnsToTheTitle) {
   EXPECT_EQ(ENTERRANK, -1);
 }
 
-TEST_F(LoopTest, TheFrameInWhichTheGameEndsIsDrawn) {
+TEST_F(ScreensTest, TheFrameInWhichTheGameEndsIsDrawn) {
   play();
   fill_row(0);
   fill_row(1);
@@ -564,7 +547,7 @@ TEST_F(LoopTest, TheFrameInWhichTheGameEndsIsDrawn) {
   EXPECT_TRUE(contains(trace, R"(SOUND.PLAY 5 "c1")"));
 }
 
-TEST_F(LoopTest, EveryFrameStopsAtTheCommandThatFails) {
+TEST_F(ScreensTest, EveryFrameStopsAtTheCommandThatFails) {
   for (const char* state : {"title", "options", "enter", "pause", "play"}) {
     const auto arrange = [state] {
       play();
