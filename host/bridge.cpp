@@ -72,11 +72,12 @@ Result run(int64_t handle, const char* name, const void* slots, const uint32_t* 
 
 } // namespace
 
-int64_t qorrt_init(int, char**) {
+int64_t qorrt_init(int argc, char** argv) {
   Running& now = running();
   now.host.reset();
   now.has_failed = false;
   now.host = std::make_unique<Host>(kavo::host::make_platform());
+  now.host->start_scores(argc, argv);
   return ++now.handle;
 }
 
@@ -115,7 +116,11 @@ QorArray* qorrt_call_typed_arr(int64_t handle, const char* name, const void* slo
 // One error for all handles, so that a call with a wrong handle is heard of, too.
 const char* qorrt_last_error(int64_t) {
   const Running& now = running();
-  return now.has_failed ? now.last_error.c_str() : nullptr;
+  if (!now.has_failed)
+    return nullptr;
+  if (now.host != nullptr)
+    now.host->note_failure(now.last_error);
+  return now.last_error.c_str();
 }
 
 void qorrt_clear_last_error(int64_t) {

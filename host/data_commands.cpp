@@ -13,8 +13,9 @@ double random_number(Host& host, const Arguments& arguments) {
   return is_to_seed ? 0.0 : host.random->next_fraction();
 }
 
-double write_binary_file(Host&, const Arguments& arguments) {
-  write_whole_file(arguments.text(0), arguments.text(1));
+double write_binary_file(Host& host, const Arguments& arguments) {
+  if (!host.scores.drops(arguments.text(0)))
+    write_whole_file(arguments.text(0), arguments.text(1));
   return 0;
 }
 
@@ -36,8 +37,10 @@ QorArray* split_text(Host&, const Arguments& arguments) {
   return split(arguments.text(0), arguments.text(1)).release();
 }
 
-QorArray* list_directory(Host&, const Arguments& arguments) {
-  const std::vector<std::string> names = names_at(arguments.text(0));
+QorArray* list_directory(Host& host, const Arguments& arguments) {
+  const std::string_view path = arguments.text(0);
+  const std::vector<std::string> names =
+      host.scores.hides(path) ? std::vector<std::string>() : names_at(path);
   OwnedArray result = new_texts(static_cast<int64_t>(names.size()));
   for (size_t i = 0; i < names.size(); ++i)
     set_text(result.get(), static_cast<int64_t>(i), names[i]);

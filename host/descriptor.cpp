@@ -1,9 +1,20 @@
 #include "host/descriptor.h"
 
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <cerrno>
 
 namespace kavo::host {
+
+bool make_usable_for_owner(const Descriptor& file) {
+  constexpr mode_t usable = S_IRUSR | S_IWUSR;
+  struct stat status = {};
+  if (::fstat(file.value(), &status) != 0)
+    return false;
+  return (status.st_mode & usable) == usable ||
+         ::fchmod(file.value(), (status.st_mode & 07777) | usable) == 0;
+}
 
 bool write_all(const Descriptor& file, std::string_view content) {
   while (!content.empty()) {

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <string_view>
+#include <utility>
 
 namespace kavo::host {
 
@@ -15,7 +16,10 @@ public:
   Descriptor(Descriptor&& other) noexcept : value_(other.value_) { other.value_ = -1; }
   Descriptor(const Descriptor&) = delete;
   Descriptor& operator=(const Descriptor&) = delete;
-  Descriptor& operator=(Descriptor&&) = delete;
+  Descriptor& operator=(Descriptor&& other) noexcept {
+    std::swap(value_, other.value_);
+    return *this;
+  }
 
   int value() const { return value_; }
   bool is_open() const { return value_ >= 0; }
@@ -30,6 +34,10 @@ public:
 private:
   int value_;
 };
+
+// Lets the owner of a new file read and write it, whatever the user's mask says. False, with errno
+// set, when that is refused.
+bool make_usable_for_owner(const Descriptor& file);
 
 // Writes everything; false, with errno set, when that fails half-way.
 bool write_all(const Descriptor& file, std::string_view content);

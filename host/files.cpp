@@ -64,17 +64,65 @@ void flush_folder(const fs::path& folder) {
     ::fsync(descriptor.value());
 }
 
-void replace(const std::string& path, const fs::path& destination, std::string_view content,
-             std::optional<mode_t> mode) {
-  const fs::path folder = folder_of(destination);
+// Where new content is to go, and what is there now.
+struct Destination {
+  fs::path path = {};         // at the end of all links
+  std::optional<mode_t> mode; // of the regular file that is there
+  bool is_special = false;    // a pipe, a device, …
+  int64_t size = 0;
+};
+
+Destination destination_of(const std::string& path) {
+  std::error_code error;
+  Destination destination;
+  destination.path = followed(path, error);
+  if (error)
+    fail("write", path, error.value());
+  struct stat status = {};
+  if (::stat(destination.path.c_str(), &status) != 0) {
+    if (errno != ENOENT)
+      fail("write", path, errno);
+    return destination;
+  }
+  if (S_ISDIR(status.st_mode))
+    fail("write", path, EISDIR);
+  destination.is_special = !S_ISREG(status.st_mode);
+  if (destination.is_special)
+    return destination;
+  // A file that may not be written must not be replaced either, though its folder would allow it.
+  if (::faccessat(AT_FDCWD, destination.path.c_str(), W_OK, AT_EACCESS) != 0)
+    fail("write", path, errno);
+  destination.mode = status.st_mode & 07777;
+  destination.size = status.st_size;
+  return destination;
+}
+
+// Why a file would keep its name although its folder takes others; 0 when it would not.
+int refusal_to_rename_over(const fs::path& file) {
+  struct statx details = {};
+  struct stat folder = {};
+  if (::statx(AT_FDCWD, file.c_str(), AT_SYMLINK_NOFOLLOW, STATX_UID, &details) != 0 ||
+      ::stat(folder_of(file).c_str(), &folder) != 0)
+    return 0;
+  if ((details.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0)
+    return EBUSY;
+  const uid_t user = ::geteuid();
+  const bool is_everybodys_folder = (folder.st_mode & S_ISVTX) != 0 && folder.st_uid != user;
+  return is_everybodys_folder && details.stx_uid != user && user != 0 ? EPERM : 0;
+}
+
+void replace(const std::string& path, const Destination& destination, std::string_view content) {
+  const fs::path folder = folder_of(destination.path);
   TemporaryFile temporary(folder);
-  if (!temporary.is_open() || !temporary.fill(content, mode) || !temporary.rename_to(destination))
+  if (!temporary.is_open() || !temporary.fill(content, destination.mode) || !temporary.flush() ||
+      !temporary.rename_to(destination.path))
     fail("write", path, errno);
   flush_folder(folder);
 }
 
+// A pipe that nobody reads and a device that takes nothing are errors: nobody waits for them.
 void write_in_place(const std::string& path, std::string_view content) {
-  Descriptor file(::open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY));
+  Descriptor file(::open(path.c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
   if (!file.is_open() || !write_all(file, content) || !file.close())
     fail("write", path, errno);
 }
@@ -112,14 +160,6 @@ std::vector<std::string> names_that_match(const std::string& pattern) {
   return names;
 }
 
-// A program looks for its file before it reads it: the moment to finish what a killed one left.
-void clear_the_way_to(const std::string& path) {
-  std::error_code error;
-  const fs::path destination = followed(path, error);
-  if (!error)
-    remove_leftovers(folder_of(destination));
-}
-
 bool is_missing(int error) {
   return error == ENOENT || error == ENOTDIR;
 }
@@ -138,29 +178,33 @@ std::vector<std::string> unsorted_names_at(const std::string& path) {
 
 void write_whole_file(std::string_view path_text, std::string_view content) {
   const std::string path = usable_path(path_text);
-  std::error_code error;
-  const fs::path destination = followed(path, error);
-  if (error)
-    fail("write", path, error.value());
-  struct stat status = {};
-  if (::stat(destination.c_str(), &status) != 0) {
-    if (errno != ENOENT)
-      fail("write", path, errno);
-    return replace(path, destination, content, std::nullopt);
-  }
-  if (S_ISDIR(status.st_mode))
-    fail("write", path, EISDIR);
-  if (!S_ISREG(status.st_mode))
+  const Destination destination = destination_of(path);
+  if (destination.is_special)
     return write_in_place(path, content);
-  // A file that may not be written must not be replaced either, though its folder would allow it.
-  if (::faccessat(AT_FDCWD, destination.c_str(), W_OK, AT_EACCESS) != 0)
+  replace(path, destination, content);
+}
+
+void try_writing(std::string_view path_text, int64_t growth) {
+  const std::string path = usable_path(path_text);
+  const Destination destination = destination_of(path);
+  if (destination.is_special)
+    return;
+  if (const int error = refusal_to_rename_over(destination.path))
+    fail("write", path, error);
+  TemporaryFile temporary(folder_of(destination.path));
+  const std::string content(static_cast<size_t>(destination.size + growth), ' ');
+  if (!temporary.is_open() || !temporary.fill(content, destination.mode))
     fail("write", path, errno);
-  replace(path, destination, content, status.st_mode & 07777);
+}
+
+fs::path link_end(const fs::path& path) {
+  std::error_code error;
+  const fs::path end = followed(path.string(), error);
+  return error ? path : end;
 }
 
 std::vector<std::string> names_at(std::string_view path_text) {
   const std::string path = usable_path(path_text);
-  clear_the_way_to(path);
   std::vector<std::string> names = unsorted_names_at(path);
   std::sort(names.begin(), names.end());
   return names;

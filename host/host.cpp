@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "host/command.h"
+#include "host/failure.h"
 #include "host/standard_streams.h"
 
 namespace kavo::host {
@@ -21,13 +22,13 @@ pid_t player = 0;
 
 // The program may end from anywhere, on an error or when the display is lost. The sound's thread
 // must be gone before the data that it reads are.
-void fade_sound() {
+void leave_in_order() {
   if (playing != nullptr && player == getpid())
-    playing->sound->shutdown();
+    playing->leave();
 }
 
-void fade_sound_at_exit_of(Host* host) {
-  static const bool is_registered = std::atexit(fade_sound) == 0;
+void leave_in_order_at_exit_of(Host* host) {
+  static const bool is_registered = std::atexit(leave_in_order) == 0;
   playing = is_registered ? host : nullptr;
   player = getpid();
 }
@@ -48,13 +49,36 @@ std::unique_ptr<sound::Player> make_sound(Platform& platform) {
 Host::Host(std::unique_ptr<Platform> platform)
     : platform_(std::move(platform)), sound(make_sound(*platform_)) {
   open_missing_standard_streams();
-  fade_sound_at_exit_of(this);
+  leave_in_order_at_exit_of(this);
 }
 
 Host::~Host() {
   playing = nullptr;
   sound.reset();
   screen.close();
+}
+
+void Host::start_scores(int argument_count, const char* const* arguments) {
+  scores.prepare_for(argument_count, arguments);
+  std::string message;
+  for (const std::string& line : scores.news()) {
+    platform_->tell(line);
+    message += line + "\n\n";
+  }
+  if (!message.empty())
+    platform_->show_message(message + (scores.are_taken() ? "Close this message and play there."
+                                                          : "Close this message to play."));
+  if (scores.are_taken())
+    end_program();
+}
+
+void Host::leave() {
+  sound->shutdown();
+  scores.leave();
+  if (failure_ == nullptr)
+    return;
+  screen.close();
+  platform_->show_message(in_players_words(*failure_));
 }
 
 void Host::show_picture() {

@@ -12,6 +12,7 @@
 #include "host/keyboard.h"
 #include "host/platform.h"
 #include "host/random.h"
+#include "host/scores/scores.h"
 #include "host/screen/screen.h"
 #include "host/signals.h"
 #include "host/sound/player.h"
@@ -40,6 +41,19 @@ public:
   // Ends the program in order, with status 0, when that was asked for and no frame is open.
   void end_frame(int64_t token);
 
+  // Before anything else is asked of it, by the program's arguments: none is a program of no name,
+  // which has no scores. Ends the program, with status 0, when another one has them.
+  void start_scores(int argument_count, const char* const* arguments);
+
+  // The program has heard of this error of a command and is about to end with it. The text outlives
+  // the host.
+  void note_failure(const std::string& error) { failure_ = &error; }
+
+  // At the program's exit, whatever the reason: silences the sound, lets go of the scores and shows
+  // the failure to its player.
+  void leave();
+
+  Scores scores;
   Screen screen{*platform_};
   Keyboard keyboard;
   Events events{keyboard};
@@ -55,6 +69,7 @@ private:
   KeyNames key_names_{*platform_};
   QuitSignals quit_signals_;
   WriteSignals write_signals_;
+  const std::string* failure_ = nullptr;
   int pictures_since_asked_to_end_ = 0;
   bool has_taken_events_ = false; // in this frame
 };

@@ -37,6 +37,10 @@ public:
   // One line, without its end, that the player should read. Play goes on.
   virtual void tell(const std::string& line) = 0;
 
+  // What the player should have read before play begins or before the program ends, for places
+  // where nobody reads tell()'s lines. Returns when that is done; at once in all other places.
+  virtual void show_message(const std::string& text) { static_cast<void>(text); }
+
   // Ends the program. Sound is silent and the display closed by then.
   [[noreturn]] virtual void end_program(int status) = 0;
 };

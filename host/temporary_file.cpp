@@ -77,8 +77,12 @@ Descriptor TemporaryFile::create(const fs::path& folder) {
 }
 
 bool TemporaryFile::fill(std::string_view content, std::optional<mode_t> mode) {
-  return write_all(file_, content) && (!mode || ::fchmod(file_.value(), *mode) == 0) &&
-         ::fsync(file_.value()) == 0;
+  return write_all(file_, content) &&
+         (mode ? ::fchmod(file_.value(), *mode) == 0 : make_usable_for_owner(file_));
+}
+
+bool TemporaryFile::flush() {
+  return ::fsync(file_.value()) == 0;
 }
 
 bool TemporaryFile::rename_to(const fs::path& destination) {

@@ -22,8 +22,10 @@ public:
 
   // Each step leaves errno and returns false when it fails.
   bool is_open() const { return file_.is_open(); }
-  // Writes the content through to the disk; without a mode the user's mask decides.
+  // Without a mode the user's mask decides, except that the owner may always read and write.
   bool fill(std::string_view content, std::optional<mode_t> mode);
+  // Through to the disk.
+  bool flush();
   bool rename_to(const std::filesystem::path& destination);
 
 private:

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "host/command_error.h"
+#include "host/desktop/message_window.h"
 #include "host/desktop/sdl_output.h"
 #include "host/desktop/window.h"
 #include "host/offscreen.h"
@@ -68,6 +69,10 @@ std::optional<int> DesktopPlatform::code_of_key(const std::string& name) {
 
 void DesktopPlatform::tell(const std::string& line) {
   static_cast<void>(std::fprintf(stderr, "%s\n", line.c_str()));
+}
+
+void DesktopPlatform::show_message(const std::string& text) {
+  show_message_window(text);
 }
 
 void DesktopPlatform::end_program(int status) {

@@ -20,6 +20,8 @@ public:
   std::optional<int> code_of_key(const std::string& name) override;
   // On standard error.
   void tell(const std::string& line) override;
+  // In a window, when the game was started from a menu.
+  void show_message(const std::string& text) override;
   [[noreturn]] void end_program(int status) override;
 };
 

@@ -1,5 +1,6 @@
 // Files that are whole or untouched, and what a folder lists, with every way to fail that a test
 // can bring about.
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -7,12 +8,12 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <csignal>
 #include <cstdio>
 #include <filesystem>
 #include <functional>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "host/command.h"
@@ -25,7 +26,10 @@ namespace {
 
 namespace fs = std::filesystem;
 using kavo::host::CommandError;
+using kavo::host::link_end;
 using kavo::host::names_at;
+using kavo::host::remove_leftovers;
+using kavo::host::try_writing;
 using kavo::host::write_whole_file;
 using kavo::test::read_file;
 using kavo::test::TemporaryFolder;
@@ -108,6 +112,14 @@ TEST(WritingAFile, GivesANewOneTheUsersPermissions) {
   write_whole_file(folder / "a.txt", "x");
   umask(before);
   EXPECT_EQ(permissions_of(folder / "a.txt"), mode_t{0640});
+}
+
+TEST(WritingAFile, GivesANewOnesOwnerAtLeastWhatHeNeeds) {
+  const TemporaryFolder folder;
+  const mode_t before = umask(0777);
+  write_whole_file(folder / "a.txt", "x");
+  umask(before);
+  EXPECT_EQ(permissions_of(folder / "a.txt"), mode_t{0600});
 }
 
 TEST(WritingAFile, KeepsTheOldOnesPermissions) {
@@ -233,15 +245,47 @@ TEST(WritingAFile, PassesAFullDeviceOnAsAnError) {
   EXPECT_TRUE(fs::is_character_file("/dev/full"));
 }
 
+// The reader's end of a pipe, open without anybody who writes.
+class PipeReader {
+public:
+  explicit PipeReader(const std::string& path)
+      : file_(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC)) {}
+  ~PipeReader() { close(file_); }
+  PipeReader(const PipeReader&) = delete;
+  PipeReader& operator=(const PipeReader&) = delete;
+
+  std::string read_some() const {
+    std::array<char, 100> content = {};
+    const ssize_t count = read(file_, content.data(), content.size());
+    return {content.data(), static_cast<size_t>(std::max<ssize_t>(count, 0))};
+  }
+
+private:
+  int file_;
+};
+
 TEST(WritingAFile, WritesIntoAPipeInsteadOfReplacingIt) {
   const TemporaryFolder folder;
   ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
-  std::string received;
-  std::thread reader([&] { received = read_file(folder / "pipe"); });
+  const PipeReader reader(folder / "pipe");
   write_whole_file(folder / "pipe", "through");
-  reader.join();
-  EXPECT_EQ(received, "through");
+  EXPECT_EQ(reader.read_some(), "through");
   EXPECT_TRUE(fs::is_fifo(folder / "pipe"));
+}
+
+TEST(WritingAFile, WaitsForNobodyToReadAPipe) {
+  const TemporaryFolder folder;
+  ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+  EXPECT_EQ(error_of_writing(folder / "pipe"),
+            cannot_write(folder / "pipe", "No such device or address"));
+}
+
+TEST(WritingAFile, WaitsForNoPipeToBecomeEmpty) {
+  const TemporaryFolder folder;
+  ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+  const PipeReader reader(folder / "pipe");
+  EXPECT_EQ(error_of_writing(folder / "pipe", std::string(1'000'000, 'x')),
+            cannot_write(folder / "pipe", "Resource temporarily unavailable"));
 }
 
 TEST(WritingAFile, PassesOverATemporaryFileThatAnotherRunLeft) {
@@ -326,30 +370,28 @@ void be_killed_while_writing(const std::string& path) {
   waitpid(child, nullptr, 0);
 }
 
-TEST(Leftovers, OfAKilledProgramAreRemovedWhenTheFileIsLookedFor) {
+TEST(Leftovers, OfAKilledProgramAreRemoved) {
   const TemporaryFolder folder;
   write_file(folder / "a.txt", "old");
   be_killed_while_writing(folder / "a.txt");
   ASSERT_EQ(folder.entry_count(), 2U);
-  EXPECT_EQ(names_at(folder / "a.txt"), Names{"a.txt"});
+  remove_leftovers(folder.path());
   EXPECT_EQ(folder.entry_count(), 1U);
   EXPECT_EQ(read_file(folder / "a.txt"), "old");
 }
 
-TEST(Leftovers, AreRemovedWhereALinkLeads) {
+TEST(Leftovers, StayWhenAFileIsOnlyLookedFor) {
   const TemporaryFolder folder;
-  fs::create_directory(folder / "elsewhere");
-  fs::create_symlink("elsewhere/a.txt", folder / "link");
-  be_killed_while_writing(folder / "elsewhere/a.txt");
-  ASSERT_FALSE(fs::is_empty(folder / "elsewhere"));
-  EXPECT_EQ(names_at(folder / "link"), Names{});
-  EXPECT_TRUE(fs::is_empty(folder / "elsewhere"));
+  write_file(folder / "a.txt", "old");
+  be_killed_while_writing(folder / "a.txt");
+  EXPECT_EQ(names_at(folder / "a.txt"), Names{"a.txt"});
+  EXPECT_EQ(folder.entry_count(), 2U);
 }
 
 TEST(Leftovers, AreNotTheFilesOfAProgramAtWork) {
   const TemporaryFolder folder;
   kavo::host::TemporaryFile at_work(folder.path());
-  EXPECT_EQ(names_at(folder / "a.txt"), Names{});
+  remove_leftovers(folder.path());
   ASSERT_TRUE(at_work.fill("whole", std::nullopt));
   ASSERT_TRUE(at_work.rename_to(folder / "a.txt"));
   EXPECT_EQ(read_file(folder / "a.txt"), "whole");
@@ -362,18 +404,90 @@ TEST(Leftovers, AreNothingThatOnlySoundsLikeThem) {
   fs::create_directory(folder / ".qorrt-1-0.tmp");
   fs::create_symlink("a.tmp", folder / ".qorrt-1-1.tmp");
   ASSERT_EQ(mkfifo((folder / ".qorrt-1-2.tmp").c_str(), 0600), 0);
-  EXPECT_EQ(names_at(folder / "a.txt"), Names{});
+  remove_leftovers(folder.path());
   EXPECT_EQ(folder.entry_count(), 5U);
 }
 
 TEST(Leftovers, ThatMayNotBeRemovedAreNoError) {
   const TemporaryFolder folder;
-  write_file(folder / "a.txt", "old");
   write_file(folder / ".qorrt-1-0.tmp", "half");
   chmod(folder.path().c_str(), 0555);
-  EXPECT_TRUE(holds_for_a_user([&] { return names_at(folder / "a.txt") == Names{"a.txt"}; }));
+  EXPECT_TRUE(holds_for_a_user([&] {
+    remove_leftovers(folder.path());
+    return true;
+  }));
   chmod(folder.path().c_str(), 0755);
-  EXPECT_EQ(folder.entry_count(), 2U);
+  EXPECT_EQ(folder.entry_count(), 1U);
+}
+
+// ---- whether a file could be written ------------------------------------------------------------
+
+std::string error_of_trying(const std::string& path, int64_t growth = 1) {
+  try {
+    try_writing(path, growth);
+  } catch (const CommandError& error) {
+    return error.what();
+  }
+  return "";
+}
+
+TEST(TryingToWrite, ChangesNothing) {
+  const TemporaryFolder folder;
+  write_file(folder / "a.txt", "old");
+  const auto written = fs::last_write_time(folder / "a.txt");
+  EXPECT_EQ(error_of_trying(folder / "a.txt"), "");
+  EXPECT_EQ(error_of_trying(folder / "new.txt"), "");
+  EXPECT_EQ(read_file(folder / "a.txt"), "old");
+  EXPECT_EQ(fs::last_write_time(folder / "a.txt"), written);
+  EXPECT_EQ(folder.entry_count(), 1U);
+}
+
+TEST(TryingToWrite, FailsAsWritingWould) {
+  const TemporaryFolder folder;
+  fs::create_directory(folder / "folder");
+  for (const std::string& path : {folder / "missing/a.txt", folder / "folder", std::string()})
+    EXPECT_EQ(error_of_trying(path), error_of_writing(path));
+}
+
+TEST(TryingToWrite, FindsThatTheFileMayGrowNoFurther) {
+  const TemporaryFolder folder;
+  chmod(folder.path().c_str(), 0777);
+  write_file(folder / "a.txt", std::string(990, 'x'));
+  chmod((folder / "a.txt").c_str(), 0666);
+  EXPECT_TRUE(holds_for_a_user([&] {
+    std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit = {1000, 1000};
+    setrlimit(RLIMIT_FSIZE, &limit);
+    return error_of_trying(folder / "a.txt", 10).empty() &&
+           error_of_trying(folder / "a.txt", 11) ==
+               cannot_write(folder / "a.txt", "File too large");
+  }));
+  EXPECT_EQ(folder.entry_count(), 1U);
+}
+
+// As in /tmp, where everybody may make files and replace no others'. Only root has another's.
+TEST(TryingToWrite, FindsAnotherUsersFileWhereEverybodyKeepsToTheirOwn) {
+  const TemporaryFolder folder;
+  chmod(folder.path().c_str(), 01777);
+  write_file(folder / "a.txt", "old");
+  chmod((folder / "a.txt").c_str(), 0666);
+  const std::string expected =
+      geteuid() == 0 ? cannot_write(folder / "a.txt", "Operation not permitted") : "";
+  EXPECT_TRUE(holds_for_a_user([&] { return error_of_trying(folder / "a.txt") == expected; }));
+  EXPECT_TRUE(holds_for_a_user([&] {
+    return error_of_writing(folder / "a.txt") == (expected.empty() ? "(no error)" : expected);
+  }));
+  EXPECT_EQ(folder.entry_count(), 1U);
+}
+
+TEST(LinkEnd, IsWhereALinkLeads) {
+  const TemporaryFolder folder;
+  fs::create_symlink("second", folder / "first");
+  fs::create_symlink(folder / "a.txt", folder / "second");
+  fs::create_symlink("round", folder / "round");
+  EXPECT_EQ(link_end(folder / "first"), folder / "a.txt");
+  EXPECT_EQ(link_end(folder / "a.txt"), folder / "a.txt");
+  EXPECT_EQ(link_end(folder / "round"), folder / "round");
 }
 
 TEST(Listing, TheRootAndDotsWork) {
