@@ -77,6 +77,8 @@ BashCompletesTheScenesAfterShot() {
   expect_equal "after shot p" "pop pu" "$(offered shot p)"
   expect_equal "first word" "shot --calm --help --version" "$(offered '')"
   expect_equal "after another word" "" "$(offered play '')"
+  expect_equal "after an option" "shot --calm --help --version" "$(offered --calm '')"
+  expect_equal "after an option and shot" "$scenes" "$(offered --calm shot '')"
 }
 
 TheGameKnowsEachSceneByItsWord() {
@@ -85,6 +87,18 @@ TheGameKnowsEachSceneByItsWord() {
     [ "$(HOME=$work "$tree/bin/kavo" shot "$scene")" != "shot saved" ] || fail "it does not know $scene"
   done
   expect_equal "kavo shot anything" "shot saved" "$(HOME=$work "$tree/bin/kavo" shot anything)"
+}
+
+ManualPagesAndCompletionsKnowEveryOption() {
+  local option file
+  for option in calm help version; do
+    for file in "$share/man/man6/kavo.6.gz" "$share/man/de/man6/kavo.6.gz" \
+      "$share/bash-completion/completions/kavo" "$share/zsh/vendor-completions/_kavo" \
+      "$share/fish/vendor_completions.d/kavo.fish"; do
+      zcat -f "$file" | tr -d '\134' | grep -Eq -- "(--|-l )$option\b" || fail "$file does not know --$option"
+    done
+    "$tree/bin/kavo" --help | grep -q -- "--$option" || fail "--help does not tell of --$option"
+  done
 }
 
 EveryLicenceIsShipped() {

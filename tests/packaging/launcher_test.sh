@@ -5,9 +5,16 @@
 . "$(dirname "${BASH_SOURCE[0]}")/../support/cases.sh"
 
 install_stand_in() {
-  mkdir -p "$1/bin" "$(dirname "$1/bin/$program_from_launcher")"
-  cp "$launcher" "$1/bin/kavo"
-  printf '#!/bin/sh\npwd\nprintf "<%%s>\\n" "$@" ${QORRT_CALM+"calm: $QORRT_CALM"}\nexit "${STATUS-0}"\n' >"$1/bin/$program_from_launcher"
+  mkdir -p "$1/bin" "$(dirname "$1/bin/${program_from_launcher:?}")"
+  cp "${launcher:?}" "$1/bin/kavo"
+  cat >"$1/bin/$program_from_launcher" <<'STAND_IN'
+#!/bin/sh
+pwd
+printf '<%s>\n' "$@" ${QORRT_CALM+"calm: $QORRT_CALM"}
+[ -z "${QORRT_NO_SCORES+x}" ] || echo "no scores: $QORRT_NO_SCORES"
+[ -z "${QORRT_MESSAGES+x}" ] || echo "messages: $QORRT_MESSAGES" >&2
+exit "${STATUS-0}"
+STAND_IN
   chmod 755 "$1/bin/kavo" "$1/bin/$program_from_launcher"
 }
 
@@ -80,55 +87,101 @@ KeepsPlayersApart() {
   [ "$first" != "$second" ] || fail "both play in $first"
 }
 
-expect_a_start_elsewhere() {
-  local output=$1 folder=$2 reason=$3
-  expect_contains "message" "kavo: scores cannot be kept" "$output"
-  expect_contains "message" "$reason" "$output"
-  expect_contains "message" "this game's are in $work/kavo." "$output"
-  expect_contains "start" "$work/kavo." "$(tail -2 <<<"$output" | sed -n 1p)"
-  [ ! -e "$folder/tmp/kavo_high.txt" ] || fail "something was written to $folder"
+# The game is told why scores cannot be kept, in a folder that is gone, and nothing stays anywhere.
+expect_a_start_without_scores() {
+  local output=$1 reason=$2
+  expect_contains "what the game is told" "no scores: " "$output"
+  expect_contains "what the game is told" "$reason" "$output"
+  expect_equal "what is left behind" "" "$(find "$work" -name 'kavo.*')"
+  expect_equal "what lies where it was started" "" "$(find "$work" -name tmp)"
 }
 
-StartsElsewhereWhenTheHomeIsReadOnly() {
+StartsWithoutScoresWhenTheHomeIsReadOnly() {
   mkdir home
   chmod 555 home
-  expect_a_start_elsewhere "$(start_as_ordinary_user HOME="$work/home" -- 2>&1)" \
-    home/.local/share/kavo "Permission denied"
+  expect_a_start_without_scores "$(start_as_ordinary_user HOME="$work/home" -- 2>&1)" "Permission denied"
 }
 
-StartsElsewhereWhenAFileIsInTheWay() {
+StartsWithoutScoresWhenAFileIsInTheWay() {
   touch home
-  expect_a_start_elsewhere "$(start HOME="$work/home" -- 2>&1)" home "Not a directory"
+  expect_a_start_without_scores "$(start HOME="$work/home" -- 2>&1)" "Not a directory"
 }
 
-StartsElsewhereWhenNothingCanBeWritten() {
-  install_stand_in tree
-  expect_a_start_elsewhere "$(
-    ulimit -f 0
-    trap '' XFSZ
-    start HOME="$work/home" -- 2>&1
-  )" home/.local/share/kavo "File too large"
+StartsWithoutScoresWhenTheDataFolderMayNotBeEntered() {
+  mkdir -p home/.local/share/kavo
+  chmod 0 home/.local/share/kavo
+  expect_a_start_without_scores "$(start_as_ordinary_user HOME="$work/home" -- 2>&1)" \
+    "cannot go to $work/home/.local/share/kavo"
 }
 
-StartsElsewhereWhenTheDiskIsFull() {
-  unshare -rm true 2>/dev/null || skip "no mount namespaces here"
-  mkdir home
-  install_stand_in tree
-  expect_a_start_elsewhere "$(
-    export -f start install_stand_in
-    export work launcher program_from_launcher
-    unshare -rm bash -c 'mount -t tmpfs -o size=16k tmpfs home &&
-      mkdir -p home/.local/share/kavo/tmp && { cat /dev/zero >home/filler 2>/dev/null || true; } &&
-      start HOME="$work/home" -- 2>&1'
-  )" home "No space left on device"
+StartsWithoutScoresWhenNoHomeIsKnown() {
+  mkdir tools
+  printf '#!/bin/sh\nexit 2\n' >tools/getent
+  chmod 755 tools/getent
+  expect_a_start_without_scores "$(PATH=$work/tools:$PATH start_as_ordinary_user LANG=C -- 2>&1)" \
+    "/nonexistent"
 }
 
 StillStartsWhenThereIsNowhereToGo() {
   touch home
   local output
   output=$(start HOME="$work/home" TMPDIR="$work/nowhere" -- 2>&1)
-  expect_contains "message" "kavo: scores cannot be kept" "$output"
-  expect_equal "folder" "$work" "$(tail -2 <<<"$output" | sed -n 1p)"
+  expect_contains "what the game is told" "no scores: " "$output"
+  expect_equal "folder" "$work" "$(sed -n 1p <<<"$output")"
+}
+
+DrawsNoSceneWhenItsPictureHasNoFolder() {
+  touch home
+  local status=0 output
+  output=$(start HOME="$work/home" -- shot storm 2>&1) || status=$?
+  expect_equal "status" 1 "$status"
+  expect_contains "message" "kavo: there is no folder for the picture: " "$output"
+  expect_equal "what is left behind" "" "$(find "$work" -name 'kavo.*')"
+}
+
+TakesALineFeedAtTheEndOfAName() {
+  local name=$work/data$'\n'
+  start HOME="$work/home" XDG_DATA_HOME="$name" -- x >/dev/null
+  [ -d "$name/kavo" ] || fail "there is no folder $name/kavo"
+  [ ! -e data ] || fail "it made a folder of another name"
+  start HOME="$name" -- x >/dev/null
+  [ -d "$name/.local/share/kavo" ] || fail "there is no folder in the home"
+}
+
+IgnoresARelativeHome() {
+  mkdir tools
+  printf '#!/bin/sh\necho "player:x:1:1::%s:/bin/sh"\n' "$work/from table" >tools/getent
+  chmod 755 tools/getent
+  expect_equal "folder" "$work/from table/.local/share/kavo" \
+    "$(PATH=$work/tools:$PATH start HOME=home -- x | sed -n 1p)"
+}
+
+MakesAFolderThatThePlayerCanUseWhateverTheMask() {
+  mkdir home
+  (
+    umask 0777
+    start HOME="$work/home" -- x >/dev/null
+  )
+  expect_equal "mode" 700 "$(stat -c %a home/.local/share/kavo)"
+}
+
+# Runs the launcher in a session of its own, which has no terminal.
+start_from_a_menu() {
+  local output=$work/output
+  [ -x tree/bin/kavo ] || install_stand_in tree
+  setsid --wait env -i PATH="$PATH" HOME="$work/home" "$PWD/tree/bin/kavo" "$@" \
+    </dev/null >"$output" 2>&1
+  cat "$output"
+}
+
+AsksForMessagesInAWindowWhereThereIsNoTerminal() {
+  expect_contains "from a menu" "messages: window" "$(start_from_a_menu)"
+  expect_contains "from a menu" "messages: window" "$(start_from_a_menu --calm x)"
+  [[ $(start_from_a_menu shot storm) != *messages* ]] || fail "a scene shows messages in a window"
+  local at_a_terminal
+  at_a_terminal=$(script -qec "env -i PATH=$PATH HOME=$work/home $PWD/tree/bin/kavo </dev/null 2>&1 | cat" /dev/null)
+  expect_contains "in a terminal" "$work/home" "$at_a_terminal"
+  [[ $at_a_terminal != *messages* ]] || fail "a terminal's game shows messages in a window"
 }
 
 PassesArgumentsOnAsTheyAre() {
@@ -151,6 +204,31 @@ PassesTheExitStatusOn() {
   local status=0
   start HOME="$work/home" STATUS=7 -- >/dev/null || status=$?
   expect_equal "status" 7 "$status"
+}
+
+NamesAnOptionThatItDoesNotKnow() {
+  local option status
+  for option in --clam -x --calm=1 --helpp; do
+    status=0
+    expect_equal "$option" "kavo: unknown option $option; kavo --help lists them" \
+      "$(start HOME="$work/home" -- "$option" 2>&1)"
+    start HOME="$work/home" -- --calm "$option" >/dev/null 2>&1 || status=$?
+    expect_equal "status of $option" 2 "$status"
+  done
+  [ ! -e home ] || fail "it made a folder"
+}
+
+TakesOptionsInAnyOrder() {
+  expect_contains "version" "kavo 0." "$(start HOME="$work/home" -- --calm --version)"
+  expect_contains "help" "usage: kavo" "$(start HOME="$work/home" -- --calm -h)"
+  expect_equal "short and long help" "$(start HOME="$work/home" -- --help)" "$(start HOME="$work/home" -- -h)"
+  [ ! -e home ] || fail "it made a folder"
+}
+
+StartsTheGameWithAWordThatIsNoOption() {
+  expect_equal "a word" "<clam>" "$(start HOME="$work/home" -- clam | tail -n +2)"
+  expect_equal "a dash" "<->" "$(start HOME="$work/home" -- - | tail -n +2)"
+  expect_equal "behind the end of options" "<--clam>" "$(start HOME="$work/home" -- -- --clam | tail -n +2)"
 }
 
 AnswersHelpAndVersionAndLeavesNothingBehind() {
