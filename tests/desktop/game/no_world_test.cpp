@@ -6,9 +6,12 @@
 #include <unistd.h>
 
 #include <array>
+#include <chrono>
 #include <csignal>
+#include <cstdlib>
 #include <filesystem>
 #include <string>
+#include <thread>
 
 #include "tests/desktop/game/playing.h"
 
@@ -194,6 +197,44 @@ void allow_descriptors() {
 
 TEST(WithSixteenFileDescriptors, TheGameIsPlayed) {
   expect_a_game([](kavo::desktop::Launch& launch) { launch.last_act = allow_descriptors<16>; });
+}
+
+TEST(WithEightFileDescriptors, TheGameIsPlayed) {
+  expect_a_game([](kavo::desktop::Launch& launch) { launch.last_act = allow_descriptors<8>; });
+}
+
+// ---- time ---------------------------------------------------------------------------------------
+
+bool is_stopped(const kavo::desktop::Process& process) {
+  const std::string status =
+      kavo::test::read_file("/proc/" + std::to_string(process.id()) + "/stat");
+  const size_t behind_name = status.rfind(')');
+  return behind_name != std::string::npos && status.substr(behind_name, 3) == ") T";
+}
+
+// A minute in scripts/soak; how long it is makes no difference to the program.
+std::chrono::seconds wanted_suspension() {
+  const char* wanted = std::getenv("KAVO_SUSPENSION_S");
+  return std::chrono::seconds(wanted == nullptr ? 0 : std::atoi(wanted));
+}
+
+TEST(Suspended, TheGameGoesOnWhereItWasAndKnowsTheKeysOfTheMeantime) {
+  Game game;
+  game.start_playing();
+  game.process->send_signal(SIGSTOP);
+  ASSERT_TRUE(kavo::desktop::eventually([&] { return is_stopped(*game.process); }));
+  game.tap("p");
+  std::this_thread::sleep_for(wanted_suspension());
+  game.process->send_signal(SIGCONT);
+  ASSERT_TRUE(game.is_paused());
+  game.tap("p");
+  ASSERT_TRUE(game.is_playing());
+  EXPECT_EQ(game.move(-1) + game.move(1), 2);
+  game.window->ask_to_close();
+  const auto outcome = game.process->wait();
+  EXPECT_TRUE(outcome.has_exited);
+  EXPECT_EQ(outcome.code, 0);
+  EXPECT_EQ(outcome.errors, "");
 }
 
 } // namespace
