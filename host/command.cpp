@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <cstring>
+#include <string>
 
 #include "runtime/qorrt.h"
 
@@ -12,6 +13,10 @@ std::string_view Arguments::text(int index) const {
   if (bytes == nullptr)
     return {};
   const int64_t registered = qorrt_strlen(bytes);
+  constexpr int64_t longest = int64_t{1} << 31U;
+  if (registered > longest)
+    reject_argument(index, "text", "at most " + std::to_string(longest) + " bytes long",
+                    std::to_string(registered));
   return {bytes, registered >= 0 ? static_cast<size_t>(registered) : std::strlen(bytes)};
 }
 

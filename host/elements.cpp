@@ -47,9 +47,13 @@ public:
   void visit(const QorArray& array, int depth) {
     if (depth > deepest)
       refuse("must not be nested deeper than " + std::to_string(deepest) + " levels");
-    elements_ += array.length;
+    if (array.length < 0)
+      refuse("must not have a negative length, but one is " + std::to_string(array.length));
+    elements_ += std::min(array.length, most_elements + 1);
     if (elements_ > most_elements)
       refuse("must not hold more than " + std::to_string(most_elements) + " elements");
+    if (array.length > 0 && array.data == nullptr)
+      refuse("has a length of " + std::to_string(array.length) + " but no elements");
     for (int64_t i = 0; i < array.length; ++i)
       visit_element(array, i, depth);
   }

@@ -3,10 +3,13 @@
 #include <bit>
 #include <functional>
 #include <optional>
+#include <utility>
 
 #include "runtime/array.h"
 #include "runtime/internal/array_slots.h"
+#include "runtime/internal/containers.h"
 #include "runtime/internal/memory.h"
+#include "runtime/internal/nesting.h"
 #include "runtime/internal/strings.h"
 #include "runtime/text.h"
 
@@ -31,6 +34,28 @@ uint32_t tag_by_pattern(const QorArray* array, double slot) {
   return qor::has_strings(array) ? QOR_TAG_STRING : QOR_TAG_ARRAY;
 }
 
+// Marks an array that is met again within itself.
+constexpr uint32_t being_freed = uint32_t{1} << 31U;
+
+// Frees strings and shortens the array by each slot until that was a row, which is returned; null
+// when there is no slot left.
+QorArray* free_up_to_row(QorArray* array) {
+  while (array->length > 0) {
+    const auto index = --array->length;
+    const auto kind = qor::reference_kind(array, index);
+    if (kind == QOR_TAG_STRING)
+      qor::free_string(qor::reference_in<char>(array->data[index]));
+    if (kind != QOR_TAG_ARRAY)
+      continue;
+    auto* row = qor::reference_in<QorArray>(array->data[index]);
+    if (row != nullptr && (row->flags & being_freed) == 0)
+      return row;
+  }
+  return nullptr;
+}
+
+QorArray* new_deep_copy(const QorArray* array);
+
 double copy_of_slot(const QorArray* array, int64_t index) {
   const double slot = array->data[index];
   switch (qor::reference_kind(array, index)) {
@@ -39,10 +64,23 @@ double copy_of_slot(const QorArray* array, int64_t index) {
     return s == nullptr ? slot : qor::slot_of(qor::new_whole_string(qor::bytes_of(s)));
   }
   case QOR_TAG_ARRAY:
-    return qor::slot_of(qor_array_copy_deep(qor::reference_in<const QorArray>(slot)));
+    return qor::slot_of(new_deep_copy(qor::reference_in<const QorArray>(slot)));
   default:
     return slot;
   }
+}
+
+QorArray* new_deep_copy(const QorArray* array) {
+  if (array == nullptr)
+    return nullptr;
+  auto* copy = qor::new_uninitialised_array(array->length, array->flags);
+  for (int64_t i = 0; i < array->length; ++i)
+    copy->data[i] = copy_of_slot(array, i);
+  if (array->tags != nullptr) {
+    copy->tags = static_cast<uint8_t*>(qor::allocate(static_cast<size_t>(array->length)));
+    std::copy_n(array->tags, array->length, copy->tags);
+  }
+  return copy;
 }
 
 // The number that no other precedes; NaN only when there is nothing else.
@@ -51,14 +89,20 @@ std::optional<double> first_by(const QorArray* array, Precedes precedes) {
   if (qor::has_strings(array))
     return {};
   std::optional<double> best;
-  for (const double slot : qor::slots_of(array)) {
-    const auto candidate = qor::has_rows(array)
-                               ? first_by(qor::reference_in<const QorArray>(slot), precedes)
-                               : std::optional(slot);
+  for (int64_t i = 0; i < qor_array_len(array); ++i) {
+    const auto candidate = qor::has_rows(array) ? first_by(qor::row_of(array, i), precedes)
+                                                : std::optional(array->data[i]);
     if (candidate && (!best || precedes(*candidate, *best) || *best != *best))
       best = candidate;
   }
   return best;
+}
+
+template<typename Precedes>
+double extreme(const QorArray* array, Precedes precedes) {
+  std::optional<double> found;
+  qor::with_room_for(array, nullptr, [&] { found = first_by(array, precedes); });
+  return found.value_or(0.0);
 }
 
 } // namespace
@@ -83,47 +127,46 @@ uint32_t qor_array_classify_elem(const QorArray* array, double value) {
   return tag_by_pattern(array, value);
 }
 
+// From the last slot to the first. The slot that a row is freed from keeps the way back: the array
+// above it. So this takes no stack and no memory, however deep the rows are nested.
 void qor_array_free_deep(QorArray* array) {
-  const auto length = qor_array_len(array);
-  for (int64_t i = 0; i < length; ++i) {
-    const auto kind = qor::reference_kind(array, i);
-    if (kind == QOR_TAG_STRING)
-      qor::free_string(qor::reference_in<char>(array->data[i]));
-    else if (kind == QOR_TAG_ARRAY)
-      qor_array_free_deep(qor::reference_in<QorArray>(array->data[i]));
+  QorArray* above = nullptr;
+  while (array != nullptr) {
+    array->flags |= being_freed;
+    if (auto* row = free_up_to_row(array); row != nullptr) {
+      array->data[array->length] = qor::slot_of(above);
+      above = std::exchange(array, row);
+      continue;
+    }
+    qor_array_free(std::exchange(array, above));
+    if (array != nullptr)
+      above = qor::reference_in<QorArray>(array->data[array->length]);
   }
-  qor_array_free(array);
 }
 
 QorArray* qor_array_copy_deep(const QorArray* array) {
-  if (array == nullptr)
-    return nullptr;
-  auto* copy = qor::new_uninitialised_array(array->length, array->flags);
-  for (int64_t i = 0; i < array->length; ++i)
-    copy->data[i] = copy_of_slot(array, i);
-  if (array->tags != nullptr) {
-    copy->tags = static_cast<uint8_t*>(qor::allocate(static_cast<size_t>(array->length)));
-    std::copy_n(array->tags, array->length, copy->tags);
-  }
-  return copy;
+  QorArray* copy = nullptr;
+  const bool has_end = qor::with_room_for(array, nullptr, [&] { copy = new_deep_copy(array); });
+  return has_end ? copy : qor_array_new(0);
 }
 
 double qor_array_min(const QorArray* array) {
-  return first_by(array, std::less<>()).value_or(0.0);
+  return extreme(array, std::less<>());
 }
 
 double qor_array_max(const QorArray* array) {
-  return first_by(array, std::greater<>()).value_or(0.0);
+  return extreme(array, std::greater<>());
 }
 
 QorArray* qor_array_len_shape(const QorArray* array) {
-  auto* shape = qor_array_new(1);
-  shape->data[0] = static_cast<double>(qor_array_len(array));
+  if (qor::room_for(array, nullptr).is_endless)
+    array = nullptr;
+  qor::Vector<double> lengths{static_cast<double>(qor_array_len(array))};
   while (qor::has_rows(array) && array->length > 0) {
-    array = qor::reference_in<const QorArray>(array->data[0]);
-    auto* longer = qor_array_append(shape, static_cast<double>(qor_array_len(array)));
-    qor_array_free(shape);
-    shape = longer;
+    array = qor::row_of(array, 0);
+    lengths.push_back(static_cast<double>(qor_array_len(array)));
   }
+  auto* shape = qor::new_uninitialised_array(std::ssize(lengths), 0);
+  std::ranges::copy(lengths, shape->data);
   return shape;
 }

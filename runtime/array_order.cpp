@@ -3,15 +3,15 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <functional>
 #include <span>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 #include "runtime/array.h"
 #include "runtime/internal/array_slots.h"
+#include "runtime/internal/containers.h"
 #include "runtime/internal/numbers.h"
-#include "runtime/internal/stable_sort.h"
 #include "runtime/internal/strings.h"
 
 namespace {
@@ -32,49 +32,25 @@ void for_each_part(std::span<const double> slots, Sort sort) {
   sort(first, slots.size() - first);
 }
 
-// The slots in order, each with what `payload` makes of its index.
-template<typename Payload>
-std::vector<qor::Sortable> sorted_numbers(const QorArray* array, Payload payload) {
-  const auto slots = qor::slots_of(array);
-  std::vector<qor::Sortable> items(slots.size());
-  for (size_t i = 0; i < slots.size(); ++i)
-    items[i] = {.key = qor::sort_key(slots[i]), .payload = payload(i)};
-  for_each_part(slots, [&items](size_t first, size_t count) {
-    qor::sort_stably(std::span(items).subspan(first, count));
-  });
-  return items;
+// Sorts indexes in the order of what they stand for, which does not move.
+template<typename ValueAt>
+void sort_indexes(std::span<double> indexes, ValueAt value_at) {
+  std::ranges::stable_sort(indexes, std::less<>(),
+                           [&](double index) { return value_at(static_cast<size_t>(index)); });
 }
 
-// The same for numbers alone, where a list is short enough for the standard library's sort.
-QorArray* new_sorted_short(const QorArray* array) {
-  auto* result = qor_array_append_arr(array, nullptr);
-  for_each_part(qor::slots_of(array), [result](size_t first, size_t count) {
-    std::ranges::stable_sort(std::span(result->data + first, count));
+void grade_numbers(std::span<double> indexes, std::span<const double> slots) {
+  for_each_part(slots, [=](size_t first, size_t count) {
+    sort_indexes(indexes.subspan(first, count), [slots](size_t i) { return slots[i]; });
   });
-  return result;
 }
 
-template<typename Payload>
-std::vector<qor::Sortable> sorted_strings(const QorArray* array, Payload payload) {
-  std::vector<std::pair<std::string_view, double>> texts;
-  for (size_t i = 0; i < static_cast<size_t>(array->length); ++i)
-    texts.emplace_back(qor::bytes_of(qor_array_get_str(array, static_cast<int64_t>(i))),
-                       payload(i));
-  std::ranges::stable_sort(texts, {}, &std::pair<std::string_view, double>::first);
-  std::vector<qor::Sortable> items(texts.size());
-  std::ranges::transform(texts, items.begin(), [](const auto& text) {
-    return qor::Sortable{.key = 0, .payload = text.second};
+void grade_strings(std::span<double> indexes, std::span<const double> slots) {
+  qor::Vector<std::string_view> texts(slots.size());
+  std::ranges::transform(slots, texts.begin(), [](double slot) {
+    return qor::bytes_of(qor::reference_in<const char>(slot));
   });
-  return items;
-}
-
-template<typename Payload>
-QorArray* new_sorted(const QorArray* array, uint32_t flags, Payload payload) {
-  const auto items =
-      qor::has_strings(array) ? sorted_strings(array, payload) : sorted_numbers(array, payload);
-  auto* result = qor::new_uninitialised_array(std::ssize(items), flags);
-  std::ranges::transform(items, result->data, &qor::Sortable::payload);
-  return result;
+  sort_indexes(indexes, [&texts](size_t i) { return texts[i]; });
 }
 
 QorArray* new_copy(const QorArray* array) {
@@ -106,20 +82,28 @@ QorArray* qor_range(double start, double stop, double step) {
 }
 
 QorArray* qor_array_sort(const QorArray* array) {
-  constexpr int64_t shortest_for_radix = 4096;
-  if (qor::has_rows(array))
-    return new_copy(array);
-  if (!qor::has_strings(array) && qor_array_len(array) < shortest_for_radix)
-    return new_sorted_short(array);
-  const auto slots = qor::slots_of(array);
-  return new_sorted(array, array == nullptr ? 0 : array->flags,
-                    [slots](size_t i) { return slots[i]; });
+  if (qor::has_strings(array)) {
+    auto* order = qor_grade(array);
+    auto* sorted = qor_array_gather(array, order);
+    qor_array_free(order);
+    return sorted;
+  }
+  auto* sorted = new_copy(array);
+  if (!qor::has_rows(array))
+    for_each_part(qor::slots_of(array), [sorted](size_t first, size_t count) {
+      std::ranges::stable_sort(std::span(sorted->data + first, count));
+    });
+  return sorted;
 }
 
 QorArray* qor_grade(const QorArray* array) {
-  if (qor::has_rows(array))
-    return qor_iota3(array->length, 0.0, 1.0);
-  return new_sorted(array, 0, [](size_t i) { return static_cast<double>(i); });
+  auto* order = qor_iota3(qor_array_len(array), 0.0, 1.0);
+  const std::span<double> indexes(order->data, static_cast<size_t>(order->length));
+  if (qor::has_strings(array))
+    grade_strings(indexes, qor::slots_of(array));
+  else if (!qor::has_rows(array))
+    grade_numbers(indexes, qor::slots_of(array));
+  return order;
 }
 
 // Fisher and Yates, from the end.

@@ -4,14 +4,16 @@
 #include <bit>
 #include <cmath>
 #include <cstdint>
+#include <functional>
 #include <iterator>
 #include <limits>
 #include <string_view>
 #include <unordered_set>
-#include <vector>
 
 #include "runtime/array.h"
 #include "runtime/internal/array_slots.h"
+#include "runtime/internal/containers.h"
+#include "runtime/internal/nesting.h"
 #include "runtime/internal/strings.h"
 
 namespace {
@@ -57,18 +59,21 @@ public:
   }
 
 private:
+  template<typename T>
+  using Set = std::unordered_set<T, std::hash<T>, std::equal_to<>, qor::Allocator<T>>;
+
   static std::string_view text(double slot) {
     return qor::bytes_of(qor::reference_in<const char>(slot));
   }
 
   bool has_strings_;
-  std::unordered_set<std::string_view> texts_;
-  std::unordered_set<uint64_t> numbers_;
+  Set<std::string_view> texts_;
+  Set<uint64_t> numbers_;
 };
 
 template<typename Keeps>
 QorArray* new_kept(const QorArray* array, Keeps keeps) {
-  std::vector<double> kept;
+  qor::Vector<double> kept;
   std::ranges::copy_if(qor::slots_of(array), std::back_inserter(kept), keeps);
   auto* result = qor::new_uninitialised_array(std::ssize(kept), untagged_flags(array));
   std::ranges::copy(kept, result->data);
@@ -76,7 +81,7 @@ QorArray* new_kept(const QorArray* array, Keeps keeps) {
 }
 
 struct Flat {
-  std::vector<double> slots;
+  qor::Vector<double> slots;
   bool has_strings = false;
   bool has_numbers = false;
 };
@@ -84,8 +89,8 @@ struct Flat {
 void flatten_into(Flat& flat, const QorArray* array) {
   const auto slots = qor::slots_of(array);
   if (qor::has_rows(array)) {
-    for (const double slot : slots)
-      flatten_into(flat, qor::reference_in<const QorArray>(slot));
+    for (int64_t i = 0; i < array->length; ++i)
+      flatten_into(flat, qor::row_of(array, i));
     return;
   }
   flat.slots.insert(flat.slots.end(), slots.begin(), slots.end());
@@ -153,7 +158,7 @@ int qor_array_has_str(const QorArray* array, const char* value) {
 
 QorArray* qor_array_flatten(const QorArray* array) {
   Flat flat;
-  flatten_into(flat, array);
+  qor::with_room_for(array, nullptr, [&] { flatten_into(flat, array); });
   const bool is_all_strings = flat.has_strings && !flat.has_numbers;
   auto* result =
       qor::new_uninitialised_array(std::ssize(flat.slots), is_all_strings ? qor::string_flags : 0);

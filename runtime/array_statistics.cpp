@@ -6,11 +6,11 @@
 #include <functional>
 #include <numeric>
 #include <span>
-#include <vector>
 
 #include "runtime/array.h"
 #include "runtime/array_math.h"
 #include "runtime/array_order.h"
+#include "runtime/internal/containers.h"
 #include "runtime/internal/elementwise.h"
 
 namespace {
@@ -52,14 +52,19 @@ int64_t size_of(const QorArray* array) {
 }
 
 template<typename Operation>
-QorArray* running(const QorArray* array, Operation operation) {
+QorArray* running_below(const QorArray* array, Operation operation) {
   if (qor::has_rows(array))
-    return qor::new_rows(array->length,
-                         [=](int64_t i) { return running(qor::row_of(array, i), operation); });
+    return qor::new_rows(
+        array->length, [=](int64_t i) { return running_below(qor::row_of(array, i), operation); });
   const qor::Numbers values(array);
   auto* result = qor::new_uninitialised_array(static_cast<int64_t>(values.size()), 0);
   std::partial_sum(values.data(), values.data() + values.size(), result->data, operation);
   return result;
+}
+
+template<typename Operation>
+QorArray* running(const QorArray* array, Operation operation) {
+  return qor::made_with_room_for(array, nullptr, [&] { return running_below(array, operation); });
 }
 
 } // namespace
@@ -128,7 +133,7 @@ double qor_stdev(const QorArray* array) {
 }
 
 double qor_array_median(const QorArray* array) {
-  std::vector<double> all;
+  qor::Vector<double> all;
   qor::for_each_run(array, [&all](Run run) { all.insert(all.end(), run.begin(), run.end()); });
   const QorArray flat{.data = all.data(), .length = std::ssize(all), .flags = 0, .tags = nullptr};
   auto* sorted = qor_array_sort(&flat);

@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <cmath>
 #include <ctime>
-#include <string>
 
 #include "runtime/array.h"
 #include "runtime/internal/array_slots.h"
 #include "runtime/internal/calendar.h"
+#include "runtime/internal/containers.h"
 #include "runtime/internal/numbers.h"
 #include "runtime/internal/strings.h"
 
@@ -58,11 +58,11 @@ int64_t field_in_text(const char* date, int64_t DateTime::*field) {
 }
 
 // strftime says 0 both for no room and for no text, so the buffer grows to a bound.
-std::string by_format(const std::string& format, const std::tm& fields) {
+qor::String by_format(const qor::String& format, const std::tm& fields) {
   constexpr size_t longest_result = 255;
   constexpr size_t longest_buffer = 1 << 20;
   for (size_t size = 1024 + format.size(); size <= longest_buffer; size *= 4) {
-    std::string text(size, '\0');
+    qor::String text(size, '\0');
     const auto length = std::strftime(text.data(), size, format.c_str(), &fields);
     if (length > 0)
       return text.substr(0, std::min(length, longest_result));
@@ -162,7 +162,7 @@ char* qor_format_date(const char* date, const char* format, double offset) {
   std::tm fields{};
   if (!read || !to_fields(qor::epoch_of_local(*read), offset, fields))
     return qor::new_string("");
-  const std::string pattern(qor::text_of(format));
+  const qor::String pattern(qor::text_of(format));
   return qor::new_string(by_format(pattern.empty() ? "%Y-%m-%d %H:%M:%S" : pattern, fields));
 }
 

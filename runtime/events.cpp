@@ -1,12 +1,11 @@
 #include <algorithm>
 #include <array>
-#include <string>
 #include <string_view>
-#include <unordered_map>
 
 #include "runtime/array.h"
 #include "runtime/bridge.h"
 #include "runtime/internal/array_slots.h"
+#include "runtime/internal/containers.h"
 #include "runtime/internal/strings.h"
 #include "runtime/map.h"
 
@@ -37,7 +36,7 @@ InputEvent* find_input_event(const char* name) {
   return found == input_events.end() ? nullptr : found;
 }
 
-using NamedHandlers = std::unordered_map<std::string, qor_event_handler>;
+using NamedHandlers = qor::Dictionary<qor_event_handler>;
 
 NamedHandlers& named_handlers() {
   static NamedHandlers table;
@@ -104,7 +103,7 @@ void qor_event_on(const char* name, qor_event_handler handler) {
 void qor_event_raise_str(const char* name, const char* text) {
   if (name == nullptr)
     return;
-  const auto found = named_handlers().find(name);
+  const auto found = named_handlers().find(std::string_view(name));
   if (found == named_handlers().end())
     return;
   auto* arguments = qor::new_string_array(1);

@@ -1,6 +1,10 @@
 // Text files, read and written in one piece.
 #include "runtime/files.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <array>
 #include <cstdio>
 #include <memory>
@@ -8,6 +12,7 @@
 #include <string_view>
 
 #include "runtime/encoding.h"
+#include "runtime/internal/containers.h"
 #include "runtime/internal/strings.h"
 
 namespace {
@@ -21,9 +26,24 @@ File open_file(const char* path, const char* mode) {
   return File(path == nullptr ? nullptr : std::fopen(path, mode));
 }
 
+// Null for what is no regular file, too: opening a pipe would wait for a writer, and some devices
+// never end.
+File open_to_read(const char* path) {
+  const int descriptor =
+      path == nullptr ? -1 : open(path, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+  if (descriptor < 0)
+    return nullptr;
+  struct stat status {};
+  const bool is_regular = fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+  auto* file = is_regular ? fdopen(descriptor, "rb") : nullptr;
+  if (file == nullptr)
+    close(descriptor);
+  return File(file);
+}
+
 std::string read_whole(const char* path) {
   std::string contents;
-  const auto file = open_file(path, "rb");
+  const auto file = open_to_read(path);
   if (file == nullptr)
     return contents;
   std::array<char, 65536> block; // fread fills what is read
@@ -57,10 +77,12 @@ char* qor_txtreader(const char* path) {
 }
 
 char* qor_txtreader_enc(const char* path, const char* encoding) {
-  const auto bytes = read_whole(path);
-  bool is_decoded = false;
-  const auto text = qor_enc::decode_to_utf8(bytes, qor::text_of(encoding), &is_decoded);
-  return qor::new_whole_string(is_decoded ? text : bytes);
+  return qor::with_enough_memory([=] {
+    const auto bytes = read_whole(path);
+    bool is_decoded = false;
+    const auto text = qor_enc::decode_to_utf8(bytes, qor::text_of(encoding), &is_decoded);
+    return qor::new_whole_string(is_decoded ? text : bytes);
+  });
 }
 
 void qor_txtwriter(const char* path, const char* text) {
@@ -77,5 +99,6 @@ void qor_txtwriter3(const char* path, const char* text, int64_t append) {
 
 void qor_txtwriter_enc(const char* path, const char* text, int64_t append, const char* encoding) {
   const bool is_behind_text = append != 0 && qor_file_size(path) > 0;
-  write_whole(path, encoded(text, encoding, is_behind_text), append);
+  qor::with_enough_memory(
+      [=] { write_whole(path, encoded(text, encoding, is_behind_text), append); });
 }

@@ -4,12 +4,11 @@
 #include <cstdlib>
 #include <initializer_list>
 #include <span>
-#include <string>
 #include <string_view>
-#include <vector>
 
 #include "runtime/bridge.h"
 #include "runtime/internal/array_slots.h"
+#include "runtime/internal/containers.h"
 #include "runtime/internal/placeholder.h"
 #include "runtime/internal/strings.h"
 #include "runtime/qorrt.h"
@@ -23,20 +22,20 @@ struct Argument {
   qor_slot value{.f64 = 0.0};
 };
 
-std::string host_value_text(const qor::Placeholder& placeholder, int64_t value) {
+qor::String host_value_text(const qor::Placeholder& placeholder, int64_t value) {
   constexpr std::string_view number_types = "Xdefgx";
   if (number_types.find(placeholder.type) != std::string_view::npos)
     return qor::number_text(placeholder, qorrt_val_to_f64(qor_runtime_handle(), value));
   auto* text = qorrt_val_to_str(qor_runtime_handle(), value);
-  std::string copy(qor::text_of(text));
+  qor::String copy(qor::text_of(text));
   std::free(text);
   return copy;
 }
 
-std::string argument_text(const qor::Placeholder& placeholder, const Argument& argument) {
+qor::String argument_text(const qor::Placeholder& placeholder, const Argument& argument) {
   switch (argument.kind) {
   case 's':
-    return std::string(qor::text_of(argument.value.str).substr(0, qor::longest_placeholder));
+    return qor::String(qor::text_of(argument.value.str).substr(0, qor::longest_placeholder));
   case 'h':
     return host_value_text(placeholder, argument.value.i64);
   case 'i':
@@ -94,7 +93,7 @@ private:
   std::span<const Argument> arguments_;
   size_t next_ = 0;
   bool has_close_ = true; // once none is found there is none further on
-  std::string output_;
+  qor::String output_;
 };
 
 char* format_with(const char* format, std::span<const Argument> arguments) {
@@ -111,7 +110,7 @@ char* format_list(const char* format, std::initializer_list<Argument> arguments)
 
 char* format_typed(const char* format, const char* types, std::initializer_list<qor_slot> slots) {
   auto letters = qor::text_of(types);
-  std::vector<Argument> arguments;
+  qor::Vector<Argument> arguments;
   for (const auto& slot : slots) {
     arguments.push_back({.kind = letters.empty() ? 'f' : letters.front(), .value = slot});
     letters.remove_prefix(letters.empty() ? 0 : 1);
@@ -122,7 +121,7 @@ char* format_typed(const char* format, const char* types, std::initializer_list<
 } // namespace
 
 char* qor_format(const char* format, const QorArray* arguments) {
-  std::vector<Argument> list;
+  qor::Vector<Argument> list;
   for (int64_t i = 0; i < std::ssize(qor::slots_of(arguments)); ++i) {
     const bool is_string = qor::reference_kind(arguments, i) == QOR_TAG_STRING;
     list.push_back({.kind = is_string ? 's' : 'f', .value = {.f64 = arguments->data[i]}});

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
 #include <span>
+#include <string_view>
 
 #include "runtime/internal/memory.h"
 #include "runtime/internal/numbers_to_text.h"
@@ -15,9 +17,70 @@ namespace {
 constexpr int64_t first_capacity = 8;
 constexpr int64_t absent = -1;
 
+// Maps of more than a few keys find them by their hashes: behind the keys, in the same block, stand
+// twice as many places as there is capacity. Each is free or an entry's, which has the first free
+// one from its hash on, with a part of the hash that spares most comparisons.
+struct Place {
+  uint32_t hash;
+  uint32_t entry_after; // 0 when the place is free
+};
+
+constexpr int64_t places_per_entry = 2;
+
+bool has_places(const QorMap& map) {
+  return map.capacity > first_capacity;
+}
+
+class Places {
+public:
+  explicit Places(const QorMap& map)
+      : places_(reinterpret_cast<Place*>(map.keys + map.capacity)),
+        mask_(static_cast<size_t>(map.capacity * places_per_entry) - 1) {}
+
+  // The place from `hash` on, round and round, where `is_wanted` holds, or the free one before.
+  template<typename IsWanted>
+  Place& find(size_t hash, IsWanted is_wanted) const {
+    size_t at = hash & mask_;
+    while (places_[at].entry_after != 0 && !is_wanted(places_[at]))
+      at = (at + 1) & mask_;
+    return places_[at];
+  }
+
+  void clear() const { std::fill_n(places_, mask_ + 1, Place{}); }
+
+private:
+  Place* places_;
+  size_t mask_;
+};
+
+size_t hash_of(const char* key) {
+  return std::hash<std::string_view>()(key);
+}
+
+// The half of a hash that does not choose the place in maps of ordinary size.
+uint32_t upper_half(size_t hash) {
+  return static_cast<uint32_t>(hash >> (sizeof hash * 4));
+}
+
+void take_place(const QorMap& map, int64_t index) {
+  const auto hash = hash_of(map.keys[index]);
+  Places(map).find(hash, [](const Place& /*taken*/) { return false; }) = {
+      .hash = upper_half(hash), .entry_after = static_cast<uint32_t>(index + 1)};
+}
+
+int64_t index_by_place(const QorMap& map, const char* key) {
+  const auto hash = hash_of(key);
+  const auto& place = Places(map).find(hash, [&](const Place& taken) {
+    return taken.hash == upper_half(hash) && std::strcmp(key, map.keys[taken.entry_after - 1]) == 0;
+  });
+  return int64_t{place.entry_after} - 1;
+}
+
 int64_t index_of(const QorMap* map, const char* key) {
   if (map == nullptr || key == nullptr)
     return absent;
+  if (has_places(*map))
+    return index_by_place(*map, key);
   const auto is_key = [key](const char* other) { return std::strcmp(key, other) == 0; };
   const std::span<char* const> keys(map->keys, static_cast<size_t>(map->count));
   const auto found = std::ranges::find_if(keys, is_key);
@@ -25,15 +88,21 @@ int64_t index_of(const QorMap* map, const char* key) {
 }
 
 template<typename T>
-void resize(T*& block, int64_t count) {
-  block = static_cast<T*>(qor::reallocate(block, static_cast<size_t>(count) * sizeof(T)));
+void resize(T*& block, int64_t count, size_t more = 0) {
+  block = static_cast<T*>(qor::reallocate(block, static_cast<size_t>(count) * sizeof(T) + more));
 }
 
 void grow(QorMap& map) {
   map.capacity = map.capacity == 0 ? first_capacity : map.capacity * 2;
-  resize(map.keys, map.capacity);
+  const auto places = has_places(map) ? static_cast<size_t>(map.capacity * places_per_entry) : 0;
+  resize(map.keys, map.capacity, places * sizeof(Place));
   resize(map.values, map.capacity);
   resize(map.tags, map.capacity);
+  if (places == 0)
+    return;
+  Places(map).clear();
+  for (int64_t i = 0; i < map.count; ++i)
+    take_place(map, i);
 }
 
 int64_t append_key(QorMap& map, const char* key) {
@@ -41,6 +110,8 @@ int64_t append_key(QorMap& map, const char* key) {
     grow(map);
   map.keys[map.count] = qor::new_string(key);
   map.tags[map.count] = QOR_TAG_INT64;
+  if (has_places(map))
+    take_place(map, map.count);
   return map.count++;
 }
 
@@ -134,8 +205,7 @@ char* qor_map_get_str(const QorMap* map, const char* key) {
 
 void* qor_map_get_obj(const QorMap* map, const char* key) {
   const auto index = index_of(map, key);
-  return index == absent || is_number(map->tags[index]) ? nullptr
-                                                        : qor_reference_in(map->values[index]);
+  return index == absent ? nullptr : qor_reference_in(map->values[index]);
 }
 
 uint32_t qor_map_get_tagged(const QorMap* map, const char* key, qor_slot* value) {

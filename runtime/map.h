@@ -1,4 +1,5 @@
-/* Maps: small dictionaries from text to tagged values, in insertion order.
+/* Maps: dictionaries from text to tagged values, in insertion order. Finding and inserting take
+   constant time.
 
    A null map or key makes every setter do nothing and every getter give its empty result; neither
    is an error, nor is an absent key. Keys differ in case. */
@@ -11,7 +12,8 @@ extern "C" {
 #endif
 
 /* Invariants: the first `count` entries of the three arrays belong together and keep insertion
-   order; keys are unique copies; a STRING value is an owned copy. Capacity is 0 or 8 doubled. */
+   order; keys are unique copies; a STRING value is an owned copy. Capacity is 0 or 8 doubled.
+   The block of `keys` also holds what they are found by: only this library adds entries. */
 typedef struct QorMap {
   int64_t count;
   int64_t capacity;
@@ -39,7 +41,8 @@ double qor_map_get_f64(const QorMap* map, const char* key);
    ("%g"), "" when absent or a reference. */
 char* qor_map_get_str(const QorMap* map, const char* key);
 
-/* The array or object under `key`, still its owner's; null when absent or not a reference. */
+/* The slot under `key` as a reference: an array or object, still its owner's, or the map's own
+   string. Of a number these are the bits, which refer to nothing. Null when absent. */
 void* qor_map_get_obj(const QorMap* map, const char* key);
 
 /* The value under `key` in `*value` and its tag as the result: a string as a new copy (STRING);

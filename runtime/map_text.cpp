@@ -2,9 +2,9 @@
 #include <array>
 #include <cstdio>
 #include <cstdlib>
-#include <string>
 #include <string_view>
 
+#include "runtime/internal/containers.h"
 #include "runtime/internal/numbers_to_text.h"
 #include "runtime/internal/strings.h"
 #include "runtime/map.h"
@@ -12,7 +12,7 @@
 
 namespace {
 
-void append_escaped(std::string& out, char c) {
+void append_escaped(qor::String& out, char c) {
   constexpr std::string_view letters = "\b\f\n\r\t";
   constexpr std::string_view names = "bfnrt";
   const auto letter = letters.find(c);
@@ -29,20 +29,20 @@ void append_escaped(std::string& out, char c) {
   }
 }
 
-void append_quoted(std::string& out, std::string_view text) {
+void append_quoted(qor::String& out, std::string_view text) {
   out += '"';
   for (const char c : text)
     append_escaped(out, c);
   out += '"';
 }
 
-void append_tag_name(std::string& out, uint32_t tag) {
+void append_tag_name(qor::String& out, uint32_t tag) {
   auto* name = qor_typeof_tag(tag);
   out += name;
   std::free(name);
 }
 
-void append_value(std::string& out, const QorMap& map, int64_t index) {
+void append_value(qor::String& out, const QorMap& map, int64_t index) {
   qor::NumberBuffer buffer;
   const auto& value = map.values[index];
   switch (map.tags[index]) {
@@ -63,7 +63,7 @@ void append_value(std::string& out, const QorMap& map, int64_t index) {
 } // namespace
 
 char* qor_map_str(const QorMap* map) {
-  std::string text = "{";
+  qor::String text = "{";
   for (int64_t i = 0; map != nullptr && i < map->count; ++i) {
     text += i == 0 ? "" : ", ";
     append_quoted(text, map->keys[i]);

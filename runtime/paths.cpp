@@ -6,11 +6,11 @@
 #include <cstdlib>
 #include <filesystem>
 #include <optional>
-#include <string>
 #include <string_view>
 
 #include "runtime/error.h"
 #include "runtime/files.h"
+#include "runtime/internal/containers.h"
 #include "runtime/internal/strings.h"
 
 namespace {
@@ -68,8 +68,8 @@ int64_t qor_file_size(const char* path) {
 
 char* qor_mktemp(const char* prefix) {
   const bool has_folder = std::getenv("TMPDIR") != nullptr;
-  const std::string folder(has_folder ? environment("TMPDIR") : "/tmp");
-  const std::string name(qor::text_of(prefix).empty() ? "qor" : qor::text_of(prefix));
+  const qor::String folder(has_folder ? environment("TMPDIR") : "/tmp");
+  const qor::String name(qor::text_of(prefix).empty() ? "qor" : qor::text_of(prefix));
   auto path = folder + "/" + name + "XXXXXX";
   const int file = mkstemp(path.data());
   if (file < 0)
@@ -96,10 +96,12 @@ char* qor_path_dirname(const char* path) {
 }
 
 char* qor_path_normalize(const char* path) {
-  auto normal = std::filesystem::path(qor::text_of(path)).lexically_normal().string();
-  if (normal.size() > 1 && normal.ends_with('/'))
-    normal.pop_back();
-  return qor::new_string(normal.empty() ? "." : normal);
+  return qor::with_enough_memory([path] {
+    auto normal = std::filesystem::path(qor::text_of(path)).lexically_normal().string();
+    if (normal.size() > 1 && normal.ends_with('/'))
+      normal.pop_back();
+    return qor::new_string(normal.empty() ? "." : normal);
+  });
 }
 
 char* qor_getenv(const char* name) {

@@ -9,10 +9,9 @@
 #include <iterator>
 #include <optional>
 #include <regex>
-#include <string>
 #include <string_view>
-#include <vector>
 
+#include "runtime/internal/containers.h"
 #include "runtime/internal/deep_stack.h"
 #include "runtime/internal/string_list.h"
 #include "runtime/internal/strings.h"
@@ -27,10 +26,9 @@ constexpr double stack_per_step = 1024;
 constexpr double stack_per_step = 192;
 #endif
 constexpr double most_states = 100000; // the library refuses patterns beyond that
-constexpr double largest_stack = 64.0 * (1 << 30);
+constexpr double largest_stack = (sizeof(size_t) > 4 ? 64.0 : 1.0) * (1 << 30);
 
-// Its parser recurses into parentheses.
-constexpr size_t deepest_nesting = 1000;
+// Its parser recurses into parentheses, each of which is a state at least.
 constexpr size_t stack_per_level = 16384;
 
 size_t nesting(std::string_view pattern) {
@@ -49,11 +47,11 @@ size_t nesting(std::string_view pattern) {
 std::optional<std::regex> compiled(std::string_view pattern) {
   std::optional<std::regex> regex;
   const auto levels = nesting(pattern);
-  if (levels > deepest_nesting)
+  if (static_cast<double>(levels) > most_states)
     return regex;
   qor::run_with_stack(levels * stack_per_level, [&] {
     try {
-      regex.emplace(pattern.begin(), pattern.end());
+      qor::with_enough_memory([&] { regex.emplace(pattern.begin(), pattern.end()); });
     } catch (const std::regex_error&) {
       regex.reset();
     }
@@ -89,8 +87,9 @@ template<typename Use>
 bool with_pattern(std::string_view pattern, std::string_view text, Use use) {
   const auto regex = compiled(pattern);
   const double stack = stack_needed(pattern, text);
-  return regex && stack <= largest_stack &&
-         qor::run_with_stack(static_cast<size_t>(stack), [&] { use(*regex); });
+  return regex && stack <= largest_stack && qor::run_with_stack(static_cast<size_t>(stack), [&] {
+           qor::with_enough_memory([&] { use(*regex); });
+         });
 }
 
 } // namespace
@@ -106,17 +105,17 @@ int qor_regex_match(const char* pattern, const char* text) {
 
 char* qor_regex_replace(const char* pattern, const char* text, const char* replacement) {
   const auto subject = qor::text_of(text);
-  std::string result;
+  qor::String result;
   const bool is_done = with_pattern(qor::text_of(pattern), subject, [&](const std::regex& regex) {
     std::regex_replace(std::back_inserter(result), subject.begin(), subject.end(), regex,
-                       std::string(qor::text_of(replacement)));
+                       qor::String(qor::text_of(replacement)));
   });
   return qor::new_string(is_done ? std::string_view(result) : subject);
 }
 
 QorArray* qor_regex_findall(const char* pattern, const char* text) {
   const auto subject = qor::text_of(text);
-  std::vector<std::string_view> matches;
+  qor::Vector<std::string_view> matches;
   const bool is_done = with_pattern(qor::text_of(pattern), subject, [&](const std::regex& regex) {
     using Iterator = std::regex_iterator<std::string_view::const_iterator>;
     for (Iterator match(subject.begin(), subject.end(), regex); match != Iterator(); ++match)

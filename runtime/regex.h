@@ -1,7 +1,8 @@
 /* Regular expressions in the ECMAScript grammar of the C++ standard library, on bytes. An invalid
-   pattern, one nested a thousand deep or one too complex for the text is no error: each function
-   says what it gives then. Null arguments are empty. Results are new and the caller's. Backtracking
-   may take exponential time on patterns made for it, such as (a*)*b. */
+   pattern, one of more than 100,000 states (which that library refuses) or one too complex for the
+   text is no error: each function says what it gives then. Null arguments are empty. Results are
+   new and the caller's. Backtracking may take exponential time on patterns made for it, such as
+   (a*)*b. */
 #pragma once
 
 #include "runtime/value.h"

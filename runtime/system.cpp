@@ -8,9 +8,9 @@
 #include <cstdio>
 #include <cstdlib>
 #include <numeric>
-#include <string>
 #include <string_view>
 
+#include "runtime/internal/containers.h"
 #include "runtime/internal/strings.h"
 #include "runtime/text.h"
 #include "runtime/value.h"
@@ -141,7 +141,7 @@ char* qor_os_hostname() {
 
 int qor_os_feature(const char* name) {
   constexpr size_t longest_name = 63;
-  const std::string known(qor::text_of(name).substr(0, longest_name));
+  const qor::String known(qor::text_of(name).substr(0, longest_name));
   auto* upper = qor_upper(known.c_str());
   const std::string_view feature(upper);
   const bool is_there = feature == "NATIVEC" || feature == "LLVMC";

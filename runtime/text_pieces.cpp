@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "runtime/internal/array_slots.h"
+#include "runtime/internal/nesting.h"
 #include "runtime/internal/numbers_to_text.h"
 #include "runtime/internal/string_builder.h"
 #include "runtime/internal/string_list.h"
@@ -144,6 +145,6 @@ char* qor_join_arr(const QorArray* array, const char* separator) {
   constexpr size_t usual_length = 12; // a guess; the builder grows
   const auto between = qor::text_of(separator);
   qor::StringBuilder joined(qor::slots_of(array).size() * (usual_length + between.size()));
-  append_joined(joined, array, between);
+  qor::with_room_for(array, nullptr, [&] { append_joined(joined, array, between); });
   return joined.release();
 }

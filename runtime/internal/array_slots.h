@@ -52,6 +52,13 @@ inline uint32_t reference_kind(const QorArray* array, int64_t index) {
   return has_rows(array) ? QOR_TAG_ARRAY : QOR_TAG_FLOAT64;
 }
 
+// The row in a slot in range; null when its tag says that it holds something else.
+inline const QorArray* row_of(const QorArray* array, int64_t index) {
+  return reference_kind(array, index) == QOR_TAG_ARRAY
+             ? reference_in<const QorArray>(array->data[index])
+             : nullptr;
+}
+
 // `length` slots of whatever the memory held; none when length is below 1.
 QorArray* new_uninitialised_array(int64_t length, uint32_t flags);
 

@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <ctime>
 
+#include "runtime/internal/containers.h"
 #include "runtime/internal/numbers.h"
 
 namespace qor {
@@ -190,7 +191,7 @@ std::optional<DateTime> read_date(std::string_view text) {
   return date;
 }
 
-std::string full_text(const DateTime& date) {
+String full_text(const DateTime& date) {
   std::array<char, 128> text{}; // six numbers of up to 20 characters
   std::snprintf(text.data(), text.size(),
                 "%04" PRId64 "-%02" PRId64 "-%02" PRId64 " %02" PRId64 ":%02" PRId64 ":%02" PRId64,

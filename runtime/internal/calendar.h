@@ -3,8 +3,9 @@
 
 #include <cstdint>
 #include <optional>
-#include <string>
 #include <string_view>
+
+#include "runtime/internal/containers.h"
 
 namespace qor {
 
@@ -20,7 +21,7 @@ struct DateTime {
 // As sscanf's "%d-%d-%d %d:%d:%d" reads it, none below three fields. Numbers saturate at 32 bits.
 std::optional<DateTime> read_date(std::string_view text);
 
-std::string full_text(const DateTime& date);
+String full_text(const DateTime& date);
 
 // Local time; UTC by the Gregorian calendar where the platform has none.
 DateTime local_date(double epoch);

@@ -4,10 +4,11 @@
 #include <algorithm>
 #include <cstddef>
 #include <span>
-#include <vector>
 
 #include "runtime/internal/array_slots.h"
+#include "runtime/internal/containers.h"
 #include "runtime/internal/cpu.h"
+#include "runtime/internal/nesting.h"
 
 namespace qor {
 
@@ -29,13 +30,9 @@ public:
   double operator[](size_t i) const { return values_[i]; }
 
 private:
-  std::vector<double> zeros_;
+  Vector<double> zeros_;
   std::span<const double> values_;
 };
-
-inline const QorArray* row_of(const QorArray* array, int64_t index) {
-  return reference_in<const QorArray>(array->data[index]);
-}
 
 // A nested array of `length` rows, each made by `make_row(index)`.
 template<typename MakeRow>
@@ -72,25 +69,40 @@ void for_each_index_widely(size_t length, const Step& step) {
   for_each_index(length, step);
 }
 
-// The function applied to every number.
+// What `make` makes in as much stack as recursing into the arrays takes; empty when one of them
+// holds itself.
+template<typename Make>
+QorArray* made_with_room_for(const QorArray* a, const QorArray* b, Make make) {
+  QorArray* result = nullptr;
+  const bool has_end = with_room_for(a, b, [&] { result = make(); });
+  return has_end ? result : new_uninitialised_array(0, 0);
+}
+
 template<typename Function>
-QorArray* mapped(const QorArray* array, Function function) {
+QorArray* mapped_below(const QorArray* array, Function function) {
   if (has_rows(array))
-    return new_rows(array->length, [=](int64_t i) { return mapped(row_of(array, i), function); });
+    return new_rows(array->length,
+                    [=](int64_t i) { return mapped_below(row_of(array, i), function); });
   const Numbers values(array);
   auto* result = new_uninitialised_array(static_cast<int64_t>(values.size()), 0);
   std::transform(values.data(), values.data() + values.size(), result->data, function);
   return result;
 }
 
+// The function applied to every number.
+template<typename Function>
+QorArray* mapped(const QorArray* array, Function function) {
+  return made_with_room_for(array, nullptr, [&] { return mapped_below(array, function); });
+}
+
 // `with_operation` calls what it is given with the binary operation that is meant, which lets the
 // compiler see the operation inside the loop.
 template<typename WithOperation>
-QorArray* combined_with_scalar(const QorArray* array, double s, bool is_scalar_first,
-                               const WithOperation& with_operation) {
+QorArray* combined_with_scalar_below(const QorArray* array, double s, bool is_scalar_first,
+                                     const WithOperation& with_operation) {
   if (has_rows(array))
     return new_rows(array->length, [&](int64_t i) {
-      return combined_with_scalar(row_of(array, i), s, is_scalar_first, with_operation);
+      return combined_with_scalar_below(row_of(array, i), s, is_scalar_first, with_operation);
     });
   const Numbers values(array);
   auto* result = new_uninitialised_array(static_cast<int64_t>(values.size()), 0);
@@ -105,10 +117,17 @@ QorArray* combined_with_scalar(const QorArray* array, double s, bool is_scalar_f
   return result;
 }
 
-// `combined_strings` makes an array of two string arrays.
+template<typename WithOperation>
+QorArray* combined_with_scalar(const QorArray* array, double s, bool is_scalar_first,
+                               const WithOperation& with_operation) {
+  return made_with_room_for(array, nullptr, [&] {
+    return combined_with_scalar_below(array, s, is_scalar_first, with_operation);
+  });
+}
+
 template<typename WithOperation, typename CombinedStrings>
-QorArray* combined(const QorArray* a, const QorArray* b, const WithOperation& with_operation,
-                   const CombinedStrings& combined_strings) {
+QorArray* combined_below(const QorArray* a, const QorArray* b, const WithOperation& with_operation,
+                         const CombinedStrings& combined_strings) {
   if (has_strings(a) && has_strings(b))
     return combined_strings(a, b);
   const Numbers left(a);
@@ -118,10 +137,10 @@ QorArray* combined(const QorArray* a, const QorArray* b, const WithOperation& wi
     return new_rows(static_cast<int64_t>(length), [&](int64_t i) {
       const auto at = static_cast<size_t>(i);
       if (!has_rows(a))
-        return combined_with_scalar(row_of(b, i), left[at], true, with_operation);
+        return combined_with_scalar_below(row_of(b, i), left[at], true, with_operation);
       if (!has_rows(b))
-        return combined_with_scalar(row_of(a, i), right[at], false, with_operation);
-      return combined(row_of(a, i), row_of(b, i), with_operation, combined_strings);
+        return combined_with_scalar_below(row_of(a, i), right[at], false, with_operation);
+      return combined_below(row_of(a, i), row_of(b, i), with_operation, combined_strings);
     });
   auto* result = new_uninitialised_array(static_cast<int64_t>(length), 0);
   with_operation([&](auto operation) {
@@ -133,13 +152,26 @@ QorArray* combined(const QorArray* a, const QorArray* b, const WithOperation& wi
   return result;
 }
 
-// Calls `take` with the numbers of the array or, one after the other, of all its rows.
+// `combined_strings` makes an array of two string arrays.
+template<typename WithOperation, typename CombinedStrings>
+QorArray* combined(const QorArray* a, const QorArray* b, const WithOperation& with_operation,
+                   const CombinedStrings& combined_strings) {
+  return made_with_room_for(a, b,
+                            [&] { return combined_below(a, b, with_operation, combined_strings); });
+}
+
 template<typename Take>
-void for_each_run(const QorArray* array, const Take& take) {
+void for_each_run_below(const QorArray* array, const Take& take) {
   if (!has_rows(array) && !has_strings(array))
     take(slots_of(array));
   for (int64_t i = 0; has_rows(array) && i < array->length; ++i)
-    for_each_run(row_of(array, i), take);
+    for_each_run_below(row_of(array, i), take);
+}
+
+// Calls `take` with the numbers of the array or, one after the other, of all its rows.
+template<typename Take>
+void for_each_run(const QorArray* array, const Take& take) {
+  with_room_for(array, nullptr, [&] { for_each_run_below(array, take); });
 }
 
 } // namespace qor

@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cstdint>
 
+#include "runtime/internal/containers.h"
 #include "runtime/internal/numbers.h"
 #include "runtime/internal/numbers_to_text.h"
 
@@ -61,7 +62,7 @@ void read_alignment(Reader& reader, Placeholder& placeholder) {
     placeholder.align = reader.next();
 }
 
-std::string fixed_text(double value, int precision) {
+String fixed_text(double value, int precision) {
   std::array<char, 310 + 2 + most_decimals> buffer; // to_chars fills it
   const auto* end = std::to_chars(buffer.begin(), buffer.end(), value, std::chars_format::fixed,
                                   std::min(precision, most_decimals))
@@ -69,29 +70,29 @@ std::string fixed_text(double value, int precision) {
   return {buffer.data(), static_cast<size_t>(end - buffer.data())};
 }
 
-std::string hexadecimal_text(const Placeholder& placeholder, double value) {
+String hexadecimal_text(const Placeholder& placeholder, double value) {
   std::array<char, 16> buffer; // to_chars fills it
   const auto bits = static_cast<uint64_t>(truncate_to_int64(value));
   auto* end = std::to_chars(buffer.begin(), buffer.end(), bits, 16).ptr;
   if (placeholder.type == 'X')
     std::transform(buffer.begin(), end, buffer.begin(),
                    [](char c) { return c >= 'a' ? static_cast<char>(c - 'a' + 'A') : c; });
-  return (placeholder.has_prefix ? "0x" : "") + std::string(buffer.begin(), end);
+  return String(placeholder.has_prefix ? "0x" : "").append(buffer.begin(), end);
 }
 
-std::string whole_number_text(const Placeholder& placeholder, double value) {
+String whole_number_text(const Placeholder& placeholder, double value) {
   constexpr int usual_decimals = 6;
   NumberBuffer buffer;
   switch (placeholder.type) {
   case 'd':
-    return std::string(write_integer(buffer, truncate_to_int64(value)));
+    return String(write_integer(buffer, truncate_to_int64(value)));
   case 'x':
   case 'X':
     return hexadecimal_text(placeholder, value);
   case 'f':
     return fixed_text(value, placeholder.precision < 0 ? usual_decimals : placeholder.precision);
   default:
-    return placeholder.precision < 0 ? std::string(write_general(buffer, value))
+    return placeholder.precision < 0 ? String(write_general(buffer, value))
                                      : fixed_text(value, placeholder.precision);
   }
 }
@@ -112,13 +113,13 @@ Placeholder read_placeholder(std::string_view options) {
   return placeholder;
 }
 
-std::string number_text(const Placeholder& placeholder, double value) {
+String number_text(const Placeholder& placeholder, double value) {
   auto text = whole_number_text(placeholder, value);
   text.resize(std::min(text.size(), longest_placeholder));
   return text;
 }
 
-std::string padded(const Placeholder& placeholder, std::string_view text) {
+String padded(const Placeholder& placeholder, std::string_view text) {
   text = text.substr(0, longest_placeholder);
   const auto missing = std::max(placeholder.width, text.size()) - text.size();
   auto left = missing;
@@ -126,7 +127,7 @@ std::string padded(const Placeholder& placeholder, std::string_view text) {
     left = 0;
   else if (placeholder.align == '^')
     left = missing / 2;
-  std::string result(left, placeholder.fill);
+  String result(left, placeholder.fill);
   result += text;
   result.append(missing - left, placeholder.fill);
   return result;

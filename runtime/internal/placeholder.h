@@ -2,8 +2,9 @@
 #pragma once
 
 #include <cstddef>
-#include <string>
 #include <string_view>
+
+#include "runtime/internal/containers.h"
 
 namespace qor {
 
@@ -21,7 +22,7 @@ struct Placeholder {
 Placeholder read_placeholder(std::string_view options);
 
 // Both results are at most `longest_placeholder` bytes.
-std::string number_text(const Placeholder& placeholder, double value);
-std::string padded(const Placeholder& placeholder, std::string_view text);
+String number_text(const Placeholder& placeholder, double value);
+String padded(const Placeholder& placeholder, std::string_view text);
 
 } // namespace qor

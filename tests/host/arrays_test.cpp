@@ -141,6 +141,36 @@ TEST(Reshape, TakesReferencesOfEveryAddressAndNoNumberForOne) {
       "argument 1 is said to hold references, but element 0 is the number 1.390671161567e-309");
 }
 
+TEST(Transpose, RefusesLengthsThatCannotBe) {
+  double slot = 0.0;
+  QorArray array = {.data = &slot, .length = -3, .flags = 0, .tags = nullptr};
+  EXPECT_EQ(error_of([&] { transposed(&array); }),
+            "argument 1 must not have a negative length, but one is -3");
+  array.length = 1'000'000'000'000;
+  EXPECT_EQ(error_of([&] { transposed(&array); }),
+            "argument 1 must not hold more than 1048576 elements");
+  array.length = std::numeric_limits<int64_t>::max();
+  EXPECT_EQ(error_of([&] { transposed(&array); }),
+            "argument 1 must not hold more than 1048576 elements");
+  array = {.data = nullptr, .length = 2, .flags = 0, .tags = nullptr};
+  EXPECT_EQ(error_of([&] { transposed(&array); }), "argument 1 has a length of 2 but no elements");
+}
+
+TEST(Reshape, RefusesSharedRowsOfNegativeLength) {
+  // Thirty levels that hold the next one twice: the negative length below must not pay for them.
+  QorArray below = {.data = nullptr, .length = -3, .flags = 0, .tags = nullptr};
+  std::vector<kavo::test::Array> levels;
+  for (int i = 0; i < 30; ++i) {
+    const QorArray* next = levels.empty() ? &below : levels.back().get();
+    levels.push_back(numbers({qor_slot_of(next).f64, qor_slot_of(next).f64}));
+    qor_array_set_nested(levels.back().get());
+  }
+  EXPECT_EQ(error_of([&] { reshaped(levels.back().get(), numbers({1}).get()); }),
+            "argument 1 must not have a negative length, but one is -3");
+  EXPECT_EQ(error_of([&] { with_row_inserted(numbers({}).get(), 0, 0, &below); }),
+            "argument 4 must not have a negative length, but one is -3");
+}
+
 TEST(Transpose, RefusesWhatIsNestedTooDeep) {
   EXPECT_EQ(error_of([] { transposed(nest(64).get()); }), "(no error)");
   EXPECT_EQ(error_of([] { transposed(nest(65).get()); }),
@@ -346,6 +376,12 @@ TEST(Split, KeepsNulBytes) {
 TEST(Split, TakesANulByteAsSeparator) {
   EXPECT_EQ(to_strings(split(std::string_view("a\0b", 3), std::string_view("\0", 1)).get()),
             (Strings{"a", "b"}));
+}
+
+TEST(Split, StaysLinearWhenEveryByteMisleads) {
+  const std::string text(1000000, 'a');
+  const auto separator = std::string(250000, 'a') + "ba"; // by a plain loop 2 * 10^11 comparisons
+  EXPECT_EQ(to_strings(split(text, separator).get()), Strings{text});
 }
 
 TEST(Split, RefusesAnEmptySeparator) {

@@ -53,6 +53,18 @@ TEST(DataCommands, ErrorsNameCommandAndArgument) {
             "SPLIT: argument 2 (separator) must be at least one character, got \"\"");
 }
 
+TEST(DataCommands, RefuseLengthsThatCannotBe) {
+  Bridge bridge;
+  const char bytes[] = "a;b";
+  qorrt_register_binary(bytes, 1'000'000'000'000);
+  EXPECT_EQ(bridge.error_of_fetch("SPLIT", static_cast<const char*>(bytes), ";"),
+            "SPLIT: argument 1 (text) must be at most 2147483648 bytes long, got 1000000000000");
+  qorrt_register_binary(bytes, -1);
+  const QorArray array = {.data = nullptr, .length = -1, .flags = 0, .tags = nullptr};
+  EXPECT_EQ(bridge.error_of_fetch("TRANSPOSE", &array),
+            "TRANSPOSE: argument 1 must not have a negative length, but one is -1");
+}
+
 TEST(DataCommands, ANullTextIsAnEmptyOne) {
   Bridge bridge;
   const char* null = nullptr;

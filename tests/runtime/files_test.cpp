@@ -1,5 +1,6 @@
 // Text files, directories, paths and the environment.
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <filesystem>
 #include <fstream>
@@ -52,6 +53,15 @@ TEST_F(Reading, OfAMissingFileIsEmptyAndNoError) {
   EXPECT_EQ(take(qor_txtreader(path("none").c_str())), "");
   EXPECT_EQ(take(qor_txtreader(nullptr)), "");
   EXPECT_EQ(take(qor_txtreader(folder().c_str())), "") << "a directory";
+  EXPECT_EQ(qor_err_code_visible(), 0);
+}
+
+TEST_F(Reading, OfWhatIsNoFileIsEmptyAtOnce) {
+  ASSERT_EQ(mkfifo(path("pipe").c_str(), 0600), 0);
+  fs::create_symlink(path("pipe"), path("link"));
+  EXPECT_EQ(take(qor_txtreader(path("pipe").c_str())), "");
+  EXPECT_EQ(take(qor_txtreader(path("link").c_str())), "");
+  EXPECT_EQ(take(qor_txtreader_enc("/dev/zero", "latin1")), "");
   EXPECT_EQ(qor_err_code_visible(), 0);
 }
 

@@ -148,7 +148,14 @@ TEST(MapReading, OtherTagsAreNumbers) {
   qor_map_set_tagged(map.get(), "x", QOR_TAG_FLOAT64, {.f64 = 2.5});
   EXPECT_EQ(qor_map_get_tagged(map.get(), "x", &value), QOR_TAG_FLOAT64);
   EXPECT_EQ(value.f64, 2.5);
-  EXPECT_EQ(qor_map_get_obj(map.get(), "x"), nullptr);
+}
+
+TEST(MapReading, AReferenceIsTheRawSlot) {
+  const auto map = new_map();
+  qor_map_set_f64(map.get(), "number", 2.5);
+  qor_map_set_str(map.get(), "text", "Ada");
+  EXPECT_EQ(qor_map_get_obj(map.get(), "number"), qor_reference_in({.f64 = 2.5}));
+  EXPECT_EQ(qor_map_get_obj(map.get(), "text"), map->values[1].str);
 }
 
 TEST(MapReading, KeepsByteStringsWhole) {
@@ -189,12 +196,25 @@ TEST(MapText, ListsEntriesInOrder) {
             R"("list": ARRAY})");
 }
 
+TEST(MapEntries, AreFoundAmongAMillion) {
+  const auto map = new_map();
+  constexpr int keys = 1'000'000;
+  for (int i = 0; i < keys; ++i)
+    qor_map_set_f64(map.get(), std::to_string(i).c_str(), i);
+  EXPECT_EQ(map->count, keys);
+  EXPECT_EQ(map->capacity, 1 << 20);
+  EXPECT_EQ(map->keys[keys - 1], std::to_string(keys - 1));
+  for (int i = 0; i < keys; i += 997)
+    ASSERT_EQ(qor_map_get_f64(map.get(), std::to_string(i).c_str()), i);
+  EXPECT_EQ(qor_map_has(map.get(), "-1"), 0);
+}
+
 TEST(MapProperty, BehavesLikeAReferenceMapUnderRandomOperations) {
   std::mt19937 random(1); // the same operations every time
   const auto map = new_map();
   std::map<std::string, std::string> reference;
   for (int i = 0; i < 20000; ++i) {
-    const auto key = "k" + std::to_string(random() % 60);
+    const auto key = "k" + std::to_string(random() % 600);
     const auto number = static_cast<double>(random() % 1000);
     const auto text = std::to_string(random() % 1000);
     if (random() % 2 == 0) {
@@ -204,7 +224,7 @@ TEST(MapProperty, BehavesLikeAReferenceMapUnderRandomOperations) {
       qor_map_set_str(map.get(), key.c_str(), text.c_str());
       reference[key] = text;
     }
-    const auto asked = "k" + std::to_string(random() % 70);
+    const auto asked = "k" + std::to_string(random() % 700);
     const auto known = reference.find(asked);
     ASSERT_EQ(qor_map_has(map.get(), asked.c_str()), known == reference.end() ? 0 : 1);
     ASSERT_EQ(take(qor_map_get_str(map.get(), asked.c_str())),

@@ -83,9 +83,13 @@ TEST(Regex, TakesLongTexts) {
 }
 
 TEST(Regex, TakesDeepPatterns) {
-  const auto pattern = std::string(900, '(') + "a" + std::string(900, ')') + "*";
-  EXPECT_EQ(qor_regex_match(pattern.c_str(), "aaa"), 1);
-  EXPECT_EQ(qor_regex_match(std::string(100000, '(').c_str(), "a"), 0);
+  for (const size_t depth : {900, 1001, 30000}) {
+    const auto pattern = std::string(depth, '(') + "a" + std::string(depth, ')') + "*";
+    EXPECT_EQ(qor_regex_match(pattern.c_str(), "aaa"), 1) << depth;
+    EXPECT_EQ(qor_regex_match(pattern.c_str(), "aab"), 0) << depth;
+  }
+  EXPECT_EQ(qor_regex_match(std::string(30000, '(').c_str(), "a"), 0);
+  EXPECT_EQ(qor_regex_match(std::string(1000000, '(').c_str(), "a"), 0);
 }
 
 TEST(Regex, TakesCountedRepetitions) {
