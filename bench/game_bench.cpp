@@ -8,6 +8,7 @@
 #include "bench/allocations.h"
 #include "bench/ratios.h"
 #include "bench/storm.h"
+#include "game/playfield/new_game.h"
 #include "game/presentation/frame.h"
 #include "game/state.h"
 #include "tests/fakes/fake_clock.h"

@@ -7,6 +7,7 @@
 
 #include "bench/storm.h"
 #include "game/commands.h"
+#include "game/playfield/new_game.h"
 #include "game/presentation/frame.h"
 #include "game/state.h"
 #include "host/screen/coordinates.h"

@@ -1,4 +1,4 @@
-// The screen on which a new high score gets its three letters.
+// How a new high score gets its three letters.
 #pragma once
 
 #include "game/routine.h"
@@ -12,8 +12,5 @@ Out<Text> ENTER_CHAR$(double index);
 // One frame of input, each edge 0 or 1: up and down change the letter, left and right move, enter
 // stores the name and returns to the title.
 Out<> UPDATEENTER(double up, double down, double left, double right, double enter);
-
-// Draws the screen without presenting it.
-Out<> DRAWENTER();
 
 } // namespace kavo

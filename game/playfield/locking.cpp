@@ -1,11 +1,13 @@
 #include "game/playfield/locking.h"
 
 #include "game/audio/sounds.h"
+#include "game/board/collision.h"
+#include "game/board/geometry.h"
+#include "game/board/kinds.h"
+#include "game/board/pull.h"
+#include "game/clearing/lines.h"
 #include "game/commands.h"
-#include "game/playfield/kinds.h"
 #include "game/playfield/lean.h"
-#include "game/playfield/lines.h"
-#include "game/playfield/movement.h"
 #include "game/playfield/pieces.h"
 #include "game/powerups/powerups.h"
 #include "game/powerups/stars.h"
@@ -19,20 +21,21 @@ namespace {
 constexpr int64_t balance_bonus = 20;
 constexpr double star_chance = 0.3;
 
-void lock_cell(int64_t row, int64_t column) {
+Out<> lock_cell(int64_t row, int64_t column) {
   if (row < 0 || row >= ROWS || column < 0 || column >= COLS)
-    return;
+    return {};
   put_cell(BOARD.get(), row, column, static_cast<double>(PIECECOLOR));
   if (PIECECOLOR < kind::first_special || PIECECOLOR == kind::heavy)
-    return;
+    return {};
   PUKIND = PIECECOLOR;
   PUBR = row;
   PUBC = column;
+  return {};
 }
 
 Out<> throw_landing_dust() {
-  DO(BURST(BX + (static_cast<double>(PIECEX) + 1.5) * CELL,
-           BY + static_cast<double>((PIECEY + 2) * CELL), 5, 2, 170, 160, 140));
+  DO(BURST(cell_left(static_cast<double>(PIECEX) + 1.5), cell_top(PIECEY + 2), 5, 2, 170, 160,
+           140));
   return {};
 }
 
@@ -40,8 +43,7 @@ Out<> score_piece() {
   DO(PTS = qor_cint(TRY(PIECE_POINTS(static_cast<double>(PIECECOLOR)))));
   DO(SCORE += PTS);
   if (PTS > 0)
-    DO(ADDPOPUP(BX + static_cast<double>((PIECEX + 1) * CELL),
-                BY + static_cast<double>((PIECEY + 1) * CELL), static_cast<double>(PTS)));
+    DO(ADDPOPUP(cell_left(PIECEX + 1), cell_top(PIECEY + 1), static_cast<double>(PTS)));
   return {};
 }
 
@@ -77,8 +79,7 @@ Out<> maybe_spawn_star() {
 
 Out<> bring_in_next_piece() {
   DO(SPAWNPIECE());
-  if (TRY(CHECKCOLLISION(CURRENTPIECE, static_cast<double>(PIECEX), static_cast<double>(PIECEY))) ==
-      0.0)
+  if (TRY(fits(CURRENTPIECE, PIECEX, PIECEY)))
     return {};
   DO(GAMEOVER = true);
   DO(SFXOVER());
@@ -109,11 +110,9 @@ Out<> LOCKSEQUENCE() {
 
 Out<> LOCKPIECE() {
   ENTER();
-  for (int64_t row = 0; row < 4; ++row)
-    for (int64_t column = 0; column < 4; ++column)
-      if (is_occupied(CURRENTPIECE.get(), row, column))
-        DO(lock_cell(PIECEY + row, PIECEX + column));
-  return {};
+  return for_each_block(CURRENTPIECE, [](int64_t row, int64_t column) {
+    return lock_cell(PIECEY + row, PIECEX + column);
+  });
 }
 
 } // namespace kavo

@@ -1,8 +1,9 @@
 #include "game/powerups/powerups.h"
 
 #include "game/audio/sounds.h"
-#include "game/playfield/kinds.h"
-#include "game/playfield/lines.h"
+#include "game/board/geometry.h"
+#include "game/board/kinds.h"
+#include "game/clearing/lines.h"
 #include "game/presentation/effects.h"
 #include "game/state.h"
 
@@ -15,8 +16,8 @@ struct Cell {
   int64_t row;
   int64_t column;
 
-  double left() const { return BX + static_cast<double>(CELL * column); }
-  double top() const { return BY + static_cast<double>(CELL * row); }
+  double left() const { return cell_left(column); }
+  double top() const { return cell_top(row); }
 };
 
 void empty_cell(int64_t row, int64_t column) {
@@ -88,21 +89,6 @@ Out<> TRIGGERPOWERUP(double kind, double row, double column) {
   DO(SETTLEDOWN());
   DO(CLEARLINES());
   return {};
-}
-
-Out<Text> PU_LABEL$(double kind) {
-  ENTER();
-  if (kind == kind::bomb)
-    return copy("B");
-  if (kind == kind::cross_line)
-    return copy("L");
-  if (kind == kind::coin)
-    return copy("$");
-  if (kind == kind::heavy)
-    return copy("A");
-  if (kind == kind::row_filler)
-    return copy("*");
-  return copy("");
 }
 
 } // namespace kavo

@@ -1,6 +1,7 @@
 #include "game/powerups/stars.h"
 
 #include "game/audio/sounds.h"
+#include "game/board/geometry.h"
 #include "game/commands.h"
 #include "game/presentation/effects.h"
 #include "game/state.h"
@@ -23,8 +24,8 @@ bool star_is_at(int64_t slot, int64_t row, int64_t column) {
 }
 
 Out<> collect(int64_t slot, int64_t row, int64_t column) {
-  const double left = BX + static_cast<double>(CELL * column);
-  const double top = BY + static_cast<double>(CELL * row);
+  const double left = cell_left(column);
+  const double top = cell_top(row);
   DO(qor_array_set(STAR_ON.get(), slot, 0.0));
   DO(SCORE += 250);
   DO(ADDPOPUP(left, top, 250));
@@ -59,11 +60,9 @@ Out<> SPAWNSTAR() {
 
 Out<> COLLECTSTARS() {
   ENTER();
-  for (int64_t row = 0; row < 4; ++row)
-    for (int64_t column = 0; column < 4; ++column)
-      if (is_occupied(CURRENTPIECE.get(), row, column))
-        DO(collect_at(PIECEY + row, PIECEX + column));
-  return {};
+  return for_each_block(CURRENTPIECE, [](int64_t row, int64_t column) {
+    return collect_at(PIECEY + row, PIECEX + column);
+  });
 }
 
 } // namespace kavo

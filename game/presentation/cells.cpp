@@ -1,8 +1,8 @@
 #include "game/presentation/cells.h"
 
+#include "game/board/geometry.h"
+#include "game/board/kinds.h"
 #include "game/commands.h"
-#include "game/playfield/kinds.h"
-#include "game/powerups/powerups.h"
 #include "game/state.h"
 
 namespace kavo {
@@ -71,13 +71,28 @@ Out<Color> COLOR_FOR(double value) {
   return colors[0];
 }
 
+Out<Text> PU_LABEL$(double kind) {
+  ENTER();
+  if (kind == kind::bomb)
+    return copy("B");
+  if (kind == kind::cross_line)
+    return copy("L");
+  if (kind == kind::coin)
+    return copy("$");
+  if (kind == kind::heavy)
+    return copy("A");
+  if (kind == kind::row_filler)
+    return copy("*");
+  return copy("");
+}
+
 Out<> DRAWCELL(double row, double column, double value) {
   ENTER();
   if (row < 0 || row >= static_cast<double>(ROWS) || column < 0 ||
       column >= static_cast<double>(COLS))
     return {};
-  const double x = BX + CELL * column;
-  const double y = BY + CELL * row;
+  const double x = cell_left(column);
+  const double y = cell_top(row);
   if (value == 0.0) {
     DO(command::draw_color(28, 40, 56));
     DO(command::rect(x + 1, y + 1, 34, 34, 1));
@@ -91,12 +106,10 @@ Out<> DRAWCELL(double row, double column, double value) {
 
 Out<> DRAWMINI(double value, double x, double y, int64_t size, const Array& piece) {
   ENTER();
-  for (int64_t row = 0; row < 4; ++row)
-    for (int64_t column = 0; column < 4; ++column)
-      if (is_occupied(piece.get(), row, column))
-        DO(draw_mini_cell(value, x + static_cast<double>(column * size),
-                          y + static_cast<double>(row * size), size));
-  return {};
+  return for_each_block(piece, [&](int64_t row, int64_t column) {
+    return draw_mini_cell(value, x + static_cast<double>(column * size),
+                          y + static_cast<double>(row * size), size);
+  });
 }
 
 } // namespace kavo

@@ -14,6 +14,9 @@ using Color = std::array<double, 3>;
 // The colour of a cell value; grey for any value that is no piece kind.
 Out<Color> COLOR_FOR(double value);
 
+// The letter that is printed on blocks of this kind; "" for the ordinary ones.
+Out<Text> PU_LABEL$(double kind);
+
 // One cell of the board: dark when empty, else bevelled, with its letter from kind 8 on. Cells
 // outside the board are not drawn, which hides a piece's rows above the top edge.
 Out<> DRAWCELL(double row, double column, double value);

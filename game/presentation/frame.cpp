@@ -2,9 +2,10 @@
 
 #include <algorithm>
 
+#include "game/board/collision.h"
+#include "game/board/geometry.h"
+#include "game/board/pull.h"
 #include "game/commands.h"
-#include "game/playfield/lean.h"
-#include "game/playfield/movement.h"
 #include "game/presentation/cells.h"
 #include "game/presentation/effects.h"
 #include "game/presentation/hud.h"
@@ -98,8 +99,8 @@ Out<> draw_well(bool is_dangerous) {
 }
 
 Out<> draw_star(int64_t slot) {
-  const double x = BX + CELL * qor_array_get(STAR_C.get(), slot) + CELL / 2.0;
-  const double y = BY + CELL * qor_array_get(STAR_R.get(), slot) + CELL / 2.0;
+  const double x = cell_left(qor_array_get(STAR_C.get(), slot)) + CELL / 2.0;
+  const double y = cell_top(qor_array_get(STAR_R.get(), slot)) + CELL / 2.0;
   DO(command::draw_color(250, 225, 90));
   DO(command::line(x, y - 9, x + 9, y));
   DO(command::line(x + 9, y, x, y + 9));
@@ -117,29 +118,25 @@ Out<> draw_stars() {
 
 Out<> draw_ghost_cell(int64_t row, int64_t column) {
   DO(command::draw_color(70, 84, 100));
-  DO(command::rect(BX + static_cast<double>(CELL * column) + 4,
-                   BY + static_cast<double>(CELL * row) + 4, 28, 28, 0));
+  DO(command::rect(cell_left(column) + 4, cell_top(row) + 4, 28, 28, 0));
   return {};
 }
 
 // Clipped by rows only.
 Out<> draw_ghost() {
   const int64_t ghost_row = qor_int(TRY(GHOSTY()));
-  for (int64_t row = 0; row < 4; ++row)
-    for (int64_t column = 0; column < 4; ++column)
-      if (is_occupied(CURRENTPIECE.get(), row, column) && ghost_row + row >= 0 &&
-          ghost_row + row < ROWS)
-        DO(draw_ghost_cell(ghost_row + row, PIECEX + column));
-  return {};
+  return for_each_block(CURRENTPIECE, [ghost_row](int64_t row, int64_t column) -> Out<> {
+    if (ghost_row + row < 0 || ghost_row + row >= ROWS)
+      return {};
+    return draw_ghost_cell(ghost_row + row, PIECEX + column);
+  });
 }
 
 Out<> draw_falling_piece() {
-  for (int64_t row = 0; row < 4; ++row)
-    for (int64_t column = 0; column < 4; ++column)
-      if (is_occupied(CURRENTPIECE.get(), row, column))
-        DO(DRAWCELL(static_cast<double>(PIECEY + row), static_cast<double>(PIECEX + column),
-                    static_cast<double>(PIECECOLOR)));
-  return {};
+  return for_each_block(CURRENTPIECE, [](int64_t row, int64_t column) {
+    return DRAWCELL(static_cast<double>(PIECEY + row), static_cast<double>(PIECEX + column),
+                    static_cast<double>(PIECECOLOR));
+  });
 }
 
 Out<> draw_effects(bool is_dangerous) {

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "game/board/pull.h"
 #include "game/commands.h"
-#include "game/playfield/lean.h"
 #include "game/presentation/cells.h"
 #include "game/state.h"
 

@@ -9,7 +9,4 @@ namespace kavo {
 // returns to the title. All may act in one frame, in this order.
 Out<> UPDATEOPTIONS(double up, double down, double enter, double escape);
 
-// Draws the screen without presenting it.
-Out<> DRAWOPTIONS();
-
 } // namespace kavo

@@ -1,13 +1,13 @@
 #include "game/shell/scenes.h"
 
 #include "game/commands.h"
-#include "game/highscores/entry.h"
 #include "game/playfield/lean.h"
 #include "game/playfield/movement.h"
 #include "game/presentation/effects.h"
+#include "game/presentation/entry.h"
 #include "game/presentation/frame.h"
-#include "game/shell/options.h"
-#include "game/shell/title.h"
+#include "game/presentation/options.h"
+#include "game/presentation/title.h"
 #include "game/state.h"
 
 namespace kavo {

@@ -2,15 +2,19 @@
 
 #include <algorithm>
 
+#include "game/board/collision.h"
 #include "game/commands.h"
 #include "game/highscores/entry.h"
 #include "game/highscores/table.h"
 #include "game/playfield/locking.h"
 #include "game/playfield/movement.h"
+#include "game/playfield/new_game.h"
 #include "game/powerups/stars.h"
+#include "game/presentation/entry.h"
 #include "game/presentation/frame.h"
+#include "game/presentation/options.h"
+#include "game/presentation/title.h"
 #include "game/shell/options.h"
-#include "game/shell/title.h"
 #include "game/state.h"
 
 namespace kavo {
@@ -65,14 +69,10 @@ Out<> run_pause() {
   return {};
 }
 
-Out<bool> is_free(int64_t x, int64_t y) {
-  return TRY(CHECKCOLLISION(CURRENTPIECE, static_cast<double>(x), static_cast<double>(y))) == 0.0;
-}
-
 Out<> steer() {
-  if (EL && TRY(is_free(PIECEX - 1, PIECEY)))
+  if (EL && TRY(fits(CURRENTPIECE, PIECEX - 1, PIECEY)))
     DO(PIECEX -= 1);
-  if (ER && TRY(is_free(PIECEX + 1, PIECEY)))
+  if (ER && TRY(fits(CURRENTPIECE, PIECEX + 1, PIECEY)))
     DO(PIECEX += 1);
   if (EU)
     DO(TRYROTATE());
@@ -89,7 +89,7 @@ Out<> fall() {
     DO(STEPEVERY = fast_fall_ms);
   if (NOW - LASTDROP < STEPEVERY)
     return {};
-  if (TRY(is_free(PIECEX, PIECEY + 1)))
+  if (TRY(fits(CURRENTPIECE, PIECEX, PIECEY + 1)))
     DO(PIECEY += 1);
   else
     DO(LOCKSEQUENCE());

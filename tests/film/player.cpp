@@ -5,7 +5,6 @@
 #include <limits>
 #include <string>
 
-#include "game/playfield/lean.h"
 #include "game/state.h"
 #include "tests/fakes/stage.h"
 

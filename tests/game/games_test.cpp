@@ -6,10 +6,13 @@
 #include <map>
 #include <ostream>
 
+#include "game/board/collision.h"
+#include "game/board/pull.h"
+#include "game/clearing/lines.h"
 #include "game/highscores/table.h"
 #include "game/playfield/lean.h"
-#include "game/playfield/lines.h"
 #include "game/playfield/movement.h"
+#include "game/playfield/new_game.h"
 #include "game/playfield/pieces.h"
 #include "game/program.h"
 #include "tests/game/game_test.h"

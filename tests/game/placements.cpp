@@ -4,7 +4,6 @@
 #include <cstdlib>
 #include <limits>
 
-#include "game/playfield/movement.h"
 #include "game/state.h"
 #include "tests/game/players.h"
 

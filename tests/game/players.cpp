@@ -1,5 +1,6 @@
 #include "tests/game/players.h"
 
+#include "game/board/collision.h"
 #include "game/playfield/movement.h"
 #include "game/state.h"
 

@@ -1,6 +1,7 @@
 // The game state as start-up leaves it, and a new game.
 #include <array>
 
+#include "game/playfield/new_game.h"
 #include "tests/game/game_test.h"
 
 namespace kavo::test {

@@ -64,6 +64,19 @@ ATestsNamespaceOfItsOwn() {
 ANamespaceThatOnlyBeginsLikeOurs() {
   expect_broken bench/row.cpp 'namespace kavo_bench {\n'
 }
+FoldersOfTheGameInACircle() {
+  local found
+  init_repository
+  mkdir game/board game/sky game/stars
+  printf '#include "game/sky/sun.h"\n#include "game/board/row.h"\n' >game/board/board.cpp
+  printf '#include "game/stars/star.h"\n' >game/sky/sky.cpp
+  git add .
+  expect_equal "what is named without a circle" "" "$("$repository/scripts/house-style" .)"
+  printf '#include "game/board/board.h"\n' >game/stars/stars.cpp
+  git add .
+  if found=$("$repository/scripts/house-style" .); then fail "nothing was said of the circle"; fi
+  expect_equal "what is named" "$(printf 'game/%s\n' board sky stars)" "$(awk '{ print $1 }' <<<"$found" | sort)"
+}
 AFileInCapitals() {
   expect_broken game/Row.cpp 'int row;\n'
 }

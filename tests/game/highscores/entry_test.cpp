@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "game/highscores/entry.h"
+#include "game/presentation/entry.h"
 #include "game/presentation/sky.h"
 #include "tests/game/game_test.h"
 

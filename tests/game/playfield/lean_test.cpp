@@ -2,8 +2,10 @@
 #include <algorithm>
 #include <cmath>
 
+#include "game/board/pull.h"
 #include "game/playfield/lean.h"
 #include "game/playfield/locking.h"
+#include "game/presentation/turning_board.h"
 #include "tests/game/game_test.h"
 #include "tests/game/pools.h"
 

@@ -1,6 +1,7 @@
 // What the special pieces do when they land.
 #include "game/playfield/locking.h"
 #include "game/powerups/powerups.h"
+#include "game/presentation/cells.h"
 #include "tests/game/game_test.h"
 #include "tests/game/pools.h"
 

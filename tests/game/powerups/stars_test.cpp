@@ -1,6 +1,5 @@
 // Bonus stars: where they appear and what collects them.
 #include "game/playfield/locking.h"
-#include "game/playfield/movement.h"
 #include "game/powerups/stars.h"
 #include "game/program.h"
 #include "tests/game/game_test.h"

@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "game/playfield/movement.h"
 #include "game/presentation/cells.h"
 #include "game/presentation/effects.h"
 #include "game/presentation/frame.h"

@@ -2,6 +2,7 @@
 // On no screen do the two get in each other's way.
 #include <filesystem>
 
+#include "game/playfield/new_game.h"
 #include "game/program.h"
 #include "tests/game/game_test.h"
 

@@ -1,6 +1,7 @@
 #include <cmath>
 
 #include "game/audio/sounds.h"
+#include "game/presentation/options.h"
 #include "game/presentation/sky.h"
 #include "game/shell/options.h"
 #include "tests/game/game_test.h"

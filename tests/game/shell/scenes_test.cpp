@@ -1,15 +1,16 @@
 // The fixed scenes: the board that each builds, what it draws, saves and prints.
 #include <cmath>
 
-#include "game/highscores/entry.h"
+#include "game/board/pull.h"
 #include "game/playfield/lean.h"
 #include "game/playfield/movement.h"
 #include "game/playfield/pieces.h"
 #include "game/presentation/effects.h"
+#include "game/presentation/entry.h"
 #include "game/presentation/frame.h"
-#include "game/shell/options.h"
+#include "game/presentation/options.h"
+#include "game/presentation/title.h"
 #include "game/shell/scenes.h"
-#include "game/shell/title.h"
 #include "tests/game/game_test.h"
 
 namespace kavo::test {

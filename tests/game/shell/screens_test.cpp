@@ -1,11 +1,12 @@
 // One frame of the program on each of its screens.
 #include <filesystem>
 
-#include "game/highscores/entry.h"
+#include "game/playfield/new_game.h"
+#include "game/presentation/entry.h"
 #include "game/presentation/frame.h"
+#include "game/presentation/options.h"
+#include "game/presentation/title.h"
 #include "game/program.h"
-#include "game/shell/options.h"
-#include "game/shell/title.h"
 #include "tests/game/game_test.h"
 
 namespace kavo::test {

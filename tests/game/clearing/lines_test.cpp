@@ -1,7 +1,7 @@
 // Full rows: their flash, their removal, their score; and column gravity.
 #include <bit>
 
-#include "game/playfield/lines.h"
+#include "game/clearing/lines.h"
 #include "tests/game/game_test.h"
 #include "tests/game/pools.h"
 

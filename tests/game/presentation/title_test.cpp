@@ -1,5 +1,5 @@
 #include "game/presentation/sky.h"
-#include "game/shell/title.h"
+#include "game/presentation/title.h"
 #include "tests/game/game_test.h"
 
 namespace kavo::test {

@@ -1,10 +1,12 @@
-#include "game/playfield/lines.h"
+#include "game/clearing/lines.h"
 
 #include <vector>
 
 #include "game/audio/sounds.h"
+#include "game/board/geometry.h"
 #include "game/commands.h"
 #include "game/presentation/effects.h"
+#include "game/presentation/flashing_rows.h"
 #include "game/state.h"
 
 namespace kavo {
@@ -26,30 +28,10 @@ std::vector<int64_t> full_rows() {
   return rows;
 }
 
-// One frame of the flash: a white bar over each row, thinner with every frame. From the third
-// frame on its height is negative and the host draws nothing, so the row is dark again.
-Out<> flash_frame(const std::vector<int64_t>& rows, int64_t frame) {
-  for (const int64_t row : rows) {
-    DO(command::draw_color(255, 255, 255));
-    DO(command::rect(BX, BY + static_cast<double>(row * CELL + 17 * frame), COLS * CELL,
-                     CELL - 34 * frame, 1));
-  }
-  DO(command::screen_flip());
-  DO(qor_sleep(16));
-  return {};
-}
-
-Out<> flash(const std::vector<int64_t>& rows) {
-  for (int64_t frame = 0; frame < 4; ++frame)
-    DO(flash_frame(rows, frame));
-  return {};
-}
-
 Out<> throw_sparks(const std::vector<int64_t>& rows) {
   for (const int64_t row : rows)
     for (int64_t column = 0; column < COLS; column += 2)
-      DO(BURST(BX + static_cast<double>(column * CELL) + CELL / 2.0,
-               BY + static_cast<double>(row * CELL) + CELL / 2.0, 3, 5, 250, 250, 200));
+      DO(BURST(cell_left(column) + CELL / 2.0, cell_top(row) + CELL / 2.0, 3, 5, 250, 250, 200));
   return {};
 }
 
@@ -71,8 +53,8 @@ Out<> score_cleared_rows() {
   DO(SCORE += GAIN);
   DO(LEVEL = LINESCLEARED / 10 + 1);
   DO(SFXCLEAR());
-  DO(ADDPOPUP(BX + static_cast<double>(COLS * CELL) / 2.0 - 16,
-              BY + static_cast<double>(ROWS * CELL) / 2.0, static_cast<double>(GAIN)));
+  DO(ADDPOPUP(cell_left(static_cast<double>(COLS) / 2.0) - 16,
+              cell_top(static_cast<double>(ROWS) / 2.0), static_cast<double>(GAIN)));
   return {};
 }
 
@@ -102,7 +84,7 @@ Out<> CLEARLINES() {
   ENTER();
   const std::vector<int64_t> rows = full_rows();
   if (!rows.empty())
-    DO(flash(rows));
+    DO(flash_rows(rows));
   DO(throw_sparks(rows));
   const SharedRows kept(qor_filter_fn(__lambda_0, BOARD.get()));
   DO(CLEARED = ROWS - qor_array_len(kept.get()));

@@ -1,4 +1,4 @@
-#include "game/shell/title.h"
+#include "game/presentation/title.h"
 
 #include "game/commands.h"
 #include "game/presentation/sky.h"
