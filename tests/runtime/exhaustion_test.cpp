@@ -1,8 +1,10 @@
 // Memory used up inside what the C++ library allocates: no exception reaches a caller in C.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstdlib>
 #include <new>
+#include <string>
 
 #include "runtime/qor.h"
 #include "tests/runtime/values.h"

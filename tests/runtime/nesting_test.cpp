@@ -1,6 +1,8 @@
 // Arrays nested deeper than any stack, and arrays that hold themselves.
 #include <gtest/gtest.h>
 
+#include <vector>
+
 #include "runtime/qor.h"
 #include "tests/runtime/values.h"
 
