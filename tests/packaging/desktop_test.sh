@@ -57,7 +57,7 @@ ManualPagesAndCompletionsKnowEveryScene() {
     "$share/bash-completion/completions/kavo" "$share/zsh/vendor-completions/_kavo" \
     "$share/fish/vendor_completions.d/kavo.fish"; do
     for scene in $scenes; do
-      zcat -f "$file" | grep -qw -- "$scene" || fail "$file does not know $scene"
+      zcat -f "$file" | grep -w -- "$scene" >/dev/null || fail "$file does not know $scene"
     done
   done
 }
@@ -95,10 +95,24 @@ ManualPagesAndCompletionsKnowEveryOption() {
     for file in "$share/man/man6/kavo.6.gz" "$share/man/de/man6/kavo.6.gz" \
       "$share/bash-completion/completions/kavo" "$share/zsh/vendor-completions/_kavo" \
       "$share/fish/vendor_completions.d/kavo.fish"; do
-      zcat -f "$file" | tr -d '\134' | grep -Eq -- "(--|-l )$option\b" || fail "$file does not know --$option"
+      zcat -f "$file" | tr -d '\134' | grep -E -- "(--|-l )$option\b" >/dev/null || fail "$file does not know --$option"
     done
-    "$tree/bin/kavo" --help | grep -q -- "--$option" || fail "--help does not tell of --$option"
+    "$tree/bin/kavo" --help | grep -- "--$option" >/dev/null || fail "--help does not tell of --$option"
   done
+}
+
+# It looks for a display when it has said what becomes of its scores.
+TheGameSaysWhyScoresAreNotKeptAndLeavesNothing() {
+  local errors
+  touch home
+  mkdir temporary
+  errors=$(env -u DISPLAY -u WAYLAND_DISPLAY -u XDG_DATA_HOME HOME="$work/home" TMPDIR="$work/temporary" \
+    "$tree/bin/kavo" 2>&1) && fail "it played without a display"
+  expect_contains "what it says first" "scores are not kept: mkdir: " "$(sed -n 1p <<<"$errors")"
+  expect_contains "what it says first" "Not a directory" "$(sed -n 1p <<<"$errors")"
+  expect_equal "what lies in the temporary folder" "" "$(ls -A temporary)"
+  expect_equal "what lies here" "home
+temporary" "$(ls -A)"
 }
 
 EveryLicenceIsShipped() {
