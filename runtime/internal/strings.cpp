@@ -13,8 +13,8 @@ std::string_view bytes_of(const char* s) {
 
 char* new_uninitialised_string(size_t length) {
   auto* s = static_cast<char*>(allocate(length + 1));
-  forget_length(s);
   s[length] = '\0';
+  forget_length(s);
   return s;
 }
 
