@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "runtime/internal/memory.h"
 #include "runtime/internal/strings.h"
 
 namespace {
@@ -47,8 +48,8 @@ char* new_padded(const char* s, int64_t width, const char* pad, Side side) {
   const auto pattern = qor::text_of(pad).empty() ? std::string_view(" ") : qor::text_of(pad);
   if (width <= static_cast<int64_t>(text.size()))
     return qor::new_string(text);
-  auto* result = qor::new_uninitialised_string(static_cast<size_t>(width));
-  const auto missing = static_cast<size_t>(width) - text.size();
+  auto* result = qor::new_uninitialised_string(qor::size_for(width));
+  const auto missing = qor::size_for(width) - text.size();
   if (side == Side::left)
     std::ranges::copy(text, write_repeated(result, pattern, missing));
   else
@@ -87,7 +88,7 @@ char* qor_str_repeat(const char* s, int64_t n) {
   if (n < 1 || text.empty())
     return qor::new_string("");
   size_t length = 0;
-  if (__builtin_mul_overflow(text.size(), static_cast<size_t>(n), &length))
+  if (__builtin_mul_overflow(text.size(), qor::size_for(n), &length))
     length = SIZE_MAX - 1; // more than any memory holds: allocating it ends the process
   auto* result = qor::new_uninitialised_string(length);
   write_repeated(result, text, length);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <cstdlib>
 
 namespace qor {
@@ -14,6 +15,14 @@ inline void* allocate(size_t bytes) {
   if (block == nullptr)
     end_for_want_of_memory();
   return block;
+}
+
+// A length that is not negative, as a size; one that this machine's memory could never hold ends
+// the process.
+inline size_t size_for(int64_t length) {
+  if (static_cast<uint64_t>(length) >= SIZE_MAX)
+    end_for_want_of_memory();
+  return static_cast<size_t>(length);
 }
 
 void* allocate_many(size_t count, size_t size);
