@@ -22,3 +22,8 @@ target_compile_options(
 # The same numbers on every machine: a processor that multiplies and adds in one step rounds once
 # where others round twice, and its compiler does so unasked when it optimises.
 target_compile_options(kavo_options INTERFACE $<$<NOT:$<CONFIG:Debug>>:-ffp-contract=off>)
+
+# 32-bit machines have an older file size and an older time, which ends in 2038, beside those of today.
+if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+  target_compile_definitions(kavo_options INTERFACE _FILE_OFFSET_BITS=64 _TIME_BITS=64)
+endif()
