@@ -22,9 +22,7 @@
 #include "bench/desktop/pacing.h"
 #include "bench/desktop/presents.h"
 #include "bench/desktop/process_cost.h"
-#include "bench/figures/files.h"
-#include "bench/figures/growth.h"
-#include "bench/figures/table.h"
+#include "bench/figure.h"
 
 namespace {
 
@@ -42,12 +40,12 @@ constexpr double pause_ms = 16;   // that the game sleeps in every frame
 
 Figure time_figure(const std::string& what, double seconds,
                    std::optional<kavo::bench::Bound> bound = std::nullopt) {
-  return {"desktop", what, seconds * 1e9, "ns", "", 0, bound};
+  return {what, seconds * 1e9, "ns", bound};
 }
 
 Figure figure(const std::string& what, double value, const std::string& unit,
               std::optional<kavo::bench::Bound> bound = std::nullopt) {
-  return {"desktop", what, value, unit, "", 0, bound};
+  return {what, value, unit, bound};
 }
 
 // The value below which so large a part of all lies.
@@ -152,24 +150,27 @@ std::vector<int>& scales() {
   return scales;
 }
 
+// One cost in windows of growing sizes.
+Figure in_series(Figure figure, int scale) {
+  figure.series = figure.what.substr(0, figure.what.rfind(", window"));
+  figure.size = scale * scale;
+  return figure;
+}
+
 // One figure after the other, each in all sizes. The first so many of them are costs: they are to
 // grow no faster than the window's pixels.
 std::vector<Figure> at_every_scale(const std::function<std::vector<Figure>(int)>& measure,
                                    size_t costs = 0) {
-  std::vector<double> pixels;
   std::vector<std::vector<Figure>> rows; // each figure's
   for (const int scale : scales()) {
-    pixels.push_back(scale * scale);
     const std::vector<Figure> measured = measure(scale);
     rows.resize(measured.size());
     for (size_t i = 0; i < measured.size(); ++i)
-      rows[i].push_back(measured[i]);
+      rows[i].push_back(i < costs ? in_series(measured[i], scale) : measured[i]);
   }
   std::vector<Figure> all;
-  for (size_t i = 0; i < rows.size(); ++i) {
-    const std::vector<Figure> row = i < costs ? kavo::bench::growth(rows[i], pixels) : rows[i];
+  for (const std::vector<Figure>& row : rows)
     all.insert(all.end(), row.begin(), row.end());
-  }
   return all;
 }
 
@@ -177,21 +178,14 @@ std::vector<Figure> at_every_scale(const std::function<std::vector<Figure>(int)>
 std::vector<Figure> measure_present() {
   const kavo::desktop::Desktop desktop(GameOnDesktop::width * 3 + 20,
                                        GameOnDesktop::height * 3 + 60);
-  std::vector<Figure> unscaled, scaled;
-  std::vector<double> pixels;
+  std::vector<Figure> figures;
   for (const int scale : scales()) {
     const double seconds = kavo::bench::present_seconds(desktop.display_name(), scale);
     const std::string what = at_scale("present", scale);
-    if (scale == 1) {
-      unscaled.push_back(time_figure(what, seconds, at_most(0.2 * ms)));
-    } else {
-      scaled.push_back(time_figure(what, seconds, at_most(3 * ms)));
-      pixels.push_back(scale * scale);
-    }
+    figures.push_back(scale == 1 ? time_figure(what, seconds, at_most(0.2 * ms))
+                                 : in_series(time_figure(what, seconds, at_most(3 * ms)), scale));
   }
-  scaled = kavo::bench::growth(scaled, pixels);
-  unscaled.insert(unscaled.end(), scaled.begin(), scaled.end());
-  return unscaled;
+  return figures;
 }
 
 std::vector<Figure> measure_size() {
@@ -246,8 +240,7 @@ int main(int argc, char** argv) {
       const std::vector<Figure> measured = part->second();
       figures.insert(figures.end(), measured.begin(), measured.end());
     }
-    kavo::bench::print_table(std::cout, figures);
-    kavo::bench::hand_on(figures);
+    kavo::bench::write_figures("bench_desktop", figures);
   } catch (const std::exception& error) {
     std::cerr << "bench_desktop: " << error.what() << '\n';
     return 1;
