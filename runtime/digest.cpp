@@ -21,14 +21,14 @@ char* qor_sha256(const char* s) {
 char* qor_base64_encode(const char* s) {
   const auto bytes = qor::bytes_of(s);
   auto* result = qor::new_uninitialised_string(qor::base64_length(bytes.size()));
-  qor::encode_base64(bytes, result, false);
+  qor::encode_base64(bytes, result);
   return result;
 }
 
 char* qor_base64_decode(const char* s) {
   const auto text = qor::text_of(s);
   auto* result = qor::new_uninitialised_string(qor::base64_bytes(text.size()));
-  const auto length = qor::decode_base64(text, result, false).value_or(0);
+  const auto length = qor::decode_base64(text, result).value_or(0);
   result[length] = '\0';
   if (std::strlen(result) != length)
     qorrt_register_binary(result, static_cast<int64_t>(length));

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <cstring>
 
 namespace qor {
 namespace {
@@ -25,17 +26,27 @@ constexpr std::array<uint8_t, 256> make_digit_values() {
 
 constexpr auto digit_values = make_digit_values();
 
+using DigitPair = std::array<char, 2>;
+
+// The two digits of every twelve bits.
+constexpr std::array<DigitPair, 4096> make_digit_pairs() {
+  std::array<DigitPair, 4096> pairs{};
+  for (size_t bits = 0; bits < pairs.size(); ++bits)
+    pairs[bits] = {alphabet[bits >> 6], alphabet[bits & 63]};
+  return pairs;
+}
+
+constexpr auto digit_pairs = make_digit_pairs();
+
 uint32_t byte_at(std::string_view bytes, size_t at) {
   return at < bytes.size() ? static_cast<unsigned char>(bytes[at]) : 0;
 }
 
-// Four digits of up to three bytes; digits without a byte are padding.
+// Four digits of the first three bytes.
 void encode_group(std::string_view bytes, char* out) {
   const uint32_t bits = byte_at(bytes, 0) << 16 | byte_at(bytes, 1) << 8 | byte_at(bytes, 2);
-  out[0] = alphabet[bits >> 18];
-  out[1] = alphabet[bits >> 12 & 63];
-  out[2] = bytes.size() > 1 ? alphabet[bits >> 6 & 63] : '=';
-  out[3] = bytes.size() > 2 ? alphabet[bits & 63] : '=';
+  std::memcpy(out, &digit_pairs[bits >> 12], sizeof(DigitPair));
+  std::memcpy(out + 2, &digit_pairs[bits & 4095], sizeof(DigitPair));
 }
 
 // Takes digits one by one and writes a byte whenever eight bits have come together.
@@ -56,22 +67,24 @@ public:
     return true;
   }
 
-  // The fast way for four digits in a row; false, and nothing taken, when they are not.
-  bool takes_group(std::string_view text) {
-    if (!is_between_groups() || text.size() < 4)
-      return false;
-    uint32_t bits = 0;
-    uint32_t others = 0;
-    for (size_t i = 0; i < 4; ++i) {
-      const uint32_t value = digit_values[static_cast<unsigned char>(text[i])];
-      bits = bits << 6 | value;
-      others |= value;
+  // The fast way for as many groups of four digits as stand at the front of `text`.
+  void take_groups(std::string_view& text) {
+    while (text.size() >= 4) {
+      const auto value = [text](size_t at) {
+        return uint32_t{digit_values[static_cast<unsigned char>(text[at])]};
+      };
+      const uint32_t a = value(0);
+      const uint32_t b = value(1);
+      const uint32_t c = value(2);
+      const uint32_t d = value(3);
+      if ((a | b | c | d) >= white_space)
+        return;
+      const uint32_t bits = a << 18 | b << 12 | c << 6 | d;
+      *out_++ = static_cast<char>(bits >> 16);
+      *out_++ = static_cast<char>(bits >> 8);
+      *out_++ = static_cast<char>(bits);
+      text.remove_prefix(4);
     }
-    if (others >= white_space)
-      return false;
-    for (int shift = 16; shift >= 0; shift -= 8)
-      *out_++ = static_cast<char>(bits >> shift);
-    return true;
   }
 
   bool is_between_groups() const { return digits_ % 4 == 0 && paddings_ == 0; }
@@ -82,7 +95,7 @@ public:
     return rest != 1 && (paddings_ == 0 || (rest != 0 && rest + paddings_ == 4));
   }
 
-  char*& out() { return out_; }
+  const char* out() const { return out_; }
 
 private:
   void add(uint8_t value) {
@@ -98,36 +111,27 @@ private:
   size_t paddings_ = 0;
 };
 
-// Feeds `at_least` digits, or all, and then as many as complete a group: behind a line break, say,
-// whole blocks may go on.
-bool take_some(Decoder& decoder, std::string_view& text, size_t at_least) {
-  while (!text.empty() && (at_least > 0 || !decoder.is_between_groups())) {
-    const auto taken = decoder.takes_group(text) ? size_t{4} : size_t{1};
-    if (taken == 1 && !decoder.takes(text.front()))
-      return false;
-    text.remove_prefix(taken);
-    at_least -= std::min(at_least, taken);
-  }
-  return true;
-}
-
 } // namespace
 
-void encode_base64(std::string_view bytes, char* out, bool is_portable) {
-  if (!is_portable)
-    encode_base64_blocks(bytes, out);
-  for (; !bytes.empty(); bytes.remove_prefix(bytes.size() < 3 ? bytes.size() : 3), out += 4)
+void encode_base64(std::string_view bytes, char* out) {
+  for (; bytes.size() >= 3; bytes.remove_prefix(3), out += 4)
     encode_group(bytes.substr(0, 3), out);
+  if (bytes.empty())
+    return;
+  encode_group(bytes, out);
+  std::fill(out + bytes.size() + 1, out + 4, '=');
 }
 
-std::optional<size_t> decode_base64(std::string_view text, char* out, bool is_portable) {
-  constexpr size_t digits_between_blocks = 16;
+std::optional<size_t> decode_base64(std::string_view text, char* out) {
   Decoder decoder(out);
   while (!text.empty()) {
-    if (!is_portable)
-      decode_base64_blocks(text, decoder.out());
-    if (!take_some(decoder, text, is_portable ? text.size() : digits_between_blocks))
+    if (decoder.is_between_groups())
+      decoder.take_groups(text);
+    if (text.empty())
+      break;
+    if (!decoder.takes(text.front()))
       return {};
+    text.remove_prefix(1);
   }
   if (!decoder.is_complete())
     return {};
