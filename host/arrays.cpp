@@ -112,8 +112,10 @@ private:
 template<typename Take>
 void for_each_part(std::string_view text, std::string_view separator, Take take) {
   for (;;) {
-    const auto* end = static_cast<const char*>(
-        memmem(text.data(), text.size(), separator.data(), separator.size()));
+    const auto* end = text.empty()
+                          ? nullptr
+                          : static_cast<const char*>(memmem(text.data(), text.size(),
+                                                            separator.data(), separator.size()));
     if (end == nullptr)
       return take(text);
     const auto length = static_cast<size_t>(end - text.data());

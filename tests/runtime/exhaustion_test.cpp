@@ -16,8 +16,11 @@ bool is_used_up = false;
 } // namespace
 
 // The program's own operators, which the standard lets a program bring.
+void* operator new(size_t size, const std::nothrow_t& /*tag*/) noexcept {
+  return is_used_up ? nullptr : std::malloc(size == 0 ? 1 : size);
+}
 void* operator new(size_t size) {
-  void* block = is_used_up ? nullptr : std::malloc(size == 0 ? 1 : size);
+  void* block = operator new(size, std::nothrow);
   if (block == nullptr)
     throw std::bad_alloc();
   return block;
