@@ -12,7 +12,8 @@ extern "C" {
 #endif
 
 /* The whole file as UTF-8, of the encoding that a byte-order mark names (UTF-8 without one), or of
-   `encoding`. When the bytes do not convert, they come back as they are. A text with NUL bytes is
+   `encoding`. Of what is no regular file, a pipe or a device, nothing is read, so that nothing is
+   waited for. When the bytes do not convert, they come back as they are. A text with NUL bytes is
    a byte string. */
 char* qor_txtreader(const char* path);
 char* qor_txtreader_enc(const char* path, const char* encoding);

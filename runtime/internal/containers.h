@@ -23,7 +23,10 @@ struct Allocator {
   template<typename Other>
   Allocator(const Allocator<Other>& /*other*/) {}
 
-  T* allocate(size_t count) { return static_cast<T*>(allocate_many(count, sizeof(T))); }
+  T* allocate(size_t count) {
+    constexpr size_t size = sizeof(T); // NOLINT(bugprone-sizeof-expression): T may be a pointer
+    return static_cast<T*>(allocate_many(count, size));
+  }
   void deallocate(T* block, size_t /*count*/) { std::free(block); }
 
   bool operator==(const Allocator& /*other*/) const { return true; }
