@@ -8,7 +8,12 @@ namespace kavo {
 class FrameScope {
 public:
   FrameScope() : token_(qorrt_frame_begin(qor_runtime_handle())) {}
-  ~FrameScope() { qorrt_frame_end(qor_runtime_handle(), token_); }
+  // Left open while an error is pending: at a frame's end the host may end the program in order,
+  // and the error would go untold.
+  ~FrameScope() {
+    if (qor_err_code() == 0)
+      qorrt_frame_end(qor_runtime_handle(), token_);
+  }
   FrameScope(const FrameScope&) = delete;
   FrameScope& operator=(const FrameScope&) = delete;
 

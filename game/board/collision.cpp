@@ -17,11 +17,11 @@ bool is_blocked(int64_t column, int64_t row) {
 
 Out<double> CHECKCOLLISION(const Array& shape, double x, double y) {
   ENTER();
-  const int64_t left = qor_int(x);
-  const int64_t top = qor_int(y);
   for (int64_t row = 0; row < 4; ++row)
     for (int64_t column = 0; column < 4; ++column)
-      if (TRY(is_occupied(shape.get(), row, column) && is_blocked(left + column, top + row)))
+      if (TRY(is_occupied(shape.get(), row, column) &&
+              is_blocked(qor_int(static_cast<double>(column) + x),
+                         qor_int(static_cast<double>(row) + y))))
         return 1.0;
   return 0.0;
 }

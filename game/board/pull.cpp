@@ -7,7 +7,7 @@ namespace kavo {
 
 Out<double> TORQUE() {
   ENTER();
-  const double middle = static_cast<double>(COLS - 1) / 2.0;
+  const double middle = TRY(static_cast<double>(COLS - 1) / 2.0);
   double pull = 0.0;
   for (int64_t row = 0; row < ROWS; ++row) {
     const auto* cells = static_cast<const QorArray*>(qor_array_get_ptr(BOARD.get(), row));

@@ -76,8 +76,9 @@ Out<> settle_column(int64_t column) {
 
 // NOLINTNEXTLINE(bugprone-reserved-identifier): the routine's own name
 double __lambda_0(double row_slot) {
+  ENTER();
   const auto* row = static_cast<const QorArray*>(qor_reference_in({.f64 = row_slot}));
-  return qor_array_min(row) == 0.0 ? 1.0 : 0.0;
+  return TRY(qor_array_min(row)) == 0.0 ? 1.0 : 0.0;
 }
 
 Out<> CLEARLINES() {

@@ -36,7 +36,7 @@ Out<> confirm() {
 
 Out<Text> ENTER_CHAR$(double index) {
   ENTER();
-  if (index >= letters - 1)
+  if (TRY(index >= letters - 1))
     return copy(" ");
   return Text(qor_chr(65 + qor_int(index)));
 }

@@ -73,7 +73,7 @@ Out<> SAVEHIGH() {
 Out<double> HS_RANK(double score) {
   ENTER();
   for (int64_t slot = 0; slot < entries; ++slot)
-    if (score_at(slot) < score)
+    if (TRY(score_at(slot) < score))
       return static_cast<double>(slot);
   return -1.0;
 }

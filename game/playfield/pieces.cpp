@@ -87,7 +87,7 @@ Out<double> PIECE_POINTS(double kind) {
   ENTER();
   constexpr std::array<double, 11> points = {10, 10, 15, 15, 5, 20, 25, 20, 0, 0, 0};
   for (size_t known = 1; known < points.size(); ++known)
-    if (kind == static_cast<double>(known))
+    if (TRY(kind == static_cast<double>(known)))
       return points[known];
   return 10.0;
 }

@@ -28,6 +28,25 @@ constexpr std::array<Color, 13> colors = {{
     {245, 200, 250}, // row filler
 }};
 
+Color color_of(double value) {
+  for (size_t kind = 1; kind < colors.size(); ++kind)
+    if (value == static_cast<double>(kind))
+      return colors[kind];
+  return colors[0];
+}
+
+const char* letter_of(double kind) {
+  if (kind == kind::bomb)
+    return "B";
+  if (kind == kind::cross_line)
+    return "L";
+  if (kind == kind::coin)
+    return "$";
+  if (kind == kind::heavy)
+    return "A";
+  return kind == kind::row_filler ? "*" : "";
+}
+
 // Components may leave 0..255; the host clamps what it is sent.
 Out<> set_color(const Color& color, double brighter) {
   DO(command::draw_color(color[0] + brighter, color[1] + brighter, color[2] + brighter));
@@ -65,25 +84,12 @@ Out<> draw_mini_cell(double value, double x, double y, int64_t size) {
 
 Out<Color> COLOR_FOR(double value) {
   ENTER();
-  for (size_t kind = 1; kind < colors.size(); ++kind)
-    if (value == static_cast<double>(kind))
-      return colors[kind];
-  return colors[0];
+  return TRY(color_of(value));
 }
 
 Out<Text> PU_LABEL$(double kind) {
   ENTER();
-  if (kind == kind::bomb)
-    return copy("B");
-  if (kind == kind::cross_line)
-    return copy("L");
-  if (kind == kind::coin)
-    return copy("$");
-  if (kind == kind::heavy)
-    return copy("A");
-  if (kind == kind::row_filler)
-    return copy("*");
-  return copy("");
+  return TRY(copy(letter_of(kind)));
 }
 
 Out<> DRAWCELL(double row, double column, double value) {

@@ -1,6 +1,12 @@
 // The call convention: what every routine owes the guard and the host.
+#include "game/board/pull.h"
+#include "game/clearing/lines.h"
 #include "game/frame_scope.h"
+#include "game/highscores/entry.h"
+#include "game/highscores/table.h"
 #include "game/playfield/movement.h"
+#include "game/playfield/pieces.h"
+#include "game/presentation/cells.h"
 #include "game/presentation/frame.h"
 #include "game/routine.h"
 #include "tests/game/game_test.h"
@@ -129,6 +135,25 @@ TEST_F(RoutineTest, AnErrorOfTheRuntimeEndsARoutineToo) {
   EXPECT_EQ(take_error(), "from the runtime");
 }
 
+TEST_F(RoutineTest, RoutinesThatOnlyComputeGiveTheirZeroWhileAnErrorIsPending) {
+  put(14, 9);
+  SCORE = 1;
+  qor_err_set("older", 1);
+  EXPECT_EQ(run(TORQUE()), 0.0);
+  EXPECT_EQ(run(HS_RANK(1)), 0.0);
+  EXPECT_EQ(run(PIECE_POINTS(1)), 0.0);
+  EXPECT_EQ(run(PU_LABEL$(8)), nullptr);
+  EXPECT_EQ(run(ENTER_CHAR$(3)), nullptr);
+  EXPECT_EQ(run(COLOR_FOR(1)), Color());
+  const Array row = numbers({0, 1});
+  EXPECT_EQ(__lambda_0(qor_slot_of(row.get()).f64), 0.0);
+  EXPECT_EQ(take_error(), "older");
+
+  EXPECT_EQ(run(TORQUE()), 4.5);
+  EXPECT_EQ(run(PIECE_POINTS(1)), 10.0);
+  EXPECT_EQ(run(COLOR_FOR(1)), (Color{90, 210, 230}));
+}
+
 TEST_F(RoutineTest, EveryCommandIsPolledBeforeTheNext) {
   static_cast<void>(command::cls());
   static_cast<void>(command::cls());
@@ -158,10 +183,10 @@ Out<> fail_within_a_scope() {
   return {};
 }
 
-TEST_F(RoutineTest, AFrameScopeIsClosedOnTheErrorPathToo) {
+TEST_F(RoutineTest, AFrameScopeIsLeftOpenOnTheErrorPath) {
   host().fail_name = "CLS";
   run(fail_within_a_scope());
-  EXPECT_EQ(host().open_frames, 0);
+  EXPECT_EQ(host().open_frames, 1) << "its end could end the program before the error is told";
   EXPECT_EQ(host().frames, 2);
   EXPECT_EQ(take_error(), "CLS: failed on command");
 }

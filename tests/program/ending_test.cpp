@@ -134,5 +134,48 @@ TEST_F(BlockingAnimations, DoNotHoldUpAClosedWindow) {
         << "pause " << number;
 }
 
+// ---- an error and the wish to end in one frame --------------------------------------------------
+
+void leave_an_error() {
+  qorrt_call_typed_f64(qor_runtime_handle(), "NO.COMMAND", nullptr, nullptr, 0);
+}
+
+// Both come up when the frame reads the clock, behind the commands of the frame before.
+[[noreturn]] void fail_and_end_in_one_frame(void (*fail)()) {
+  setenv("SDL_AUDIODRIVER", "dummy", 1);
+  static void (*failure)() = nullptr;
+  failure = fail;
+  const qor_clock clock = {.tick =
+                               [](void*) {
+                                 if (state_is("title")) {
+                                   failure();
+                                   terminate();
+                                 }
+                                 return 0.0;
+                               },
+                           .sleep = [](void*, uint32_t) {},
+                           .context = nullptr};
+  qor_set_clock(&clock);
+  std::string name = "kavo";
+  char* arguments[] = {name.data(), nullptr};
+  std::_Exit(run_to_exit(1, arguments));
+}
+
+class AnErrorInTheLastFrame : public BlockingAnimations {};
+
+TEST_F(AnErrorInTheLastFrame, IsToldWhenTheHostFails) {
+  EXPECT_EXIT(fail_and_end_in_one_frame(leave_an_error), ::testing::ExitedWithCode(1),
+              "^Unhandled exception: unknown command \"NO.COMMAND\"\n$");
+}
+
+TEST_F(AnErrorInTheLastFrame, IsToldWhenTheGameFails) {
+  EXPECT_EXIT(fail_and_end_in_one_frame([] { qor_err_set("the game's own", 1); }),
+              ::testing::ExitedWithCode(1), "^Unhandled exception: the game's own\n$");
+}
+
+TEST_F(AnErrorInTheLastFrame, IsNoneWhenNothingFails) {
+  EXPECT_EXIT(fail_and_end_in_one_frame([] {}), ::testing::ExitedWithCode(0), "");
+}
+
 } // namespace
 } // namespace kavo::test
