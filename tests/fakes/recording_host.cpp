@@ -10,6 +10,7 @@
 #include "host/command.h"
 #include "host/elements.h"
 #include "host/files.h"
+#include "runtime/bridge.h"
 #include "runtime/qorrt.h"
 
 namespace kavo::test {
@@ -167,6 +168,11 @@ void RecordingHost::forget() {
   frames = 0;
 }
 
+void RecordingHost::expect_handle(int64_t given) {
+  if (given != handle)
+    faults.push_back("an operation under the handle " + std::to_string(given));
+}
+
 // False when the command is to fail.
 bool RecordingHost::begin_command(const char* name) {
   ++commands;
@@ -214,56 +220,69 @@ using kavo::test::recording_host;
 
 extern "C" {
 
-int64_t qorrt_init(int, char**) {
-  return 1;
+int64_t qorrt_init(int argc, char** argv) {
+  recording_host().arguments.assign(argv, argv + argc);
+  return kavo::test::RecordingHost::handle;
 }
 
-void qorrt_shutdown(int64_t) {
+void qorrt_shutdown(int64_t handle) {
+  recording_host().expect_handle(handle);
   recording_host().is_shut_down = true;
 }
 
-void qorrt_set_event_dispatcher(int64_t, qorrt_dispatch_fn) {}
+void qorrt_set_event_dispatcher(int64_t handle, qorrt_dispatch_fn dispatch) {
+  recording_host().expect_handle(handle);
+  recording_host().can_dispatch_events = dispatch == qorrt_dispatch_event;
+}
 
-double qorrt_call_typed_f64(int64_t, const char* name, const void* slots, const uint32_t* tags,
-                            int64_t n) {
+double qorrt_call_typed_f64(int64_t handle, const char* name, const void* slots,
+                            const uint32_t* tags, int64_t n) {
+  recording_host().expect_handle(handle);
   return kavo::test::run(kavo::test::call_of(name, slots, tags, n), kavo::test::perform_number);
 }
 
-QorArray* qorrt_call_typed_arr(int64_t, const char* name, const void* slots, const uint32_t* tags,
-                               int64_t n) {
+QorArray* qorrt_call_typed_arr(int64_t handle, const char* name, const void* slots,
+                               const uint32_t* tags, int64_t n) {
+  recording_host().expect_handle(handle);
   return kavo::test::run(kavo::test::call_of(name, slots, tags, n), kavo::test::perform_array)
       .release();
 }
 
-const char* qorrt_last_error(int64_t) {
+const char* qorrt_last_error(int64_t handle) {
+  recording_host().expect_handle(handle);
   recording_host().polled();
   return recording_host().error();
 }
 
-void qorrt_clear_last_error(int64_t) {
+void qorrt_clear_last_error(int64_t handle) {
+  recording_host().expect_handle(handle);
   recording_host().clear_error();
 }
 
-int64_t qorrt_frame_begin(int64_t) {
+int64_t qorrt_frame_begin(int64_t handle) {
   auto& host = recording_host();
+  host.expect_handle(handle);
   ++host.frames;
   if (host.open_frames == 0 && host.on_frame)
     host.on_frame();
   return ++host.open_frames;
 }
 
-void qorrt_frame_end(int64_t, int64_t token) {
+void qorrt_frame_end(int64_t handle, int64_t token) {
+  recording_host().expect_handle(handle);
   if (token != recording_host().open_frames)
     recording_host().faults.emplace_back("a frame scope was closed out of order");
   --recording_host().open_frames;
 }
 
 // The half tells a host value that was read through the host from one that was not.
-double qorrt_val_to_f64(int64_t, int64_t value) {
+double qorrt_val_to_f64(int64_t handle, int64_t value) {
+  recording_host().expect_handle(handle);
   return static_cast<double>(value) + 0.5;
 }
 
-char* qorrt_val_to_str(int64_t, int64_t value) {
+char* qorrt_val_to_str(int64_t handle, int64_t value) {
+  recording_host().expect_handle(handle);
   return strdup(std::to_string(value).c_str());
 }
 

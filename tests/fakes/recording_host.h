@@ -37,6 +37,8 @@ public:
   int64_t open_frames = 0; // frame scopes that are open now
   int64_t frames = 0;      // frame scopes opened so far
   bool is_shut_down = false;
+  std::vector<std::string> arguments; // of the program that started the host
+  bool can_dispatch_events = false;   // the runtime's dispatcher was handed over
 
   // The lines whose command has this name.
   std::vector<std::string> sent(std::string_view name) const;
@@ -49,6 +51,8 @@ public:
   void reset() { *this = RecordingHost(); }
 
   // ---- used by the operations ----
+  static constexpr int64_t handle = 7;
+  void expect_handle(int64_t given);
   bool begin_command(const char* name);
   void polled() { has_debt_ = false; }
   void fail(std::string message);

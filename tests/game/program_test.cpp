@@ -68,6 +68,15 @@ const Trace screen_and_sound = {
     start_of_music,
 };
 
+TEST_F(ProgramTest, StartUpHandsTheHostItsArgumentsAndTheDispatcher) {
+  qor_runtime_set_handle(0);
+  start({"kavo", "somewhere"});
+  EXPECT_EQ(host().arguments, (std::vector<std::string>{"kavo", "somewhere"}));
+  EXPECT_EQ(qor_runtime_handle(), RecordingHost::handle);
+  EXPECT_TRUE(host().can_dispatch_events);
+  EXPECT_STREQ(qor_array_get_str(ARGS.get(), 1), "somewhere");
+}
+
 TEST_F(ProgramTest, StartUpOpensTheScreenAndThenSetsUpTheSound) {
   start({"kavo"});
   EXPECT_TRUE(same(trace_from(0, screen_and_sound.size()), screen_and_sound));
@@ -251,6 +260,12 @@ TEST_F(ProgramDeathTest, AnUncaughtErrorSaysWhatFailedAndEndsWithStatusOne) {
   host().fail_name = "SOUND.BPM";
   EXPECT_EXIT(run_kavo(), ::testing::ExitedWithCode(1),
               "^Unhandled exception: SOUND.BPM: failed on command\n$");
+}
+
+TEST_F(ProgramDeathTest, RecursionPastTheLimitEndsTheProgram) {
+  host().on_frame = [] { qor_recursion_reset_to(256); };
+  EXPECT_EXIT(run_kavo(), ::testing::ExitedWithCode(1),
+              "^Unhandled exception: Stack overflow: recursion too deep\n$");
 }
 
 TEST_F(ProgramDeathTest, AGameThatEndsInOrderEndsWithStatusZero) {

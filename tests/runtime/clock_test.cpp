@@ -1,8 +1,12 @@
 // The system's clock, and others in its place.
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <cmath>
 #include <cstdint>
+#include <ctime>
+#include <fstream>
+#include <string>
 
 #include "runtime/clock.h"
 
@@ -17,6 +21,28 @@ TEST(Tick, CountsMillisecondsWithAFractionFromTheStart) {
     later = qor_tick();
   EXPECT_GT(later, first);
   EXPECT_NE(later, std::floor(later)) << "a fraction of exactly zero twice is a clock of whole ms";
+}
+
+double milliseconds_of(clockid_t clock) {
+  timespec now = {};
+  clock_gettime(clock, &now);
+  return static_cast<double>(now.tv_sec) * 1000 + static_cast<double>(now.tv_nsec) / 1e6;
+}
+
+// The 22nd field of the process's status, in ticks since the machine was started.
+double start_of_this_process_ms() {
+  std::ifstream status("/proc/self/stat");
+  std::string word;
+  while (!word.ends_with(')'))
+    status >> word;
+  for (int field = 3; field <= 22; ++field)
+    status >> word;
+  return std::stod(word) * 1000 / static_cast<double>(sysconf(_SC_CLK_TCK));
+}
+
+TEST(Tick, IsAtMostTheAgeOfTheProcess) {
+  const double tick = qor_tick();
+  EXPECT_LE(tick, milliseconds_of(CLOCK_BOOTTIME) - start_of_this_process_ms());
 }
 
 TEST(Sleep, LastsAtLeastAsLongAsAsked) {

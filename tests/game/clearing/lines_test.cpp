@@ -284,5 +284,19 @@ TEST_F(LinesTest, OnTheWideBoardBlocksSettleToItsFloor) {
   EXPECT_EQ(at(9, 14), 7.0);
 }
 
+// ---- the filter's own convention ----------------------------------------------------------------
+
+TEST_F(LinesTest, TheFilterEntersTheGuardLikeEveryRoutine) {
+  const Array row = numbers({0, 1});
+  qor_recursion_reset_to(255);
+  EXPECT_EQ(has_hole(row), 1.0);
+  EXPECT_EQ(qor_recursion_depth(), 255);
+  qor_recursion_reset_to(256);
+  EXPECT_EQ(has_hole(row), 0.0);
+  EXPECT_EQ(qor_recursion_depth(), 255) << "a refused entry lowers the depth, too";
+  EXPECT_EQ(take_error(), "Stack overflow: recursion too deep");
+  qor_recursion_reset_to(0);
+}
+
 } // namespace
 } // namespace kavo::test

@@ -1,6 +1,8 @@
 // The table's file: a real folder, real files, real failures.
 #include <sys/resource.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
 #include <unistd.h>
 
 #include <cmath>
@@ -200,6 +202,20 @@ TEST_F(ScoreFileTest, AFolderInPlaceOfTheFileLeavesTheDefaults) {
   fs::create_directory(file);
   run(LOADHIGH());
   expect_defaults_from(0);
+}
+
+// A socket: no reader opens it, whatever rights it has.
+TEST_F(ScoreFileTest, AFileThatIsThereButCannotBeOpenedLeavesTheDefaults) {
+  sockaddr_un address = {.sun_family = AF_UNIX, .sun_path = {}};
+  std::string_view(file).copy(address.sun_path, sizeof address.sun_path - 1);
+  const int listener = socket(AF_UNIX, SOCK_STREAM, 0);
+  ASSERT_EQ(bind(listener, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+  run(LOADHIGH());
+  close(listener);
+  EXPECT_EQ(host().count("DIR$"), 1);
+  EXPECT_EQ(host().count("SPLIT"), 2) << "of nothing, which is one empty line";
+  expect_defaults_from(0);
+  EXPECT_EQ(qor_err_code(), 0);
 }
 
 TEST_F(ScoreFileTest, LoadingStopsAtTheCommandThatFails) {

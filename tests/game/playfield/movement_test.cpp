@@ -235,6 +235,24 @@ TEST_F(MovementTest, LookingForTheGhostDoesNotMoveThePiece) {
   EXPECT_EQ(host().commands, 0);
 }
 
+TEST_F(MovementTest, FractionsAreCutFromTheSumOfShapeAndPlace) {
+  const Array piece = shape({"....", ".#.."}); // its cell is in row 1 and column 1
+  EXPECT_FALSE(collides(piece, -1.5, 0)) << "1 - 1.5 is in column 0";
+  EXPECT_FALSE(collides(piece, -1.75, 0));
+  EXPECT_TRUE(collides(piece, -2, 0));
+  put(13, 3);
+  put(0, 0);
+  EXPECT_TRUE(collides(piece, 2.9, 12.9)) << "3.9 and 13.9 are in column 3 and row 13";
+  EXPECT_TRUE(collides(piece, -1.5, -1.5)) << "-0.5 is in column 0 and row 0";
+  put(0, 0, 0);
+  put(1, 0);
+  EXPECT_FALSE(collides(piece, -1.5, -1.5));
+  EXPECT_FALSE(collides(piece, 7.9, 12.9));
+  EXPECT_FALSE(collides(piece, 8, 13.9));
+  EXPECT_TRUE(collides(piece, 9.0, 0));
+  EXPECT_TRUE(collides(piece, 0, 14.0));
+}
+
 TEST_F(MovementTest, TheGhostOfAShapeWithoutCellsIsFoundAllTheSame) {
   hold(shape({}), 1, 3, 0);
   EXPECT_GE(run(GHOSTY()), static_cast<double>(ROWS));

@@ -124,6 +124,17 @@ TEST_F(PiecesTest, TwoRollsOfTheSameKindNeverShareAMatrix) {
   EXPECT_EQ(shape_text(NEXTPIECE), "....\n####\n....\n....\n");
 }
 
+TEST_F(PiecesTest, ARollOfTheSameKindReplacesTheMatrix) {
+  for (const double chance : {standard, special}) {
+    roll(chance, 0.0);
+    const QorArray* first = NEXTPIECE.get();
+    const void* first_row = qor_array_get_ptr(first, 0);
+    roll(chance, 0.0);
+    EXPECT_NE(NEXTPIECE.get(), first);
+    EXPECT_NE(qor_array_get_ptr(NEXTPIECE.get(), 0), first_row);
+  }
+}
+
 // ---- the entry ----------------------------------------------------------------------------------
 
 TEST_F(PiecesTest, ANewPieceStartsAtColumnThreeOfTenColumns) {

@@ -434,6 +434,21 @@ TEST_F(FrameTest, AStarIsADiamondBetweenCellsAndGhost) {
                                                             }));
 }
 
+TEST_F(FrameTest, AStarOffTheBoardIsDrawnWhereItsNumbersPutIt) {
+  qor_array_set(STAR_ON.get(), 0, 1);
+  qor_array_set(STAR_R.get(), 0, -3);
+  qor_array_set(STAR_C.get(), 0, 20.5);
+  EXPECT_EQ(part(frame(), after_horizon + 2 + 300, 6)[1], "LINE 906 -19 915 -10");
+}
+
+TEST_F(FrameTest, AGhostBesideTheBoardIsDrawnWhereItsNumbersPutIt) {
+  PIECEX = 20;
+  PIECEY = 2;
+  EXPECT_TRUE(same(only("RECT", between(frame(), "DRAWCOLOR 70 84 100", "DRAWCOLOR 235 235 245")),
+                   {"RECT 910 156 28 28 0", "RECT 946 156 28 28 0", "RECT 910 192 28 28 0",
+                    "RECT 946 192 28 28 0"}));
+}
+
 TEST_F(FrameTest, TheGhostLiesWhereThePieceWouldLand) {
   put(14, 4);
   put(13, 5);
