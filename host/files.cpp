@@ -97,18 +97,14 @@ Destination destination_of(const std::string& path) {
   return destination;
 }
 
-// Why a file would keep its name although its folder takes others; 0 when it would not.
-int refusal_to_rename_over(const fs::path& file) {
-  struct statx details = {};
+// Whether another user's file lies in a folder where everybody keeps to their own, such as /tmp.
+bool is_kept_from_us(const fs::path& file) {
+  struct stat status = {};
   struct stat folder = {};
-  if (::statx(AT_FDCWD, file.c_str(), AT_SYMLINK_NOFOLLOW, STATX_UID, &details) != 0 ||
-      ::stat(folder_of(file).c_str(), &folder) != 0)
-    return 0;
-  if ((details.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0)
-    return EBUSY;
   const uid_t user = ::geteuid();
-  const bool is_everybodys_folder = (folder.st_mode & S_ISVTX) != 0 && folder.st_uid != user;
-  return is_everybodys_folder && details.stx_uid != user && user != 0 ? EPERM : 0;
+  return ::lstat(file.c_str(), &status) == 0 && ::stat(folder_of(file).c_str(), &folder) == 0 &&
+         (folder.st_mode & S_ISVTX) != 0 && folder.st_uid != user && status.st_uid != user &&
+         user != 0;
 }
 
 void replace(const std::string& path, const Destination& destination, std::string_view content) {
@@ -189,8 +185,8 @@ void try_writing(std::string_view path_text, int64_t growth) {
   const Destination destination = destination_of(path);
   if (destination.is_special)
     return;
-  if (const int error = refusal_to_rename_over(destination.path))
-    fail("write", path, error);
+  if (is_kept_from_us(destination.path))
+    fail("write", path, EPERM);
   TemporaryFile temporary(folder_of(destination.path));
   const std::string content(static_cast<size_t>(destination.size + growth), ' ');
   if (!temporary.is_open() || !temporary.fill(content, destination.mode))
