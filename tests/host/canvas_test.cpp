@@ -320,6 +320,22 @@ TEST(Line, EqualsItsDefinitionAlsoWhereItIsClipped) {
   }
 }
 
+// The clear is put off, and a line asks for black where it runs only: whichever way it runs.
+TEST(Line, StandsOnBlackAfterAClearWhicheverWayItRuns) {
+  std::mt19937 random(9);
+  std::uniform_int_distribution<int> coordinate(-20, 60);
+  for (int i = 0; i < 2000; ++i) {
+    const int x1 = coordinate(random), y1 = coordinate(random);
+    const int x2 = coordinate(random), y2 = coordinate(random);
+    Canvas used(40, 40);
+    used.fill_rectangle(0, 0, 39, 40);
+    used.clear();
+    used.line(x1, y1, x2, y2);
+    ASSERT_EQ(picture_of(used), defined_line(40, 40, x1, y1, x2, y2))
+        << x1 << ',' << y1 << " to " << x2 << ',' << y2;
+  }
+}
+
 TEST(Line, IsTheSameInBothDirections) {
   std::mt19937 random(8);
   std::uniform_int_distribution<int> coordinate(-20, 40);

@@ -69,6 +69,19 @@ TEST_F(ChangedRowsTest, AreOnePieceWithHardlyARowBetweenThem) {
   EXPECT_EQ(pieces(shown, canvas), (Pieces{{5, 5}, {14, 1}}));
 }
 
+TEST_F(ChangedRowsTest, AreAsManyAsChangedWhereverTheyBegin) {
+  for (int first = 0; first < canvas.height(); ++first)
+    for (const int count : {1, 2, 3, 10, 40}) {
+      if (first + count > canvas.height())
+        continue;
+      canvas.clear();
+      shown.find(canvas);
+      canvas.fill_rectangle(19, first, 1, count);
+      ASSERT_EQ(pieces(shown, canvas), (Pieces{{first, count}}));
+      ASSERT_TRUE(pieces(shown, canvas).empty()) << "not all of them were taken over";
+    }
+}
+
 TEST_F(ChangedRowsTest, AreAllAgainOnceItIsForgotten) {
   shown.find(canvas);
   shown.forget();

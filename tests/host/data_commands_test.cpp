@@ -39,6 +39,14 @@ TEST(DataCommands, MvinsPutsARowOnTop) {
             (Rows{{0}, {1}}));
 }
 
+TEST(DataCommands, MvinsTakesThePositionBeforeTheAxis) {
+  Bridge bridge;
+  EXPECT_EQ(take_rows(bridge.fetch("MVINS", rows({{1}, {2}}).get(), 1, 0, numbers({0}).get())),
+            (Rows{{1}, {0}, {2}}));
+  EXPECT_EQ(bridge.error_of_fetch("MVINS", rows({{1}, {2}}).get(), 0, 1, numbers({0}).get()),
+            "MVINS: argument 3 (axis) must be 0, which means rows, got 1");
+}
+
 TEST(DataCommands, SplitCutsALine) {
   Bridge bridge;
   EXPECT_EQ(take_strings(bridge.fetch("SPLIT", "KAV;9999", ";")), (Strings{"KAV", "9999"}));

@@ -68,6 +68,42 @@ TEST(Utf8, ReadsOneToFourBytes) {
   EXPECT_EQ(decoded("aä€😀"), U"aä€😀");
 }
 
+// As UTF-8 is defined: RFC 3629, section 3.
+std::string encoded(char32_t code_point) {
+  const auto byte = [](char32_t bits) { return static_cast<char>(bits); };
+  const auto tail = [&](unsigned shift) { return byte(0x80U | ((code_point >> shift) & 0x3FU)); };
+  if (code_point < 0x80)
+    return {byte(code_point)};
+  if (code_point < 0x800)
+    return {byte(0xC0U | (code_point >> 6U)), tail(0)};
+  if (code_point < 0x10000)
+    return {byte(0xE0U | (code_point >> 12U)), tail(6), tail(0)};
+  return {byte(0xF0U | (code_point >> 18U)), tail(12), tail(6), tail(0)};
+}
+
+TEST(Utf8, ReadsEveryCharacterOfUnicode) {
+  for (char32_t code_point = 0; code_point <= 0x10FFFF; ++code_point) {
+    if (code_point == 0xD800)
+      code_point = 0xE000;
+    const std::string text = encoded(code_point);
+    std::string_view rest = text;
+    ASSERT_EQ(next_code_point(rest), code_point);
+    ASSERT_TRUE(rest.empty()) << static_cast<unsigned>(code_point);
+  }
+}
+
+TEST(Utf8, RefusesTheLastOverlongFormOfEachLengthAndEveryLeadThatIsNone) {
+  for (const char* bytes : {"\xC1\xBF", "\xE0\x9F\xBF", "\xF0\x8F\xBF\xBF", "\xED\xBF\xBF"}) {
+    std::string_view rest = bytes;
+    EXPECT_EQ(next_code_point(rest), 0xFFFDU) << bytes;
+    EXPECT_EQ(rest.size(), std::string_view(bytes).size() - 1);
+  }
+  for (unsigned lead = 0xF5; lead <= 0xFF; ++lead)
+    EXPECT_EQ(decoded(std::string(1, static_cast<char>(lead)) + "\x80\x80\x80"),
+              U"\uFFFD\uFFFD\uFFFD\uFFFD")
+        << lead;
+}
+
 TEST(Utf8, EachInvalidByteIsOneReplacement) {
   EXPECT_EQ(decoded("\xFF"), U"\uFFFD");
   EXPECT_EQ(decoded("a\x80z"), U"a\uFFFDz");

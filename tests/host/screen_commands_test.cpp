@@ -36,6 +36,18 @@ protected:
   Bridge bridge;
 };
 
+TEST_F(SmallScreen, CommandsHaveNoResult) {
+  EXPECT_EQ(bridge.send("CLS"), 0);
+  EXPECT_EQ(bridge.send("DRAWCOLOR", 1, 2, 3), 0);
+  EXPECT_EQ(bridge.send("RECT", 0, 0, 1, 1, 1), 0);
+  EXPECT_EQ(bridge.send("LINE", 0, 0, 1, 1), 0);
+  EXPECT_EQ(bridge.send("TEXT", 0, 0, "A"), 0);
+  EXPECT_EQ(bridge.send("SCREENFLIP"), 0);
+  EXPECT_EQ(bridge.send("GFX.CLOSE"), 0);
+  EXPECT_EQ(bridge.send("SCREEN", 2, 2, "again", 1), 0);
+  EXPECT_EQ(bridge.take_error(), "");
+}
+
 TEST_F(SmallScreen, StartsBlack) {
   EXPECT_EQ(pixels(), std::vector<uint32_t>(32, 0));
 }

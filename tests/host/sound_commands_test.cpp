@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <string>
 
 #include "tests/host/bridge.h"
 
@@ -31,6 +32,31 @@ TEST_F(SoundCommands, AcceptTheGamesOwnSetUp) {
   EXPECT_EQ(bridge.error_of("SOUND.NOTE", "< [c5 e5] , [c2 c3] >", 1), "");
   EXPECT_EQ(bridge.error_of("SOUND.PLAY", 3, "c3"), "");
   EXPECT_EQ(bridge.error_of("SOUND.SHUTDOWN"), "");
+}
+
+TEST_F(SoundCommands, HaveNoResult) {
+  EXPECT_EQ(bridge.send("SOUND.INIT"), 0);
+  EXPECT_EQ(bridge.send("SOUND.BPM", 125), 0);
+  EXPECT_EQ(bridge.send("SOUND.VOICE", 0, "SQUARE", 0.01, 0.15, 0.3, 0.25), 0);
+  EXPECT_EQ(bridge.send("SOUND.FILTER", 0, 2000), 0);
+  EXPECT_EQ(bridge.send("SOUND.GAIN", 0, 0.55), 0);
+  EXPECT_EQ(bridge.send("SOUND.REVERB", 0.7, 0.3, 0.8, 0.25), 0);
+  EXPECT_EQ(bridge.send("SOUND.REVERBSEND", 0, 0.4), 0);
+  EXPECT_EQ(bridge.send("SOUND.NOTE", "c5", 1), 0);
+  EXPECT_EQ(bridge.send("SOUND.PLAY", 3, "c3"), 0);
+  EXPECT_EQ(bridge.send("SOUND.SHUTDOWN"), 0);
+  EXPECT_EQ(bridge.take_error(), "");
+}
+
+// Each with its position, so that no two arguments can change places.
+TEST_F(SoundCommands, NameTheArgumentThatTheyRefuse) {
+  const auto refuses = [](const std::string& error, const std::string& argument) {
+    return error.find(": argument " + argument + " must be ") != std::string::npos;
+  };
+  EXPECT_PRED2(refuses, bridge.error_of("SOUND.VOICE", 0, "SAW", -1, 0, 0, 0), "3 (attack)");
+  EXPECT_PRED2(refuses, bridge.error_of("SOUND.VOICE", 0, "SAW", 0, -1, 0, 0), "4 (decay)");
+  EXPECT_PRED2(refuses, bridge.error_of("SOUND.VOICE", 0, "SAW", 0, 0, -1, 0), "5 (sustain)");
+  EXPECT_PRED2(refuses, bridge.error_of("SOUND.VOICE", 0, "SAW", 0, 0, 0, -1), "6 (release)");
 }
 
 TEST_F(SoundCommands, RefuseAVoiceThatDoesNotExist) {
