@@ -76,8 +76,24 @@ Visitor::Visitor(uint64_t seed, int64_t frames) : random_(seed), last_frame_(fra
 
 Keys Visitor::keys() {
   ++frame_;
-  screens_.insert(chars(GSTATE$));
+  note_screen(chars(GSTATE$));
   return frame_ % 2 == 0 ? press() : Keys{};
+}
+
+void Visitor::note_screen(const std::string& screen) {
+  if (screen_ == "title" && screen == "play")
+    begin_game();
+  if (screen_ == "enter" && screen != "enter")
+    ++names_;
+  screen_ = screen;
+  screens_.insert(screen);
+}
+
+void Visitor::begin_game() {
+  if (++games_ % 2 == 1)
+    player_ = std::make_unique<ClumsyPlayer>(random_());
+  else
+    player_ = std::make_unique<GreedyPlayer>();
 }
 
 Keys Visitor::press() {
@@ -97,13 +113,7 @@ Keys Visitor::press() {
 Keys Visitor::press_on_title() {
   if (frame_ >= last_frame_)
     return {"Escape"};
-  if (random_() % 4 == 0)
-    return {"O"};
-  if (++games_ % 2 == 1)
-    player_ = std::make_unique<ClumsyPlayer>(random_());
-  else
-    player_ = std::make_unique<GreedyPlayer>();
-  return {"Space"};
+  return {random_() % 4 == 0 ? "O" : "Space"};
 }
 
 Keys Visitor::press_in_play() {
@@ -115,10 +125,8 @@ Keys Visitor::press_in_play() {
 }
 
 Keys Visitor::press_in_entry() {
-  if (random_() % 6 == 0) {
-    ++names_;
+  if (random_() % 6 == 0)
     return {"Return"};
-  }
   constexpr const char* names[] = {"Up", "Down", "Left", "Right"};
   return {names[random_() % 4]};
 }

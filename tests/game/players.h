@@ -78,6 +78,8 @@ public:
   const std::set<std::string>& screens() const { return screens_; }
 
 private:
+  void note_screen(const std::string& screen);
+  void begin_game();
   Keys press();
   Keys press_on_title();
   Keys press_in_play();
@@ -88,6 +90,7 @@ private:
   int64_t frame_ = 0;
   int64_t games_ = 0;
   int64_t names_ = 0;
+  std::string screen_; // that was last seen
   std::set<std::string> screens_;
   std::unique_ptr<Player> player_;
 };

@@ -1,36 +1,43 @@
 #include "tests/soak/play.h"
 
-#include <dlfcn.h>
-
 #include <charconv>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <string_view>
+#include <string>
 
 #include "game/program.h"
 #include "game/state.h"
+#include "tests/fakes/stage.h"
 
 namespace kavo::soak {
 
 namespace {
 
-kavo::test::Keys held;
+// Tells the game which keys went up and down since the last picture.
+class Keyboard {
+public:
+  void hold(const kavo::test::Keys& keys, host::EventSink& sink) {
+    for (const std::string& name : held_)
+      if (!keys.contains(name))
+        sink.key_went_up(kavo::test::key_named(name));
+    for (const std::string& name : keys)
+      if (!held_.contains(name))
+        sink.key_went_down(kavo::test::key_named(name), false);
+    held_ = keys;
+  }
 
-double state_of(const char* key) {
-  return held.contains(key) ? 1.0 : 0.0;
-}
-
-using Call = double (*)(int64_t, const char*, const void*, const uint32_t*, int64_t);
-
-Call real_call() {
-  static const auto call = reinterpret_cast<Call>(dlsym(RTLD_NEXT, "qorrt_call_typed_f64"));
-  return call;
-}
+private:
+  kavo::test::Keys held_;
+};
 
 Out<> play_to_the_end(kavo::test::Visitor& visitor, const std::function<void()>& each_frame) {
   char name[] = "kavo";
   char* arguments[] = {name, nullptr};
+  kavo::test::Keys held;
+  kavo::test::stage().play = [&, keyboard = Keyboard()](host::EventSink& sink) mutable {
+    keyboard.hold(held, sink);
+  };
   DO(start_up(1, arguments));
   while (!QUITFLAG) {
     each_frame();
@@ -44,12 +51,12 @@ Out<> play_to_the_end(kavo::test::Visitor& visitor, const std::function<void()>&
 } // namespace
 
 void play(kavo::test::Visitor& visitor, const std::function<void()>& each_frame) {
-  setenv("SDL_VIDEODRIVER", "offscreen", 1);
   setenv("QORRT_SEED", "5", 1);
   static_cast<void>(play_to_the_end(visitor, each_frame));
   if (qor_err_code() != 0)
     qor_throw_uncaught();
   release_state();
+  kavo::test::stage() = {};
 }
 
 void tell_what_was_played(const kavo::test::Visitor& visitor) {
@@ -66,11 +73,3 @@ int64_t whole_number(const char* text) {
 }
 
 } // namespace kavo::soak
-
-// Stands before the host library's own.
-extern "C" double qorrt_call_typed_f64(int64_t handle, const char* name, const void* slots,
-                                       const uint32_t* tags, int64_t n) {
-  if (std::string_view(name) == "GFX.KEYSTATE")
-    return kavo::soak::state_of(static_cast<const qor_slot*>(slots)->str);
-  return kavo::soak::real_call()(handle, name, slots, tags, n);
-}

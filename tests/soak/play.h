@@ -1,6 +1,5 @@
-// The real game on the real host library, played by a visitor in place of the keyboard: offscreen
-// nobody could press a key. Every other command goes to the library. Scores go to tmp/ below the
-// current folder.
+// The real game on the real host, on a stage (tests/fakes/stage.h) with a visitor at the keyboard.
+// Scores go to tmp/ below the current folder.
 #pragma once
 
 #include <cstdint>

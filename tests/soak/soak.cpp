@@ -7,8 +7,10 @@
 // moves only when the game sleeps, and the card takes as much sound as the clock has moved.
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 
 #include "tests/fakes/fake_clock.h"
+#include "tests/fakes/stage.h"
 #include "tests/soak/memory.h"
 #include "tests/soak/play.h"
 #include "tests/soak/sound_card.h"
@@ -16,6 +18,8 @@
 namespace {
 
 using kavo::soak::resident_bytes;
+using kavo::soak::SoundCard;
+using kavo::soak::SoundTaken;
 using kavo::test::FakeClock;
 using kavo::test::Visitor;
 
@@ -48,9 +52,8 @@ bool did_memory_stay(const Memory& memory) {
 }
 
 // The card is open from start to end and takes nine tenths of the time at the very least.
-bool was_heard(const FakeClock& clock) {
+bool was_heard(const SoundTaken& sound, const FakeClock& clock) {
   constexpr float audible = 0.05f;
-  const auto sound = kavo::soak::sound_taken();
   const double seconds = static_cast<double>(sound.frames) / kavo::soak::sound_rate;
   const double played = clock.now_ms / 1000.0;
   std::printf("%.0f s of sound in %.0f s of play, peak %.2f\n", seconds, played,
@@ -69,12 +72,18 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "usage: kavo_soak [frames]\n");
     return 2;
   }
-  setenv("SDL_AUDIODRIVER", "dummy", 1);
+  SoundTaken taken;
+  SoundCard* card = nullptr;
+  kavo::test::stage().make_sound_output = [&] {
+    auto made = std::make_unique<SoundCard>(taken);
+    card = made.get();
+    return made;
+  };
   const FakeClock& clock = kavo::test::fake_clock();
   Visitor visitor(5, frames);
   Memory memory;
   kavo::soak::play(visitor, [&] {
-    kavo::soak::play_sound_until(clock.now_ms);
+    card->play_until(clock.now_ms);
     if (visitor.frames() == warm_up_frames)
       memory.warm_bytes = resident_bytes();
     if (visitor.frames() == frames)
@@ -83,5 +92,5 @@ int main(int argc, char** argv) {
   kavo::soak::tell_what_was_played(visitor);
   const bool is_well_kept =
       !is_memory_judged || frames <= warm_up_frames || did_memory_stay(memory);
-  return was_heard(clock) && is_well_kept ? EXIT_SUCCESS : EXIT_FAILURE;
+  return was_heard(taken, clock) && is_well_kept ? EXIT_SUCCESS : EXIT_FAILURE;
 }

@@ -8,9 +8,12 @@
 #include <cstdio>
 #include <cstdlib>
 #include <limits>
+#include <memory>
 #include <thread>
 
+#include "host/desktop/sdl_output.h"
 #include "runtime/clock.h"
+#include "tests/fakes/stage.h"
 #include "tests/soak/play.h"
 
 namespace {
@@ -43,6 +46,7 @@ int main(int argc, char** argv) {
   setenv("SDL_AUDIODRIVER", "disk", 0);
   setenv("SDL_DISKAUDIOFILE", "/dev/null", 0);
   setenv("SDL_DISKAUDIODELAY", "1", 0);
+  kavo::test::stage().make_sound_output = [] { return std::make_unique<kavo::sound::SdlOutput>(); };
   qor_set_clock(&hurried_clock);
   kavo::test::Visitor visitor(5, std::numeric_limits<int64_t>::max());
   const auto end = Clock::now() + std::chrono::seconds(seconds);
