@@ -2,8 +2,8 @@
 // goes through and what carries it out.
 #pragma once
 
-#include <cstdint>
 #include <span>
+#include <string_view>
 
 #include "host/command.h"
 
@@ -11,12 +11,7 @@ namespace kavo::host {
 
 std::span<const Command> all_commands();
 
-// Null when no command has this name. Takes the same short time for every name.
-const Command* find_command(const char* name);
-
-// Throws CommandError when count or kinds are not the command's own. An integer and a double are
-// both numbers.
-void check_arguments(const Command& command, const void* slots, const uint32_t* tags,
-                     int64_t count);
+// Null when no command has this name.
+const Command* find_command(std::string_view name);
 
 } // namespace kavo::host

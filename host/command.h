@@ -9,6 +9,10 @@
 #include "host/command_error.h"
 #include "runtime/value.h"
 
+namespace kavo::sound {
+class Player;
+} // namespace kavo::sound
+
 namespace kavo::host {
 
 class Host;
@@ -48,9 +52,33 @@ struct Command {
   std::string_view name;
   int argument_count;
   std::array<Kind, most_arguments> kinds;
-  // One of the two is set: it says which call the command goes through.
+  // One of the three is set. The first two say which call the command goes through; those that the
+  // sound's player carries out go through the first one and give 0.
   double (*run_number)(Host&, const Arguments&);
   QorArray* (*run_array)(Host&, const Arguments&);
+  void (*run_sound)(sound::Player&, const Arguments&);
 };
+
+// Rows of a table of commands.
+template<typename... Kinds>
+constexpr Command number_command(std::string_view name, double (*run)(Host&, const Arguments&),
+                                 Kinds... kinds) {
+  return {name, sizeof...(kinds), {kinds...}, run, nullptr, nullptr};
+}
+template<typename... Kinds>
+constexpr Command array_command(std::string_view name, QorArray* (*run)(Host&, const Arguments&),
+                                Kinds... kinds) {
+  return {name, sizeof...(kinds), {kinds...}, nullptr, run, nullptr};
+}
+template<typename... Kinds>
+constexpr Command sound_command(std::string_view name,
+                                void (*run)(sound::Player&, const Arguments&), Kinds... kinds) {
+  return {name, sizeof...(kinds), {kinds...}, nullptr, nullptr, run};
+}
+
+// Throws CommandError when count or kinds are not the command's own. An integer and a double are
+// both numbers.
+void check_arguments(const Command& command, const void* slots, const uint32_t* tags,
+                     int64_t count);
 
 } // namespace kavo::host

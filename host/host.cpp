@@ -78,7 +78,7 @@ void Host::leave() {
   if (failure_ == nullptr)
     return;
   screen.close();
-  platform_->show_message(in_players_words(*failure_));
+  platform_->show_message(in_players_words(failure_));
 }
 
 void Host::show_picture() {

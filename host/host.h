@@ -47,7 +47,7 @@ public:
 
   // The program has heard of this error of a command and is about to end with it. The text outlives
   // the host.
-  void note_failure(const std::string& error) { failure_ = &error; }
+  void note_failure(const char* error) { failure_ = error; }
 
   // At the program's exit, whatever the reason: silences the sound, lets go of the scores and shows
   // the failure to its player.
@@ -69,7 +69,7 @@ private:
   KeyNames key_names_{*platform_};
   QuitSignals quit_signals_;
   WriteSignals write_signals_;
-  const std::string* failure_ = nullptr;
+  const char* failure_ = nullptr;
   int pictures_since_asked_to_end_ = 0;
   bool has_taken_events_ = false; // in this frame
 };

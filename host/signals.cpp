@@ -31,6 +31,7 @@ void remember(int signal) {
 } // namespace
 
 SignalHandlers::SignalHandlers(std::initializer_list<int> signals, void (*handler)(int)) {
+  ours_.reserve(signals.size()); // what fails must not fail when a handler is in place
   struct sigaction ours = {};
   ours.sa_handler = handler;
   ours.sa_flags = static_cast<int>(SA_RESTART);

@@ -50,7 +50,7 @@ TEST(Catalogue, HasEveryCommandOnce) {
 
 TEST(Catalogue, FindsEachCommandByItsName) {
   for (const Command& command : all_commands())
-    EXPECT_EQ(find_command(std::string(command.name).c_str()), &command) << command.name;
+    EXPECT_EQ(find_command(command.name), &command) << command.name;
 }
 
 TEST(Catalogue, FindsNothingElse) {
@@ -60,7 +60,10 @@ TEST(Catalogue, FindsNothingElse) {
 
 TEST(Catalogue, EachCommandGoesThroughExactlyOneCall) {
   for (const Command& command : all_commands())
-    EXPECT_NE(command.run_number == nullptr, command.run_array == nullptr) << command.name;
+    EXPECT_EQ((command.run_number != nullptr) + (command.run_array != nullptr) +
+                  (command.run_sound != nullptr),
+              1)
+        << command.name;
 }
 
 TEST(CommandErrors, AnUnknownCommandIsNamed) {

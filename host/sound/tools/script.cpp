@@ -1,12 +1,16 @@
 #include "host/sound/tools/script.h"
 
-#include <array>
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <iomanip>
+#include <span>
 #include <sstream>
 #include <string_view>
+#include <utility>
 #include <vector>
+
+#include "host/sound/sound_commands.h"
 
 namespace kavo::sound {
 
@@ -14,12 +18,27 @@ namespace {
 
 constexpr double longest_wait = 24 * 3600.0;
 
-// The words of a line behind its first one, read as what a command takes.
+// The words of a line behind its first one, as the arguments of a command.
 class Words {
 public:
   explicit Words(std::vector<std::string> words) : words_(std::move(words)) {}
 
-  const std::string& text(size_t i) const { return words_[i]; }
+  void read_as(std::span<const host::Kind> kinds) {
+    for (size_t i = 0; i < words_.size(); ++i) {
+      const bool is_number = i < kinds.size() && kinds[i] == host::Kind::number;
+      qor_slot slot = {};
+      if (is_number)
+        slot.f64 = number(i);
+      else
+        slot.str = words_[i].c_str();
+      slots_.push_back(slot);
+      tags_.push_back(is_number ? QOR_TAG_FLOAT64 : QOR_TAG_STRING);
+    }
+  }
+
+  const qor_slot* slots() const { return slots_.data(); }
+  const uint32_t* tags() const { return tags_.data(); }
+  int64_t count() const { return std::ssize(words_); }
 
   double number(size_t i) const {
     const std::string& word = words_[i];
@@ -31,14 +50,10 @@ public:
     return value;
   }
 
-  void expect(size_t count) const {
-    if (words_.size() != count)
-      throw ScriptError("expects " + std::to_string(count) + " arguments, got " +
-                        std::to_string(words_.size()));
-  }
-
 private:
   std::vector<std::string> words_;
+  std::vector<qor_slot> slots_ = {};
+  std::vector<uint32_t> tags_ = {};
 };
 
 void wait(MemoryOutput& output, double seconds) {
@@ -47,61 +62,47 @@ void wait(MemoryOutput& output, double seconds) {
   output.render(std::llround(seconds * output.rate()));
 }
 
-using Send = void (*)(const Words& words, Player& player, MemoryOutput& output);
+// The script's own.
+constexpr host::Command wait_command = host::sound_command("WAIT", nullptr, host::Kind::number);
 
-struct Entry {
-  std::string_view name;
-  size_t arguments;
-  Send send;
-};
+const host::Command* find_command(std::string_view name) {
+  const auto commands = sound_commands();
+  const auto found = std::ranges::find(commands, name, &host::Command::name);
+  if (found != commands.end())
+    return &*found;
+  return name == wait_command.name ? &wait_command : nullptr;
+}
 
-constexpr std::array<Entry, 11> entries = {{
-    {"SOUND.INIT", 0, [](const Words&, Player& p, MemoryOutput&) { p.init(); }},
-    {"SOUND.BPM", 1, [](const Words& w, Player& p, MemoryOutput&) { p.bpm(w.number(0)); }},
-    {"SOUND.VOICE", 6,
-     [](const Words& w, Player& p, MemoryOutput&) {
-       p.voice(w.number(0), w.text(1), w.number(2), w.number(3), w.number(4), w.number(5));
-     }},
-    {"SOUND.FILTER", 2,
-     [](const Words& w, Player& p, MemoryOutput&) { p.filter(w.number(0), w.number(1)); }},
-    {"SOUND.GAIN", 2,
-     [](const Words& w, Player& p, MemoryOutput&) { p.gain(w.number(0), w.number(1)); }},
-    {"SOUND.REVERB", 4,
-     [](const Words& w, Player& p, MemoryOutput&) {
-       p.reverb(w.number(0), w.number(1), w.number(2), w.number(3));
-     }},
-    {"SOUND.REVERBSEND", 2,
-     [](const Words& w, Player& p, MemoryOutput&) { p.reverb_send(w.number(0), w.number(1)); }},
-    {"SOUND.NOTE", 2,
-     [](const Words& w, Player& p, MemoryOutput&) { p.note(w.text(0), w.number(1)); }},
-    {"SOUND.PLAY", 2,
-     [](const Words& w, Player& p, MemoryOutput&) { p.play(w.number(0), w.text(1)); }},
-    {"SOUND.SHUTDOWN", 0, [](const Words&, Player& p, MemoryOutput&) { p.shutdown(); }},
-    {"WAIT", 1, [](const Words& w, Player&, MemoryOutput& o) { wait(o, w.number(0)); }},
-}};
+void run(const host::Command& command, Words& words, Player& player, MemoryOutput& output) {
+  const auto count = static_cast<size_t>(command.argument_count);
+  if (static_cast<size_t>(words.count()) == count)
+    words.read_as(std::span(command.kinds).first(count));
+  host::check_arguments(command, words.slots(), words.tags(), words.count());
+  if (&command == &wait_command)
+    wait(output, words.number(0));
+  else
+    command.run_sound(player, host::Arguments(words.slots(), words.tags()));
+}
 
 } // namespace
 
 void run_line(const std::string& line, Player& player, MemoryOutput& output) {
   std::istringstream stream(line);
-  std::string command;
-  if (!(stream >> command) || command.front() == '#')
+  std::string name;
+  if (!(stream >> name) || name.front() == '#')
     return;
   std::vector<std::string> words;
   for (std::string word; stream >> std::quoted(word);)
     words.push_back(word);
-  for (const auto& entry : entries) {
-    if (entry.name != command)
-      continue;
-    const Words arguments(words);
-    try {
-      arguments.expect(entry.arguments);
-      return entry.send(arguments, player, output);
-    } catch (const std::exception& error) {
-      throw ScriptError(command + ": " + error.what());
-    }
+  const host::Command* command = find_command(name);
+  if (command == nullptr)
+    throw ScriptError("unknown command \"" + name + '"');
+  Words arguments(words);
+  try {
+    run(*command, arguments, player, output);
+  } catch (const std::exception& error) {
+    throw ScriptError(name + ": " + error.what());
   }
-  throw ScriptError("unknown command \"" + command + '"');
 }
 
 void run_script(std::istream& lines, Player& player, MemoryOutput& output) {
