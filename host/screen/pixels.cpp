@@ -1,7 +1,6 @@
 #include "host/screen/pixels.h"
 
 #include <cstring>
-#include <cwchar>
 
 // The build is for the oldest processor, whose registers hold four pixels; those of nearly every
 // processor in use hold eight.
@@ -57,17 +56,6 @@ void fill_few(const PixelRows& area, uint32_t colour) {
   }
 }
 
-// The C library chooses the processor's widest stores of all, which a short run is over before.
-constexpr int64_t worth_a_call = 64;
-
-void fill_by_call(const PixelRows& area, uint32_t colour) {
-  static_assert(sizeof(wchar_t) == sizeof(uint32_t));
-  uint32_t* row = area.first;
-  for (int64_t y = 0; y < area.height; ++y, row += area.pitch)
-    std::wmemset(reinterpret_cast<wchar_t*>(row), static_cast<wchar_t>(colour),
-                 static_cast<size_t>(area.width));
-}
-
 // A compiler left to itself makes a branch for every pixel, which the processor can only guess.
 [[gnu::always_inline]] inline void select_bits(const PixelRows& area, const uint8_t* rows,
                                                uint32_t colour) {
@@ -88,9 +76,7 @@ KAVO_WIDE void select_bits_widely(const PixelRows& area, const uint8_t* rows, ui
 } // namespace
 
 void fill_narrowly(const PixelRows& area, uint32_t colour) {
-  if (area.width >= worth_a_call)
-    fill_by_call(area, colour);
-  else if (area.width >= pixels_in<Four>)
+  if (area.width >= pixels_in<Four>)
     fill_in_chunks<Four>(area, colour);
   else
     fill_few(area, colour);
@@ -101,7 +87,7 @@ void fill_bits_narrowly(const PixelRows& area, const uint8_t* rows, uint32_t col
 }
 
 void fill(const PixelRows& area, uint32_t colour) {
-  if (area.width >= pixels_in<Eight> && area.width < worth_a_call && is_wide())
+  if (area.width >= pixels_in<Eight> && is_wide())
     fill_widely(area, colour);
   else
     fill_narrowly(area, colour);
