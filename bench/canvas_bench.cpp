@@ -25,7 +25,7 @@ constexpr int width = 660;
 constexpr int height = 800;
 
 const Shapes& busy_frame() {
-  static const Shapes shapes = kavo::bench::record_storm_frame();
+  static const Shapes shapes = kavo::bench::storm_frame();
   return shapes;
 }
 
@@ -243,7 +243,6 @@ BENCHMARK(Scaled)->Arg(800)->Arg(1600)->Arg(1080)->Arg(728)->Unit(benchmark::kMi
 } // namespace
 
 int main(int argc, char** argv) {
-  kavo::bench::start_storm();
   kavo::bench::expect("busy_frame/bare_fills", kavo::bench::at_most(1.8));
   kavo::bench::expect("busy_frame/SDL", kavo::bench::at_least(10));
   kavo::bench::expect("busy_frame/Cairo", kavo::bench::at_least(4));

@@ -16,7 +16,7 @@ void WholeFrame(benchmark::State& state) {
 }
 
 void CanvasAlone(benchmark::State& state) {
-  const kavo::bench::Shapes shapes = kavo::bench::record_storm_frame();
+  const kavo::bench::Shapes shapes = kavo::bench::storm_frame();
   kavo::host::Canvas canvas(660, 800);
   for ([[maybe_unused]] const auto _ : state) {
     for (const kavo::bench::Shape& shape : shapes)

@@ -1,9 +1,13 @@
 #include "bench/storm.h"
 
+#include <cstdlib>
 #include <random>
 #include <utility>
 
+#include "game/commands.h"
+#include "game/playfield/new_game.h"
 #include "game/presentation/effects.h"
+#include "game/presentation/frame.h"
 #include "game/state.h"
 #include "tests/game/pools.h"
 
@@ -16,6 +20,27 @@ void run(Out<>) {
 }
 
 } // namespace
+
+void start_storm() {
+  setenv("QORRT_SEED", "1", 1);
+  set_geometry();
+  qor_runtime_set_handle(qorrt_init(0, nullptr));
+  run(command::screen(SCRW, SCRH, "bench", 1));
+  set_initial_values();
+  run(RESETGAME());
+  raise_storm();
+}
+
+void draw_storm_frame() {
+  keep_storm_alive();
+  draw_frame();
+}
+
+void draw_frame() {
+  run(DRAW());
+  if (qor_err_code() != 0)
+    qor_throw_uncaught();
+}
 
 void raise_storm() {
   std::mt19937_64 random(1);

@@ -6,6 +6,15 @@
 
 namespace kavo::bench {
 
+// Starts the game in the middle of it. Once in a process.
+void start_storm();
+
+// One whole frame with what is alive.
+void draw_frame();
+
+// One whole frame of the storm.
+void draw_storm_frame();
+
 // The board and the stars, once.
 void raise_storm();
 

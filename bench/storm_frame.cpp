@@ -1,22 +1,17 @@
 #include "bench/storm_frame.h"
 
-#include <cstdlib>
+#include <fstream>
 #include <map>
+#include <sstream>
+#include <stdexcept>
 #include <string_view>
 #include <utility>
 
-#include "bench/storm.h"
-#include "game/commands.h"
-#include "game/playfield/new_game.h"
-#include "game/presentation/frame.h"
-#include "game/state.h"
 #include "host/screen/coordinates.h"
 
 namespace kavo::bench {
 
 namespace {
-
-Shapes* recorded = nullptr; // null while nobody records
 
 Shape::Kind kind_of(std::string_view name, const std::array<int, 5>& numbers) {
   if (name == "RECT")
@@ -30,20 +25,22 @@ Shape::Kind kind_of(std::string_view name, const std::array<int, 5>& numbers) {
   return kinds.at(name);
 }
 
-void record(std::string_view name, const qor_slot* slots, const uint32_t* tags, int64_t count) {
-  if (name == "RND" || name == "SCREENFLIP")
-    return;
+// A line such as: TEXT f20 i30 "text"
+Shape shape_in(const std::string& line) {
+  std::istringstream words(line);
+  std::string name;
+  words >> name >> std::ws;
   std::array<int, 5> numbers = {};
-  std::string text;
-  for (int64_t i = 0; i < count; ++i) {
-    if (tags[i] == QOR_TAG_STRING)
-      text = slots[i].str;
-    else
-      numbers[static_cast<size_t>(i)] = kavo::host::to_pixel(
-          tags[i] == QOR_TAG_INT64 ? static_cast<double>(slots[i].i64) : slots[i].f64);
+  for (size_t i = 0; i < numbers.size() && !words.eof() && words.peek() != '"'; ++i) {
+    std::string number;
+    words >> number >> std::ws;
+    numbers[i] = kavo::host::to_pixel(std::stod(number.substr(1)));
   }
-  recorded->push_back(
-      {kind_of(name, numbers), {numbers[0], numbers[1], numbers[2], numbers[3]}, std::move(text)});
+  const size_t quote = line.find('"');
+  std::string text =
+      quote == std::string::npos ? "" : line.substr(quote + 1, line.size() - quote - 2);
+  return {
+      kind_of(name, numbers), {numbers[0], numbers[1], numbers[2], numbers[3]}, std::move(text)};
 }
 
 } // namespace
@@ -55,34 +52,13 @@ uint32_t Shape::colour() const {
   return part(0) << 16U | part(1) << 8U | part(2);
 }
 
-void start_storm() {
-  for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "SDL_VIDEODRIVER"})
-    unsetenv(name);
-  setenv("QORRT_SEED", "1", 1);
-  kavo::set_geometry();
-  qor_runtime_set_handle(qorrt_init(0, nullptr));
-  static_cast<void>(kavo::command::screen(kavo::SCRW, kavo::SCRH, "bench", 1));
-  kavo::set_initial_values();
-  static_cast<void>(kavo::RESETGAME());
-  kavo::bench::raise_storm();
-}
-
-void draw_storm_frame() {
-  kavo::bench::keep_storm_alive();
-  draw_frame();
-}
-
-void draw_frame() {
-  static_cast<void>(kavo::DRAW());
-  if (kavo::error_is_pending())
-    qor_throw_uncaught();
-}
-
-Shapes record_storm_frame() {
+Shapes storm_frame() {
   Shapes shapes;
-  recorded = &shapes;
-  draw_storm_frame();
-  recorded = nullptr;
+  std::ifstream lines(KAVO_STORM_FRAME);
+  for (std::string line; std::getline(lines, line);)
+    shapes.push_back(shape_in(line));
+  if (shapes.empty())
+    throw std::runtime_error("no shape in " KAVO_STORM_FRAME);
   return shapes;
 }
 
@@ -105,19 +81,3 @@ void draw(kavo::host::Canvas& canvas, const Shape& shape) {
 }
 
 } // namespace kavo::bench
-
-// The linker puts these between the game and its host (--wrap), under these names.
-// NOLINTBEGIN(bugprone-reserved-identifier)
-extern "C" {
-
-double __real_qorrt_call_typed_f64(int64_t handle, const char* name, const void* slots,
-                                   const uint32_t* tags, int64_t n);
-
-double __wrap_qorrt_call_typed_f64(int64_t handle, const char* name, const void* slots,
-                                   const uint32_t* tags, int64_t n) {
-  if (kavo::bench::recorded != nullptr)
-    kavo::bench::record(name, static_cast<const qor_slot*>(slots), tags, n);
-  return __real_qorrt_call_typed_f64(handle, name, slots, tags, n);
-}
-}
-// NOLINTEND(bugprone-reserved-identifier)

@@ -1,9 +1,5 @@
-// The drawing commands of the busiest frame (bench/storm.h), recorded from the game while it draws,
-// as they arrive at the bridge. Chance is fixed, so that every run records the same frame but for
-// what the clock moves: clouds, rain, twinkling stars.
-//
-// A program that records links with storm_frame_recording: the recorder stands between the game and
-// its host there.
+// The drawing commands of the busiest frame (bench/storm.h). The build records them from the game
+// (record_storm.cpp), so that every run has the same.
 #pragma once
 
 #include <array>
@@ -26,17 +22,7 @@ struct Shape {
 
 using Shapes = std::vector<Shape>;
 
-// Starts the game on the real host, without a window, in the middle of a storm. Once in a process.
-void start_storm();
-
-// One whole frame with what is alive.
-void draw_frame();
-
-// One whole frame of it, from the rules to the pixels.
-void draw_storm_frame();
-
-// The same, recorded.
-Shapes record_storm_frame();
+Shapes storm_frame();
 
 void draw(kavo::host::Canvas& canvas, const Shape& shape);
 
