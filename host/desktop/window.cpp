@@ -1,8 +1,10 @@
 #include "host/desktop/window.h"
 
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
 #include <string_view>
+#include <utility>
 
 #include "host/command.h"
 #include "host/desktop/display_loss.h"
@@ -85,6 +87,7 @@ Window::Video::Video() {
   // X11 takes pixels directly, which spares the graphics driver; Wayland needs SDL's renderer.
   SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
   end_in_order_when_the_display_is_lost();
+  play_on_after_errors_of_the_display();
   ForeignKeys::listen();
 }
 
@@ -109,17 +112,42 @@ Window::~Window() {
 }
 
 void Window::present(Canvas& canvas) {
-  SDL_Surface* surface = SDL_GetWindowSurface(window_.get());
-  if (surface == nullptr)
-    fail();
-  if (has_layout_of(canvas, *surface))
-    present_unscaled(canvas, *surface);
-  else if (surface->format->format == SDL_PIXELFORMAT_RGB888)
-    present_scaled(canvas, *surface);
+  SDL_Surface* target = surface();
+  if (target == nullptr)
+    present_without_surface(canvas);
+  else if (has_layout_of(canvas, *target))
+    present_unscaled(canvas, *target);
+  else if (target->format->format == SDL_PIXELFORMAT_RGB888)
+    present_scaled(canvas, *target);
   else
-    present_converted(canvas, *surface);
+    present_converted(canvas, *target);
   if (!controllers_)
     controllers_.emplace();
+}
+
+// The window's memory; null when SDL has none for its kind of pixels, or the window is larger than
+// any display and its memory would be, too.
+SDL_Surface* Window::surface() {
+  constexpr int64_t most_pixels = 64'000'000;
+  Size size = {};
+  SDL_GetWindowSizeInPixels(window_.get(), &size.width, &size.height);
+  if (int64_t{size.width} * size.height > most_pixels)
+    return nullptr;
+  return SDL_GetWindowSurface(window_.get());
+}
+
+// A game whose picture cannot be shown is still a game: its scenes, its sound, its end.
+void Window::present_without_surface(const Canvas& canvas) {
+  if (!x_picture_)
+    x_picture_ = XPicture::in(window_.get());
+  if (x_picture_) {
+    Size size = {};
+    SDL_GetWindowSizeInPixels(window_.get(), &size.width, &size.height);
+    x_picture_->show(canvas, size);
+  } else if (!has_complained_) {
+    has_complained_ = true;
+    static_cast<void>(std::fprintf(stderr, "the picture cannot be shown: %s\n", SDL_GetError()));
+  }
 }
 
 // SDL replaces the window's memory the next time that it is asked for it after the window has
@@ -189,6 +217,7 @@ void Window::deliver_events(EventSink& sink) {
   SDL_Event event = {};
   while (SDL_PollEvent(&event) != 0)
     deliver(event, sink);
+  switch_full_screen_if_due();
   hide_idle_pointer();
 }
 
@@ -229,7 +258,7 @@ void Window::deliver_key(const SDL_KeyboardEvent& event, EventSink& sink) {
     return;
   if (is_down && is_full_screen_key(event.keysym)) {
     if (event.repeat == 0)
-      toggle_full_screen();
+      is_switch_due_ = !is_switch_due_;
     return;
   }
   const SDL_Keycode code = meaning_of(event.keysym);
@@ -251,7 +280,10 @@ void Window::deliver_window_event(const SDL_WindowEvent& event, EventSink& sink)
   }
 }
 
-void Window::toggle_full_screen() {
+// Each switch keeps the window system busy: one that the next press undoes is not made.
+void Window::switch_full_screen_if_due() {
+  if (!std::exchange(is_switch_due_, false))
+    return;
   const uint32_t mode =
       is_full_screen(window_.get()) ? 0U : uint32_t{SDL_WINDOW_FULLSCREEN_DESKTOP};
   SDL_SetWindowFullscreen(window_.get(), mode);

@@ -11,6 +11,7 @@
 #include "host/desktop/controllers.h"
 #include "host/desktop/foreign_keys.h"
 #include "host/desktop/idle_pointer.h"
+#include "host/desktop/x_picture.h"
 #include "host/screen/changed_rows.h"
 #include "host/screen/presenter.h"
 #include "host/screen/scaler.h"
@@ -49,7 +50,9 @@ private:
   void deliver(const SDL_Event& event, EventSink& sink);
   void deliver_key(const SDL_KeyboardEvent& event, EventSink& sink);
   static void deliver_window_event(const SDL_WindowEvent& event, EventSink& sink);
-  void toggle_full_screen();
+  SDL_Surface* surface();
+  void present_without_surface(const Canvas& canvas);
+  void switch_full_screen_if_due();
   void hide_idle_pointer() const;
   void note_pointer_motion();
   SDL_Point picture_point(int x, int y) const;
@@ -68,7 +71,10 @@ private:
   Canvas* lodger_ = nullptr;        // whose picture lies in the window's memory
   std::vector<uint32_t> converted_; // for displays of another pixel format
   std::optional<Controllers>
-      controllers_; // from the first picture on, which need not wait for them
+      controllers_;                     // from the first picture on, which need not wait for them
+  std::unique_ptr<XPicture> x_picture_; // when SDL has no memory for the window
+  bool has_complained_ = false;         // that nothing can be shown
+  bool is_switch_due_ = false;          // to full screen or back
   IdlePointer pointer_;
   ForeignKeys foreign_keys_;
   std::string unplayable_reason_; // stays empty: a window can be played in

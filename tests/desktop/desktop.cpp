@@ -7,6 +7,7 @@
 #include <X11/extensions/Xfixes.h>
 
 #include <algorithm>
+#include <bit>
 #include <chrono>
 #include <csignal>
 #include <iterator>
@@ -220,6 +221,24 @@ Bitmap DesktopWindow::pixels() const {
   return *bitmap;
 }
 
+namespace {
+
+uint32_t eight_bits_of(unsigned long pixel, unsigned long mask) {
+  const auto shift = static_cast<unsigned>(std::countr_zero(mask));
+  const unsigned long most = mask >> shift;
+  return static_cast<uint32_t>((((pixel & mask) >> shift) * 255 + most / 2) / most);
+}
+
+// Pixels of a palette are taken for three bits of red and green and two of blue.
+uint32_t colour_of(unsigned long pixel, const XImage& image) {
+  const bool has_palette = image.red_mask == 0;
+  return eight_bits_of(pixel, has_palette ? 0xE0 : image.red_mask) << 16U |
+         eight_bits_of(pixel, has_palette ? 0x1C : image.green_mask) << 8U |
+         eight_bits_of(pixel, has_palette ? 0x03 : image.blue_mask);
+}
+
+} // namespace
+
 std::optional<Bitmap> DesktopWindow::pixels_if_visible() const {
   const auto [width, height] = size();
   XImage* image = XGetImage(connection_->display(), id_, 0, 0, static_cast<unsigned>(width),
@@ -229,7 +248,7 @@ std::optional<Bitmap> DesktopWindow::pixels_if_visible() const {
   Bitmap bitmap = {width, height, {}};
   for (int y = 0; y < height; ++y)
     for (int x = 0; x < width; ++x)
-      bitmap.pixels.push_back(static_cast<uint32_t>(XGetPixel(image, x, y)) & 0x00FFFFFFU);
+      bitmap.pixels.push_back(colour_of(XGetPixel(image, x, y), *image));
   XDestroyImage(image);
   return bitmap;
 }
@@ -249,6 +268,11 @@ void DesktopWindow::ask_to_close() const {
   event.xclient.data.l[0] = static_cast<long>(connection_->atom("WM_DELETE_WINDOW"));
   event.xclient.data.l[1] = CurrentTime;
   XSendEvent(connection_->display(), id_, False, NoEventMask, &event);
+  connection_->finish();
+}
+
+void DesktopWindow::destroy() const {
+  XDestroyWindow(connection_->display(), id_);
   connection_->finish();
 }
 

@@ -73,6 +73,8 @@ public:
   void take_focus_away() const;
   // Presses its close button.
   void ask_to_close() const;
+  // Takes it away from its program, which does not know.
+  void destroy() const;
 
 private:
   Connection* connection_;

@@ -22,7 +22,7 @@ std::string read_line(int file) {
 
 // Xvfb knows one display only.
 Arguments single_display(DisplaySize display) {
-  return {"Xvfb", "-screen", "0", mode_name(display) + "x24"};
+  return {"Xvfb", "-screen", "0", mode_name(display) + "x" + std::to_string(display.depth)};
 }
 
 // Xorg's driver without hardware has several. The program itself, for Xorg's wrapper lets nobody in

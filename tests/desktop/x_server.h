@@ -13,6 +13,7 @@ namespace kavo::desktop {
 struct DisplaySize {
   int width;
   int height;
+  int depth = 24; // bits of a pixel; a single display may have 8, 15, 16 or 30
 };
 
 class XServer {
