@@ -244,6 +244,7 @@ void Window::deliver(const SDL_Event& event, EventSink& sink) {
     return sink.button_went_up(event.button.button, point.x, point.y);
   }
   case SDL_QUIT:
+    end_if_the_compositor_is_lost(window_.get());
     return sink.close_was_asked();
   default:
     if (controllers_)

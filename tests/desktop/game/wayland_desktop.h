@@ -2,6 +2,7 @@
 // own X server, where the pixels can be read, the keys pressed and the pointer moved.
 #pragma once
 
+#include <csignal>
 #include <memory>
 #include <string>
 #include <vector>
@@ -31,6 +32,8 @@ public:
   void tap(const std::string& key) { desktop_.tap(key); }
   // Moves the window at (x, y) on a display, in its pixels, to the side; it has to be plain there.
   void drag_window(size_t display, int x, int y, int distance);
+  // Ends the compositor under the programs that use it.
+  void end() const { compositor_->send_signal(SIGKILL); }
   // Takes a display away for good.
   void unplug(size_t display) const { screens_[display].ask_to_close(); }
 

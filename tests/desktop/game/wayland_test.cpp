@@ -58,6 +58,18 @@ TEST(Wayland, IsPlayedOnAHighDensityScreen) {
   play(2);
 }
 
+TEST(Wayland, ACompositorThatGoesAwayEndsTheGameWithWhatHappened) {
+  WaylandScreen wayland(1);
+  const auto game = wayland.start_game();
+  ASSERT_TRUE(kavo::desktop::eventually([&] { return shows_title(wayland.pixels(), 1); }));
+  wayland.end();
+  const kavo::desktop::Outcome outcome = game->wait();
+  EXPECT_TRUE(outcome.has_exited);
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_NE(outcome.errors.find("no display: it went away while the game ran"), std::string::npos)
+      << outcome.errors;
+}
+
 // Of the menu, which the sky leaves alone.
 int letter_pixels(const Bitmap& screen, int scale) {
   int count = 0;
