@@ -17,7 +17,7 @@ if grep -rn --exclude-dir=desktop --include='*.cpp' --include='*.h' '#include "h
   exit 1
 fi
 
-core=$(grep '"command":' "$commands" | grep -E 'host/CMakeFiles/kavo_(host_core|bridge)\.dir|host/sound/CMakeFiles/kavo_sound\.dir')
+core=$(grep '"command":' "$commands" | grep -E 'host/CMakeFiles/kavo_(host_core|host_data|command|bridge)\.dir|host/sound/CMakeFiles/kavo_sound\.dir')
 [ "$(wc -l <<<"$core")" -gt 40 ] || { echo "hardly a source of the core is compiled"; exit 1; }
 if grep -i 'sdl' <<<"$core"; then
   echo "the core is compiled with SDL's headers on its path"
