@@ -21,6 +21,7 @@
 #include <vector>
 
 #include "bench/ratios.h"
+#include "host/sound/drive.h"
 #include "host/sound/engine.h"
 #include "host/sound/memory_output.h"
 #include "host/sound/pitch.h"
@@ -269,9 +270,10 @@ void start_up(benchmark::State& state) {
   size_t table_bytes = 0;
   for ([[maybe_unused]] const auto _ : state) {
     const WavetableBank bank;
+    const Drive drive;
     const Engine engine(rate);
     benchmark::DoNotOptimize(&engine);
-    table_bytes = bank.bytes();
+    table_bytes = bank.bytes() + drive.bytes();
   }
   state.counters["table_bytes"] = static_cast<double>(table_bytes);
   state.counters["engine_bytes"] = static_cast<double>(sizeof(Engine));

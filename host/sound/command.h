@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+#include "host/sound/levels.h"
 #include "host/sound/reverb.h"
 #include "host/sound/score.h"
 #include "host/sound/voice.h"
@@ -18,7 +19,8 @@ struct Command {
     send,    // `voice`, `number`
     reverb,  // `reverb`
     score,   // `score`, from its beginning; `whole` is 1 when it loops
-    pluck,   // `voice`, `whole`: a MIDI note
+    pluck,   // `voice`, `whole`: a MIDI note, `number`: when it was asked for, in seconds
+    levels,  // `levels`
     curtain, // the level of all that is heard goes to `number`, within `whole` frames
   };
 
@@ -28,6 +30,7 @@ struct Command {
   double number = 0.0;
   Patch patch = {};
   ReverbSettings reverb = {};
+  Levels levels = {};
   const Score* score = nullptr;
 };
 

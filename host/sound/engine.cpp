@@ -3,16 +3,18 @@
 #include <algorithm>
 
 #include "host/sound/flush_to_zero.h"
-#include "host/sound/limiter.h"
 #include "host/sound/wavetable.h"
 
 namespace kavo::sound {
 
+static_assert(std::atomic<double>::is_always_lock_free);
+
 Engine::Engine(int rate) : rate_(rate) {
-  for (auto& voice : voices_)
-    voice.prepare(WavetableBank::shared(), rate);
   sequencer_.prepare(rate);
-  reverb_.prepare(rate);
+  music_.prepare(WavetableBank::shared(), nullptr, rate);
+  effects_.prepare(WavetableBank::shared(), &Drive::shared(), rate);
+  ducker_.prepare(rate);
+  limiter_.prepare(rate);
 }
 
 const Score* Engine::retired_score() {
@@ -38,13 +40,17 @@ void Engine::obey_commands() {
   Command command;
   while (commands_.pop(command))
     obey(command);
+  if (frames_rendered_.load(std::memory_order_relaxed) > 0)
+    return;
+  music_.settle();
+  effects_.settle();
+  master_level_.settle();
 }
 
-void Engine::obey(const Command& command) {
-  Voice& voice = voices_[static_cast<size_t>(command.voice)];
+namespace {
+
+void set_up(Voice& voice, const Command& command) {
   switch (command.kind) {
-  case Command::Kind::tempo:
-    return sequencer_.set_tempo(command.whole);
   case Command::Kind::patch:
     return voice.set_patch(command.patch);
   case Command::Kind::cutoff:
@@ -53,15 +59,44 @@ void Engine::obey(const Command& command) {
     return voice.set_gain(static_cast<float>(command.number));
   case Command::Kind::send:
     return voice.set_send(static_cast<float>(command.number));
-  case Command::Kind::reverb:
-    return reverb_.set(command.reverb);
+  default:
+    return;
+  }
+}
+
+} // namespace
+
+void Engine::obey(const Command& command) {
+  switch (command.kind) {
+  case Command::Kind::tempo:
+    return sequencer_.set_tempo(command.whole);
   case Command::Kind::score:
     return change_score(command.score, command.whole != 0);
   case Command::Kind::pluck:
-    return voice.pluck(static_cast<int>(command.whole));
+    return pluck(command);
+  case Command::Kind::levels:
+    return set_levels(command.levels);
   case Command::Kind::curtain:
     return curtain_.move(static_cast<float>(command.number), command.whole);
+  case Command::Kind::reverb:
+    music_.set_room(command.reverb);
+    return effects_.set_room(command.reverb);
+  default:
+    set_up(music_.voice(command.voice), command);
+    return set_up(effects_.voice(command.voice), command);
   }
+}
+
+void Engine::pluck(const Command& command) {
+  const double age = now_.load(std::memory_order_relaxed) - command.number;
+  if (age <= longest_delay_of_effects)
+    effects_.voice(command.voice).pluck(static_cast<int>(command.whole));
+}
+
+void Engine::set_levels(const Levels& levels) {
+  music_.set_level(static_cast<float>(levels.music));
+  effects_.set_level(static_cast<float>(levels.effects));
+  master_level_.move(static_cast<float>(levels.master), rate_ / 100);
 }
 
 // A score that is told again begins again; only one that is replaced goes back.
@@ -69,32 +104,39 @@ void Engine::change_score(const Score* score, bool loops) {
   if (sequencer_.score() != nullptr && sequencer_.score() != score)
     retired_.push(sequencer_.score());
   sequencer_.play(score, loops);
-  for (auto& voice : voices_)
-    voice.release_all();
+  music_.release_all();
 }
 
 // Gives the frames before the next note after those, at most `frames`.
 int64_t Engine::play_due_notes(int64_t frames) {
   int64_t gate = 0;
   while (const ScoreNote* note = sequencer_.next_due(gate))
-    voices_[static_cast<size_t>(note->voice)].strike(note->note, gate);
+    music_.voice(note->voice).strike(note->note, gate);
   return sequencer_.frames_before_next(frames);
 }
 
 void Engine::render_run(float* interleaved, int64_t frames) {
-  std::fill_n(left_.begin(), frames, 0.0f);
-  std::fill_n(send_.begin(), frames, 0.0f);
-  for (auto& voice : voices_)
-    voice.mix_into(left_.data(), send_.data(), scratch_.data(), frames);
-  std::copy_n(left_.begin(), frames, right_.begin());
-  reverb_.process(send_.data(), left_.data(), right_.data(), frames);
+  mix_buses(frames);
+  limiter_.process(left_.data(), right_.data(), frames);
   for (int64_t i = 0; i < frames; ++i) {
     const float level = curtain_.next();
     const auto at = static_cast<size_t>(i);
-    interleaved[2 * i] = limited(left_[at] * master_gain) * level;
-    interleaved[2 * i + 1] = limited(right_[at] * master_gain) * level;
+    interleaved[2 * i] = left_[at] * level;
+    interleaved[2 * i + 1] = right_[at] * level;
   }
   sequencer_.advance(frames);
+}
+
+void Engine::mix_buses(int64_t frames) {
+  music_.render(left_.data(), right_.data(), presence_.data(), frames);
+  effects_.render(effects_left_.data(), effects_right_.data(), effects_presence_.data(), frames);
+  ducker_.process(effects_presence_.data(), left_.data(), right_.data(), frames);
+  for (int64_t i = 0; i < frames; ++i) {
+    const float level = master_gain * master_level_.next();
+    const auto at = static_cast<size_t>(i);
+    left_[at] = (left_[at] + effects_left_[at]) * level;
+    right_[at] = (right_[at] + effects_right_[at]) * level;
+  }
 }
 
 } // namespace kavo::sound

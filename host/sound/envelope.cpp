@@ -4,6 +4,8 @@
 #include <cmath>
 #include <limits>
 
+#include "host/sound/elementary.h"
+
 namespace kavo::sound {
 
 namespace {
@@ -68,7 +70,7 @@ void Envelope::enter(Stage stage, double target, int64_t length) {
   position_ = 0;
   length_ = length;
   fall_ = 1.0;
-  factor_ = std::exp(-steepness / static_cast<double>(length));
+  factor_ = exponential(-steepness / static_cast<double>(length));
 }
 
 // `start_` of the next stage is this one's target, exactly.

@@ -24,6 +24,9 @@ public:
     return from_ + (to_ - from_) * (static_cast<float>(position_) / static_cast<float>(length_));
   }
 
+  // Arrives at once.
+  void settle() { position_ = length_; }
+
   bool is_moving() const { return position_ < length_; }
   bool is_shut() const { return !is_moving() && to_ == 0.0f; }
 

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <numbers>
 
+#include "host/sound/elementary.h"
+
 namespace kavo::sound {
 
 namespace {
@@ -31,8 +33,9 @@ void LowPassFilter::set_cutoff(double cutoff) {
     share_.move(0.0f, ramp);
     return;
   }
-  const auto warped = static_cast<float>(std::tan(std::numbers::pi * cutoff / rate_));
-  const bool was_open = share_.is_shut();
+  const double turns = 0.5 * cutoff / rate_;
+  const auto warped = static_cast<float>(sine_of_turns(turns) / cosine_of_turns(turns));
+  const bool was_open = share_.level() == 0.0f;
   warped_.move(warped, was_open ? 0 : ramp);
   if (was_open)
     first_ = second_ = 0.0f;

@@ -16,6 +16,12 @@ public:
   // Reached within 10 ms, so that turning it while a note sounds makes no click.
   void set_cutoff(double cutoff);
 
+  // Whatever is on its way to another value arrives at once.
+  void settle() {
+    warped_.settle();
+    share_.settle();
+  }
+
   // In place.
   void process(float* samples, int64_t frames);
 

@@ -2,19 +2,26 @@
 
 #include <algorithm>
 #include <bit>
-#include <cmath>
-#include <numbers>
 #include <utility>
+
+#include "host/sound/elementary.h"
 
 namespace kavo::sound {
 
 using Point = std::complex<double>;
 
+namespace {
+
+Point turned_by(double turns) {
+  return {cosine_of_turns(turns), sine_of_turns(turns)};
+}
+
+} // namespace
+
 FourierTransform::FourierTransform(size_t size) : size_(size), turns_(size) {
-  const double angle = -2.0 * std::numbers::pi / static_cast<double>(size);
   const size_t last = size / 2;
   for (size_t k = 0; k < last; ++k)
-    turns_[last + k] = std::polar(1.0, angle * static_cast<double>(k));
+    turns_[last + k] = turned_by(-static_cast<double>(k) / static_cast<double>(size));
   for (size_t half = last / 2; half >= 1; half /= 2)
     for (size_t k = 0; k < half; ++k)
       turns_[half + k] = turns_[2 * (half + k)];

@@ -13,7 +13,10 @@ class Oscillator {
 public:
   // From phase 0. `frequency` is a fraction of the sample rate, below 0.5.
   void start(const WavetableBank& bank, Waveform waveform, double frequency) {
-    const Wavetable table = bank.table(waveform, frequency);
+    start(bank.table(waveform, frequency), frequency);
+  }
+
+  void start(const Wavetable& table, double frequency) {
     samples_ = table.samples;
     shift_ = 32 - table.bits;
     phase_ = 0;

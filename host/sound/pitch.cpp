@@ -1,7 +1,9 @@
 #include "host/sound/pitch.h"
 
 #include <array>
-#include <cmath>
+#include <numbers>
+
+#include "host/sound/elementary.h"
 
 namespace kavo::sound {
 
@@ -37,8 +39,8 @@ int read_octave(std::string_view text, size_t& position) {
 
 } // namespace
 
-double frequency_of(int note) {
-  return 440.0 * std::exp2((note - 69) / 12.0);
+double frequency_of(double note) {
+  return 440.0 * exponential((note - 69.0) / 12.0 * std::numbers::ln2);
 }
 
 int read_note(std::string_view text, size_t& position) {

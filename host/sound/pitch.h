@@ -12,7 +12,7 @@ inline constexpr int lowest_note = 12;   // c0, 16.35 Hz
 inline constexpr int highest_note = 127; // g9, 12,543.85 Hz
 
 // In Hz, for a MIDI note number.
-double frequency_of(int note);
+double frequency_of(double note);
 
 // Reads one note (letter a to g, any of # s b, octave) at text[position] and moves `position`
 // behind it. Gives its MIDI number; throws PatternError when no note from c0 to g9 stands there.

@@ -47,7 +47,10 @@ EnvelopeTimes envelope_in(double attack, double decay, double sustain, double re
 } // namespace
 
 Player::Player(std::unique_ptr<Output> output)
-    : Player(std::move(output), seconds_of_steady_clock, print_to_standard_error) {}
+    : Player(std::move(output), seconds_of_steady_clock) {}
+
+Player::Player(std::unique_ptr<Output> output, Clock clock)
+    : Player(std::move(output), std::move(clock), print_to_standard_error) {}
 
 Player::Player(std::unique_ptr<Output> output, Clock clock, Complain complain)
     : output_(std::move(output)), clock_(std::move(clock)), complain_(std::move(complain)) {}
@@ -62,7 +65,8 @@ void Player::init() {
   if (is_started_)
     return;
   is_started_ = true;
-  WavetableBank::shared(); // before the device waits for it
+  WavetableBank::shared(); // before the device waits for them
+  Drive::shared();
   try {
     open();
   } catch (const OutputError& error) {
@@ -95,7 +99,15 @@ void Player::tend() {
     close();
     lose("no sound: the audio device is gone");
   }
-  if (!is_started_ || engine_ || clock_() < next_attempt_)
+  if (!engine_)
+    return reopen();
+  engine_->tell_time(clock_());
+  if (has_missed_commands_)
+    tell_everything();
+}
+
+void Player::reopen() {
+  if (!is_started_ || clock_() < next_attempt_)
     return;
   try {
     open();
@@ -124,36 +136,39 @@ void Player::wait_for_silence() {
 
 // What the engine is told
 
-bool Player::send(const Command& command) {
-  if (!engine_)
-    return false;
-  if (has_missed_commands_)
-    return tell_everything();
-  has_missed_commands_ = !engine_->send(command);
-  return !has_missed_commands_;
+// What finds no room in the queue is remembered and told later, when somebody renders again.
+void Player::send(const Command& command) {
+  if (engine_ && !has_missed_commands_)
+    has_missed_commands_ = !engine_->send(command);
 }
 
 // The order is the game's own: a score comes last, when its voices are set up.
-bool Player::tell_everything() {
-  bool is_told = engine_->send({.kind = Kind::tempo, .whole = state_.millibeats});
+void Player::tell_everything() {
+  bool is_told = engine_->send({.kind = Kind::levels, .levels = levels_});
+  is_told &= engine_->send({.kind = Kind::tempo, .whole = state_.millibeats});
   is_told &= engine_->send({.kind = Kind::reverb, .reverb = state_.reverb});
-  for (int i = 0; i < voice_count; ++i) {
-    const VoiceState& voice = voice_state(i);
-    is_told &= engine_->send({.kind = Kind::patch, .voice = i, .patch = voice.patch});
-    is_told &= engine_->send({.kind = Kind::cutoff, .voice = i, .number = voice.cutoff});
-    is_told &= engine_->send({.kind = Kind::gain, .voice = i, .number = voice.gain});
-    is_told &= engine_->send({.kind = Kind::send, .voice = i, .number = voice.send});
-  }
-  if (state_.score != nullptr) {
-    const bool is_taken =
-        engine_->send({.kind = Kind::score, .whole = state_.loops, .score = state_.score});
-    is_score_sent_ |= is_taken;
-    is_told &= is_taken;
-  }
+  for (int i = 0; i < voice_count; ++i)
+    is_told &= tell_voice(i);
+  is_told &= send_score();
   const auto fade = static_cast<int64_t>(output_->fade_in_seconds() * engine_->rate());
   is_told &= engine_->send({.kind = Kind::curtain, .whole = fade, .number = 1.0});
   has_missed_commands_ = !is_told;
-  return is_told;
+}
+
+bool Player::tell_voice(int index) {
+  const VoiceState& voice = voice_state(index);
+  return engine_->send({.kind = Kind::patch, .voice = index, .patch = voice.patch}) &&
+         engine_->send({.kind = Kind::cutoff, .voice = index, .number = voice.cutoff}) &&
+         engine_->send({.kind = Kind::gain, .voice = index, .number = voice.gain}) &&
+         engine_->send({.kind = Kind::send, .voice = index, .number = voice.send});
+}
+
+// Once only: a score that is told again would begin again. True when the engine has it.
+bool Player::send_score() {
+  if (state_.score != nullptr && !is_score_sent_)
+    is_score_sent_ =
+        engine_->send({.kind = Kind::score, .whole = state_.loops, .score = state_.score});
+  return state_.score == nullptr || is_score_sent_;
 }
 
 void Player::collect_retired_scores() {
@@ -223,7 +238,8 @@ void Player::note(std::string_view pattern, double loop) {
   }
   adopt(std::move(score));
   state_.loops = loops;
-  is_score_sent_ = send({.kind = Kind::score, .whole = loops, .score = state_.score});
+  if (engine_ && !has_missed_commands_)
+    has_missed_commands_ = !send_score();
 }
 
 // A score that the engine never heard of can go at once; the others come back from it.
@@ -240,10 +256,19 @@ void Player::play(double voice, std::string_view note) {
   tend();
   const int index = voice_in(voice);
   try {
-    send({.kind = Kind::pluck, .voice = index, .whole = note_named(note)});
+    const int64_t number = note_named(note);
+    send({.kind = Kind::pluck, .voice = index, .whole = number, .number = clock_()});
   } catch (const PatternError& error) {
     reject_at_column({1, "note"}, error);
   }
+}
+
+void Player::levels(const Levels& levels) {
+  tend();
+  levels_ = {.music = number_in({0, "music"}, levels.music, 0.0, 1.0),
+             .effects = number_in({1, "effects"}, levels.effects, 0.0, 1.0),
+             .master = number_in({2, "master"}, levels.master, 0.0, 1.0)};
+  send({.kind = Kind::levels, .levels = levels_});
 }
 
 } // namespace kavo::sound

@@ -17,6 +17,7 @@
 
 #include "host/sound/command.h"
 #include "host/sound/engine.h"
+#include "host/sound/levels.h"
 #include "host/sound/output.h"
 #include "host/sound/score.h"
 
@@ -29,8 +30,9 @@ public:
   // Takes one line without its end.
   using Complain = std::function<void(const std::string&)>;
 
-  // A complaint goes to standard error unless said otherwise.
+  // The clock is the machine's and a complaint goes to standard error, unless said otherwise.
   explicit Player(std::unique_ptr<Output> output);
+  Player(std::unique_ptr<Output> output, Clock clock);
   Player(std::unique_ptr<Output> output, Clock clock, Complain complain);
   Player(const Player&) = delete;
   Player& operator=(const Player&) = delete;
@@ -56,15 +58,19 @@ public:
   void reverb_send(double voice, double send);
   // Starts a pattern from its beginning in place of the one that plays; `loop` is 1 or 0.
   void note(std::string_view pattern, double loop);
-  // Plays one note.
+  // Plays one note, an effect.
   void play(double voice, std::string_view note);
+
+  // The listener's own volumes, each 0 to 1; reached within 10 ms, at any time while it plays. They
+  // are not what a game sets up: shutdown() leaves them as they are.
+  void levels(const Levels& levels);
 
   // Fades what sounds within a few milliseconds, closes the output and forgets everything it was
   // told. Twice is harmless.
   void shutdown();
 
-  // Called now and then: reopens an output that was lost or never there. Every other function
-  // does so too.
+  // Called now and then: reopens an output that was lost or never there, and tells the engine what
+  // it missed. Every other function does so too.
   void tend();
 
   // Null while there is no output.
@@ -89,8 +95,11 @@ private:
   void open();
   void close();
   void lose(const std::string& why);
-  bool send(const Command& command);
-  bool tell_everything();
+  void reopen();
+  void send(const Command& command);
+  void tell_everything();
+  bool tell_voice(int index);
+  bool send_score();
   void adopt(std::unique_ptr<const Score> score);
   void collect_retired_scores();
   void wait_for_silence();
@@ -100,9 +109,10 @@ private:
   Clock clock_;
   Complain complain_;
   State state_;
+  Levels levels_;
   std::unique_ptr<Engine> engine_;
   std::vector<std::unique_ptr<const Score>> scores_; // the newest last; the engine may read any
-  bool is_score_sent_ = false; // whether the engine may hold the newest of them
+  bool is_score_sent_ = false; // whether the engine was sent the newest of them and may hold it
   bool is_started_ = false;
   bool has_missed_commands_ = false; // the engine's queue was full: tell it everything again
   double next_attempt_ = 0.0;

@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
+
+#include "host/sound/elementary.h"
 
 namespace kavo::sound {
 
@@ -12,8 +15,9 @@ constexpr std::array<double, 8> line_ms = {29.0, 34.3, 39.7, 45.2, 51.1, 57.4, 6
 constexpr float allpass_gain = 0.6f;
 constexpr float matrix_gain = 0.35355339f; // 1 / sqrt(8): the Hadamard matrix keeps the energy
 constexpr float input_gain = 0.35355339f;  // shares the input's energy among the lines
-constexpr float output_gain = 0.18f; // the game's room is 91 dB down two seconds after its music
-constexpr float inaudible = 1e-7f;   // -140 dBFS
+constexpr float early_gain = 0.395f;
+constexpr float late_gain = 0.55f;
+constexpr float inaudible = 1e-7f; // -140 dBFS
 
 bool is_prime(size_t number) {
   for (size_t divisor = 2; divisor * divisor <= number; ++divisor)
@@ -43,10 +47,19 @@ void hadamard(std::array<float, 8>& values) {
   }
 }
 
+// What either side hears of the lines: all of them, with signs that have as many in common as not,
+// which is what keeps the sides apart.
+float one_side(const std::array<float, 8>& out) {
+  return (out[1] - out[0] + out[3] - out[2]) + (out[5] - out[4] + out[7] - out[6]);
+}
+float other_side(const std::array<float, 8>& out) {
+  return (out[0] + out[1] - out[2] - out[3]) - (out[4] + out[5] - out[6] - out[7]);
+}
+
 } // namespace
 
 double reverberation_seconds(double size) {
-  return -0.09 / std::log10(0.7 + 0.28 * size);
+  return -0.09 * std::numbers::ln10 / logarithm(0.7 + 0.28 * size);
 }
 
 void Reverb::prepare(int rate) {
@@ -55,6 +68,7 @@ void Reverb::prepare(int rate) {
     allpasses_[i] = {std::vector<float>(prime_length(allpass_ms[i], rate)), 0};
   for (size_t i = 0; i < line_count; ++i)
     lines_[i] = {std::vector<float>(prime_length(line_ms[i], rate)), 0};
+  early_.prepare(rate);
   longest_line_ = static_cast<int64_t>(lines_.back().samples.size());
   quiet_frames_ = longest_line_;
   damped_.fill(0.0f);
@@ -67,12 +81,12 @@ Reverb::Parameters Reverb::parameters_for(const ReverbSettings& settings) const 
   const double frames_to_silence = reverberation_seconds(settings.size) * rate_;
   for (size_t i = 0; i < line_count; ++i) {
     const auto length = static_cast<double>(lines_[i].samples.size());
-    result.feedback[i] = static_cast<float>(std::pow(10.0, -3.0 * length / frames_to_silence));
+    result.feedback[i] =
+        static_cast<float>(exponential(-3.0 * std::numbers::ln10 * length / frames_to_silence));
   }
   result.damping = static_cast<float>(0.4 * settings.damping);
-  const double level = output_gain * settings.wet;
-  result.direct = static_cast<float>(level * (0.5 + 0.5 * settings.width));
-  result.cross = static_cast<float>(level * (0.5 - 0.5 * settings.width));
+  result.direct = static_cast<float>(settings.wet * (0.5 + 0.5 * settings.width));
+  result.cross = static_cast<float>(settings.wet * (0.5 - 0.5 * settings.width));
   return result;
 }
 
@@ -85,6 +99,11 @@ void Reverb::set(const ReverbSettings& settings) {
   step_.damping = (target_.damping - now_.damping) / frames;
   step_.direct = (target_.direct - now_.direct) / frames;
   step_.cross = (target_.cross - now_.cross) / frames;
+}
+
+void Reverb::settle() {
+  now_ = target_;
+  glide_left_ = 0;
 }
 
 void Reverb::glide() {
@@ -121,7 +140,8 @@ void Reverb::process(const float* in, float* left, float* right, int64_t frames)
 }
 
 void Reverb::process_frame(float in, float& left, float& right) {
-  const float fed = smear(in) * input_gain;
+  const float smeared = smear(in);
+  const float fed = smeared * input_gain;
   std::array<float, line_count> out;
   float loudest = std::abs(fed);
   for (size_t i = 0; i < line_count; ++i) {
@@ -130,10 +150,12 @@ void Reverb::process_frame(float in, float& left, float& right) {
     out[i] = damped_[i] * now_.feedback[i];
     loudest = std::max(loudest, std::abs(out[i]));
   }
-  const float even = out[0] + out[2] + out[4] + out[6];
-  const float odd = out[1] + out[3] + out[5] + out[7];
-  left += now_.direct * even + now_.cross * odd;
-  right += now_.direct * odd + now_.cross * even;
+  float one = 0.0f, other = 0.0f;
+  early_.process(smeared, one, other);
+  one = early_gain * one + late_gain * one_side(out);
+  other = early_gain * other + late_gain * other_side(out);
+  left += now_.direct * one + now_.cross * other;
+  right += now_.direct * other + now_.cross * one;
   hadamard(out);
   for (size_t i = 0; i < line_count; ++i) {
     lines_[i].now() = out[i] * matrix_gain + fed;

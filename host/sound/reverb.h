@@ -8,6 +8,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "host/sound/early_reflections.h"
+
 namespace kavo::sound {
 
 // Each from 0 to 1.
@@ -27,6 +29,7 @@ public:
 
   // Reached within 10 ms.
   void set(const ReverbSettings& settings);
+  void settle(); // at once
 
   // Adds the reverberation of `in` to `left` and `right`. Costs nothing while the input and the
   // tail are silent.
@@ -50,8 +53,8 @@ private:
   struct Parameters {
     std::array<float, line_count> feedback{}; // gain of one pass
     float damping = 0.0f;
-    float direct = 0.0f; // of a side's own lines
-    float cross = 0.0f;  // of the other side's
+    float direct = 0.0f; // of a side itself
+    float cross = 0.0f;  // of the other side
   };
 
   Parameters parameters_for(const ReverbSettings& settings) const;
@@ -61,6 +64,7 @@ private:
 
   int rate_ = 48000;
   std::array<DelayLine, allpass_count> allpasses_;
+  EarlyReflections early_;
   std::array<DelayLine, line_count> lines_;
   std::array<float, line_count> damped_{};
   Parameters now_;

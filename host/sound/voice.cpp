@@ -14,8 +14,9 @@ constexpr double steal_seconds = 0.002;
 
 Voice::Voice() : shape_(EnvelopeTimes{}, rate_), gain_(default_gain) {}
 
-void Voice::prepare(const WavetableBank& bank, int rate) {
+void Voice::prepare(const WavetableBank& bank, const Drive* drive, int rate) {
   bank_ = &bank;
+  drive_ = drive;
   rate_ = rate;
   filter_.prepare(rate);
   dc_blocker_.prepare(rate);
@@ -34,6 +35,12 @@ void Voice::set_send(float send) {
   send_.move(send, rate_ / 100);
 }
 
+void Voice::settle() {
+  filter_.settle();
+  gain_.settle();
+  send_.settle();
+}
+
 void Voice::pluck(int note) {
   strike(note, shape_.attack + shape_.decay);
 }
@@ -43,13 +50,15 @@ void Voice::strike(int note, int64_t gate) {
   if (frequency >= 0.5)
     return;
   make_room();
-  NoteSlot* slot = slot_for_new_note();
-  if (slot == nullptr)
-    return;
-  slot->oscillator.start(*bank_, waveform_, frequency);
-  slot->envelope.start(shape_, gate);
-  slot->struck = ++strikes_;
-  slot->is_leaving = false;
+  NoteSlot& slot = slot_for_new_note();
+  slot.oscillator.start(*bank_, waveform_, frequency);
+  const Overtones overtones = drive_ != nullptr ? drive_->overtones(note) : Overtones{};
+  slot.overtone_level = overtones.level;
+  if (overtones.level > 0.0f)
+    slot.overtones.start(overtones.table, frequency);
+  slot.envelope.start(shape_, gate);
+  slot.struck = ++strikes_;
+  slot.is_leaving = false;
 }
 
 void Voice::make_room() {
@@ -68,10 +77,18 @@ void Voice::make_room() {
   oldest->envelope.fade(static_cast<int64_t>(steal_seconds * rate_));
 }
 
-NoteSlot* Voice::slot_for_new_note() {
-  auto* const free = std::find_if(slots_.begin(), slots_.end(),
-                                  [](const NoteSlot& slot) { return !slot.envelope.is_active(); });
-  return free == slots_.end() ? nullptr : free;
+// A free one, or else the one that has the least left to fade: of notes struck all at once those
+// that never sounded.
+NoteSlot& Voice::slot_for_new_note() {
+  NoteSlot* best = &slots_.front();
+  for (auto& slot : slots_) {
+    if (!slot.envelope.is_active())
+      return slot;
+    const bool is_softer = slot.envelope.level() < best->envelope.level();
+    if (slot.is_leaving && (!best->is_leaving || is_softer))
+      best = &slot;
+  }
+  return *best;
 }
 
 void Voice::release_all() {
@@ -79,39 +96,65 @@ void Voice::release_all() {
     slot.envelope.release();
 }
 
-// False when no slot sounds; `sum` is then left as it was.
-bool Voice::sum_slots(float* sum, float* scratch, int64_t frames) {
-  bool is_first = true;
+namespace {
+
+void add_product(float* sum, const float* wave, const float* levels, float factor, int64_t frames) {
+  for (int64_t i = 0; i < frames; ++i)
+    sum[i] += wave[i] * levels[i] * factor;
+}
+
+void add_note(NoteSlot& slot, float* sum, float* all_levels, float* scratch, int64_t frames) {
+  float* levels = scratch;
+  float* wave = scratch + frames;
+  slot.envelope.process(levels, frames);
+  slot.oscillator.process(wave, frames);
+  add_product(sum, wave, levels, 1.0f, frames);
+  for (int64_t i = 0; i < frames; ++i)
+    all_levels[i] += levels[i];
+  if (slot.overtone_level == 0.0f)
+    return;
+  slot.overtones.process(wave, frames);
+  add_product(sum, wave, levels, slot.overtone_level, frames);
+}
+
+} // namespace
+
+// False when no slot sounds. `scratch` is of two runs.
+bool Voice::sum_slots(float* sum, float* levels, float* scratch, int64_t frames) {
+  std::fill(sum, sum + frames, 0.0f);
+  std::fill(levels, levels + frames, 0.0f);
+  bool is_any = false;
   for (auto& slot : slots_) {
     if (!slot.envelope.is_active())
       continue;
-    if (is_first)
-      std::fill(sum, sum + frames, 0.0f);
-    is_first = false;
-    float* levels = scratch;
-    float* wave = scratch + frames;
-    slot.envelope.process(levels, frames);
-    slot.oscillator.process(wave, frames);
-    for (int64_t i = 0; i < frames; ++i)
-      sum[i] += wave[i] * levels[i];
+    add_note(slot, sum, levels, scratch, frames);
+    is_any = true;
   }
-  return !is_first;
+  return is_any;
 }
 
-void Voice::mix_into(float* dry, float* to_reverb, float* scratch, int64_t frames) {
-  float* sum = scratch;
-  if (!sum_slots(sum, scratch + frames, frames)) {
-    if (is_settled())
-      return;
-    std::fill(sum, sum + frames, 0.0f);
+void Voice::mix_into(const Mix& mix, int64_t frames) {
+  float* sum = mix.scratch;
+  float* levels = mix.scratch + frames;
+  if (is_idle())
+    return;
+  if (sum_slots(sum, levels, mix.scratch + 2 * frames, frames)) {
+    Fader same = gain_;
+    same.add_scaled(mix.presence, levels, frames);
   }
   filter_.process(sum, frames);
   dc_blocker_.process(sum, frames);
   gain_.scale(sum, frames);
   for (int64_t i = 0; i < frames; ++i)
-    dry[i] += sum[i];
+    mix.dry[i] += sum[i];
   if (!send_.is_shut())
-    send_.add_scaled(to_reverb, sum, frames);
+    send_.add_scaled(mix.to_reverb, sum, frames);
+}
+
+bool Voice::is_idle() const {
+  return is_settled() && std::none_of(slots_.begin(), slots_.end(), [](const NoteSlot& slot) {
+           return slot.envelope.is_active();
+         });
 }
 
 // True when silence in gives silence out and nothing is on its way to another value.

@@ -3,11 +3,9 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
-#include <complex>
-#include <map>
 #include <numbers>
 
-#include "host/sound/fourier.h"
+#include "host/sound/table_maker.h"
 
 namespace kavo::sound {
 
@@ -43,33 +41,12 @@ size_t table_size(Waveform waveform, size_t harmonics) {
   return std::clamp(std::bit_ceil(harmonics * samples_per_harmonic), shortest_table, longest);
 }
 
-// Reading between samples in a straight line takes as much from harmonic k as sinc(k / N)^2 says:
-// 0.4 dB at 16 kHz in the longest triangle. Tables are made that much stronger.
-double lost_by_reading(size_t k, size_t size) {
-  const double x = pi * static_cast<double>(k) / static_cast<double>(size);
-  const double sinc = std::sin(x) / x;
-  return sinc * sinc;
+std::vector<double> single_cycle(TableMaker& maker, Waveform waveform, size_t harmonics) {
+  std::vector<double> amplitudes(harmonics);
+  for (size_t k = 1; k <= harmonics; ++k)
+    amplitudes[k - 1] = harmonic(waveform, k);
+  return maker.single_cycle(amplitudes, table_size(waveform, harmonics));
 }
-
-// Makes tables; a transform is set up once for all tables of one length.
-class TableMaker {
-public:
-  std::vector<double> single_cycle(Waveform waveform, size_t harmonics) {
-    const size_t size = table_size(waveform, harmonics);
-    points_.assign(size, 0.0);
-    for (size_t k = 1; k <= harmonics; ++k)
-      points_[k] = harmonic(waveform, k) / lost_by_reading(k, size);
-    transforms_.try_emplace(size, size).first->second.transform(points_, harmonics + 1);
-    std::vector<double> cycle(size);
-    std::transform(points_.begin(), points_.end(), cycle.begin(),
-                   [](const auto& point) { return -point.imag(); });
-    return cycle;
-  }
-
-private:
-  std::map<size_t, FourierTransform> transforms_;
-  std::vector<std::complex<double>> points_;
-};
 
 // A saw less itself half a cycle on: the even harmonics cancel out, the odd ones double.
 std::vector<double> square_from(const std::vector<double>& saw) {
@@ -80,14 +57,6 @@ std::vector<double> square_from(const std::vector<double>& saw) {
     cycle[i + half] = -cycle[i];
   }
   return cycle;
-}
-
-std::vector<float> closed(const std::vector<double>& cycle) {
-  std::vector<float> samples(cycle.size() + 1);
-  std::transform(cycle.begin(), cycle.end(), samples.begin(),
-                 [](double sample) { return static_cast<float>(sample); });
-  samples.back() = samples.front();
-  return samples;
 }
 
 } // namespace
@@ -112,13 +81,13 @@ const WavetableBank& WavetableBank::shared() {
 WavetableBank::WavetableBank() {
   TableMaker maker;
   for (size_t band = 0; band < band_count; ++band) {
-    const auto saw = maker.single_cycle(Waveform::saw, harmonics(band));
+    const auto saw = single_cycle(maker, Waveform::saw, harmonics(band));
     bands_of(Waveform::saw)[band] = closed(saw);
     bands_of(Waveform::square)[band] = closed(square_from(saw));
     bands_of(Waveform::triangle)[band] =
-        closed(maker.single_cycle(Waveform::triangle, harmonics(band)));
+        closed(single_cycle(maker, Waveform::triangle, harmonics(band)));
   }
-  bands_of(Waveform::sine).back() = closed(maker.single_cycle(Waveform::sine, 1));
+  bands_of(Waveform::sine).back() = closed(single_cycle(maker, Waveform::sine, 1));
 }
 
 // As many as stay below half the sample rate at the upper end of the band.

@@ -67,7 +67,7 @@ Options options_in(int argc, char** argv) {
 void render(const Options& options) {
   auto memory = std::make_unique<kavo::sound::MemoryOutput>(options.rate);
   auto& output = *memory;
-  kavo::sound::Player player(std::move(memory));
+  kavo::sound::Player player(std::move(memory), [&] { return output.seconds(); });
   player.init();
   if (options.script.empty()) {
     kavo::sound::run_script(std::cin, player, output);
@@ -77,6 +77,7 @@ void render(const Options& options) {
       throw std::runtime_error("cannot read " + options.script);
     kavo::sound::run_script(script, player, output);
   }
+  output.finish();
   kavo::sound::write_wav(options.output, output.interleaved(), output.rate());
 }
 

@@ -43,6 +43,7 @@ TEST(Script, ErrorsNameLineCommandAndArgument) {
 TEST(Script, WaitRendersAsLongAsItSays) {
   Studio studio(44100);
   studio.run("WAIT 0.5");
+  studio.finish();
   EXPECT_EQ(studio.interleaved().size(), 2U * 22050U);
 }
 

@@ -12,7 +12,7 @@ namespace kavo::sound {
 Studio::Studio(int rate, int64_t block) {
   auto output = std::make_unique<MemoryOutput>(rate, block);
   output_ = output.get();
-  player_ = std::make_unique<Player>(std::move(output));
+  player_ = std::make_unique<Player>(std::move(output), [this] { return output_->seconds(); });
   player_->init();
 }
 

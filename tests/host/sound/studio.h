@@ -21,6 +21,8 @@ public:
   void set_up_music();
 
   void render(int64_t frames) { output_->render(frames); }
+  // The last of what was rendered comes out.
+  void finish() { output_->finish(); }
 
   const std::vector<float>& interleaved() const { return output_->interleaved(); }
   std::vector<float> left() const { return channel(0); }

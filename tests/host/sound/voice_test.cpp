@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "host/sound/pitch.h"
 #include "host/sound/voice.h"
 #include "tests/host/sound/analysis.h"
 
@@ -16,7 +17,7 @@ constexpr double eight_khz = 8000.0 / rate;
 class VoiceUnderTest {
 public:
   explicit VoiceUnderTest(const Patch& patch) {
-    voice.prepare(WavetableBank::shared(), rate);
+    voice.prepare(WavetableBank::shared(), nullptr, rate);
     voice.set_patch(patch);
     voice.set_gain(1.0f);
     play(rate / 100);
@@ -26,8 +27,8 @@ public:
   // Lets `frames` frames sound and keeps them.
   void play(int64_t frames) {
     std::vector<float> dry(static_cast<size_t>(frames)), send(dry.size());
-    std::vector<float> scratch(3 * dry.size());
-    voice.mix_into(dry.data(), send.data(), scratch.data(), frames);
+    std::vector<float> presence(dry.size()), scratch(4 * dry.size());
+    voice.mix_into({dry.data(), send.data(), presence.data(), scratch.data()}, frames);
     samples.insert(samples.end(), dry.begin(), dry.end());
   }
 
@@ -65,9 +66,9 @@ TEST(Voice, RetriggeringOneNoteMakesNoClick) {
   EXPECT_LE(analysis::loudest_above(under.samples, eight_khz, 240, 480), -60.0);
 }
 
-TEST(Voice, TheOldestNoteIsFadedForTheSeventh) {
+TEST(Voice, TheOldestNoteIsFadedForTheNinth) {
   VoiceUnderTest under(sine);
-  const int notes[] = {60, 64, 67, 71, 74, 77};
+  const int notes[] = {60, 64, 67, 71, 74, 77, 79, 81};
   for (const int note : notes)
     under.voice.strike(note, int64_t{10} * rate);
   under.play(4800);
@@ -80,13 +81,40 @@ TEST(Voice, TheOldestNoteIsFadedForTheSeventh) {
   EXPECT_NEAR(analysis::amplitude_at(spectrum, 1046.50 / rate), 1.0, 0.01);
 }
 
+// Those that were struck with it and make room have not sounded yet, and never do.
+TEST(Voice, OfNineNotesAtOnceTheLastEightSound) {
+  VoiceUnderTest under(sine);
+  const int notes[] = {60, 64, 67, 71, 74, 77, 79, 81, 84};
+  for (const int note : notes)
+    under.voice.strike(note, int64_t{10} * rate);
+  under.play(4800 + 32768);
+  const auto spectrum =
+      analysis::power_spectrum(analysis::Samples(under.samples).subspan(4800, 32768));
+  for (const int note : notes)
+    EXPECT_NEAR(analysis::amplitude_at(spectrum, frequency_of(note) / rate),
+                note == notes[0] ? 0.0 : 1.0, 0.01)
+        << note;
+}
+
+TEST(Voice, HoweverManyNotesAreStruckAtOnceTheLastOnesSound) {
+  VoiceUnderTest under(sine);
+  for (int note = 40; note < 90; ++note)
+    under.voice.strike(note, int64_t{10} * rate);
+  under.play(4800 + 32768);
+  const auto spectrum =
+      analysis::power_spectrum(analysis::Samples(under.samples).subspan(4800, 32768));
+  EXPECT_LT(analysis::amplitude_at(spectrum, frequency_of(80) / rate), 0.01);
+  EXPECT_NEAR(analysis::amplitude_at(spectrum, frequency_of(82) / rate), 1.0, 0.01);
+  EXPECT_NEAR(analysis::amplitude_at(spectrum, frequency_of(89) / rate), 1.0, 0.01);
+}
+
 TEST(Voice, MakingRoomTakesTwoMilliseconds) {
   VoiceUnderTest under({Waveform::sine, {0.0, 0.0, 1.0, 10.0}});
   under.voice.strike(57, int64_t{10} * rate);
   under.play(4800);
-  // Six notes that are never heard: half the sample rate is below them.
+  // Eight notes that are not heard yet: they take a minute to come up.
   under.voice.set_patch({Waveform::sine, {60.0, 0.0, 1.0, 0.0}});
-  for (int i = 0; i < 6; ++i)
+  for (int i = 0; i < 8; ++i)
     under.voice.strike(60 + i, int64_t{60} * rate);
   const auto before = under.samples.size();
   under.play(96);
@@ -146,10 +174,10 @@ TEST(Voice, LetsGoOfAllNotesAtOnce) {
 
 TEST(Voice, ANoteAboveHalfTheRateIsNotStruck) {
   Voice voice;
-  voice.prepare(WavetableBank::shared(), 8000);
+  voice.prepare(WavetableBank::shared(), nullptr, 8000);
   voice.strike(127, 1000);
-  std::vector<float> dry(100), send(100), scratch(300);
-  voice.mix_into(dry.data(), send.data(), scratch.data(), 100);
+  std::vector<float> dry(100), send(100), presence(100), scratch(400);
+  voice.mix_into({dry.data(), send.data(), presence.data(), scratch.data()}, 100);
   EXPECT_EQ(analysis::peak(dry), 0.0);
 }
 
