@@ -29,7 +29,9 @@ float Ducker::next_gain(float presence) {
 }
 
 void Ducker::process(const float* presence, float* left, float* right, int64_t frames) {
-  for (int64_t i = 0; i < frames; ++i) {
+  const bool is_away =
+      gain_ == 1.0f && std::all_of(presence, presence + frames, [](float p) { return p == 0.0f; });
+  for (int64_t i = 0; i < frames && !is_away; ++i) {
     const float gain = next_gain(presence[i]);
     left[i] *= gain;
     right[i] *= gain;

@@ -115,14 +115,23 @@ int64_t Engine::play_due_notes(int64_t frames) {
   return sequencer_.frames_before_next(frames);
 }
 
+namespace {
+
+void scale_both(Fader& fader, float* left, float* right, int64_t frames) {
+  Fader same = fader;
+  same.scale(left, frames);
+  fader.scale(right, frames);
+}
+
+} // namespace
+
 void Engine::render_run(float* interleaved, int64_t frames) {
   mix_buses(frames);
   limiter_.process(left_.data(), right_.data(), frames);
+  scale_both(curtain_, left_.data(), right_.data(), frames);
   for (int64_t i = 0; i < frames; ++i) {
-    const float level = curtain_.next();
-    const auto at = static_cast<size_t>(i);
-    interleaved[2 * i] = left_[at] * level;
-    interleaved[2 * i + 1] = right_[at] * level;
+    interleaved[2 * i] = left_[static_cast<size_t>(i)];
+    interleaved[2 * i + 1] = right_[static_cast<size_t>(i)];
   }
   sequencer_.advance(frames);
 }
@@ -131,12 +140,11 @@ void Engine::mix_buses(int64_t frames) {
   music_.render(left_.data(), right_.data(), presence_.data(), frames);
   effects_.render(effects_left_.data(), effects_right_.data(), effects_presence_.data(), frames);
   ducker_.process(effects_presence_.data(), left_.data(), right_.data(), frames);
-  for (int64_t i = 0; i < frames; ++i) {
-    const float level = master_gain * master_level_.next();
-    const auto at = static_cast<size_t>(i);
-    left_[at] = (left_[at] + effects_left_[at]) * level;
-    right_[at] = (right_[at] + effects_right_[at]) * level;
+  for (size_t i = 0; i < static_cast<size_t>(frames); ++i) {
+    left_[i] = (left_[i] + effects_left_[i]) * master_gain;
+    right_[i] = (right_[i] + effects_right_[i]) * master_gain;
   }
+  scale_both(master_level_, left_.data(), right_.data(), frames);
 }
 
 } // namespace kavo::sound

@@ -130,16 +130,37 @@ float Reverb::smear(float in) {
 }
 
 void Reverb::process(const float* in, float* left, float* right, int64_t frames) {
+  for (int64_t done = 0; done < frames; done += longest_run)
+    process_run(in + done, left + done, right + done, std::min(longest_run, frames - done));
+}
+
+void Reverb::process_run(const float* in, float* left, float* right, int64_t frames) {
+  bool was_awake = false;
   for (int64_t i = 0; i < frames; ++i) {
     if (glide_left_ > 0)
       glide();
+    const auto at = static_cast<size_t>(i);
+    direct_[at] = now_.direct;
+    cross_[at] = now_.cross;
+    smeared_[at] = one_[at] = other_[at] = 0.0f;
     if (in[i] == 0.0f && is_asleep())
       continue;
-    process_frame(in[i], left[i], right[i]);
+    was_awake = true;
+    smeared_[at] = process_frame(in[i], one_[at], other_[at]);
+  }
+  if (!was_awake)
+    return;
+  early_.process(smeared_.data(), early_gain, one_.data(), other_.data(), frames);
+  for (int64_t i = 0; i < frames; ++i) {
+    const auto at = static_cast<size_t>(i);
+    left[i] += direct_[at] * one_[at] + cross_[at] * other_[at];
+    right[i] += direct_[at] * other_[at] + cross_[at] * one_[at];
   }
 }
 
-void Reverb::process_frame(float in, float& left, float& right) {
+// Gives what the early reflections get: exactly nothing as soon as it is inaudible, so that they
+// have nothing left when the tail has died.
+float Reverb::process_frame(float in, float& one, float& other) {
   const float smeared = smear(in);
   const float fed = smeared * input_gain;
   std::array<float, line_count> out;
@@ -150,18 +171,15 @@ void Reverb::process_frame(float in, float& left, float& right) {
     out[i] = damped_[i] * now_.feedback[i];
     loudest = std::max(loudest, std::abs(out[i]));
   }
-  float one = 0.0f, other = 0.0f;
-  early_.process(smeared, one, other);
-  one = early_gain * one + late_gain * one_side(out);
-  other = early_gain * other + late_gain * other_side(out);
-  left += now_.direct * one + now_.cross * other;
-  right += now_.direct * other + now_.cross * one;
+  one = late_gain * one_side(out);
+  other = late_gain * other_side(out);
   hadamard(out);
   for (size_t i = 0; i < line_count; ++i) {
     lines_[i].now() = out[i] * matrix_gain + fed;
     lines_[i].advance();
   }
   quiet_frames_ = loudest < inaudible ? quiet_frames_ + 1 : 0;
+  return std::abs(fed) < inaudible ? 0.0f : smeared;
 }
 
 } // namespace kavo::sound

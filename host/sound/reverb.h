@@ -60,7 +60,8 @@ private:
   Parameters parameters_for(const ReverbSettings& settings) const;
   void glide();
   float smear(float in);
-  void process_frame(float in, float& left, float& right);
+  void process_run(const float* in, float* left, float* right, int64_t frames);
+  float process_frame(float in, float& one, float& other);
 
   int rate_ = 48000;
   std::array<DelayLine, allpass_count> allpasses_;
@@ -70,6 +71,15 @@ private:
   Parameters now_;
   Parameters step_;
   Parameters target_;
+
+  // A run, before it is mixed: what is smeared, what either side hears, and how it is mixed.
+  static constexpr int64_t longest_run = EarlyReflections::longest_run;
+  using Run = std::array<float, longest_run>;
+  Run smeared_{};
+  Run one_{};
+  Run other_{};
+  Run direct_{};
+  Run cross_{};
   int64_t glide_left_ = 0;
   int64_t quiet_frames_ = 0;
   int64_t longest_line_ = 0;
