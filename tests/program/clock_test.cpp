@@ -25,7 +25,7 @@ constexpr int as_expected = 7;
 [[noreturn]] void play_over_the_jump() {
   setenv("SDL_AUDIODRIVER", "dummy", 1);
   int frame = 0;
-  double row_before = 0;
+  int64_t row_before = 0;
   fake_clock().on_sleep = [&] {
     ++frame;
     if (frame == first_frame)
