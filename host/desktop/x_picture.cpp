@@ -181,16 +181,14 @@ private:
   }
 
   void convert_row(const uint32_t* row, int width, char* bytes, int pixel_bytes) const {
-    for (int x = 0; x < width; ++x) {
+    const auto size = static_cast<size_t>(pixel_bytes);
+    constexpr bool is_little = std::endian::native == std::endian::little;
+    for (int x = 0; x < width; ++x, bytes += size) {
       const uint32_t pixel = component(row[x] >> 16U & 0xFFU, red_) |
                              component(row[x] >> 8U & 0xFFU, green_) |
                              component(row[x] & 0xFFU, blue_);
-      if constexpr (std::endian::native == std::endian::little)
-        std::memcpy(bytes + x * pixel_bytes, &pixel, static_cast<size_t>(pixel_bytes));
-      else
-        std::memcpy(bytes + x * pixel_bytes,
-                    reinterpret_cast<const char*>(&pixel) + 4 - pixel_bytes,
-                    static_cast<size_t>(pixel_bytes));
+      const auto* first = reinterpret_cast<const char*>(&pixel);
+      std::memcpy(bytes, is_little ? first : first + sizeof pixel - size, size);
     }
   }
 
