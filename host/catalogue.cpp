@@ -1,7 +1,8 @@
 #include "host/catalogue.h"
 
+#include <algorithm>
+#include <array>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "host/data_commands.h"
@@ -36,16 +37,31 @@ constexpr Command own_commands[] = {
     array_command("DIR$", list_directory, text),
 };
 
-struct Catalogue {
-  std::vector<Command> commands{std::begin(own_commands), std::end(own_commands)};
-  std::unordered_map<std::string_view, const Command*> by_name;
-
+// A name is compared with the few that are as long: faster here than any hash.
+class Catalogue {
+public:
   Catalogue() {
     const auto sounds = sound::sound_commands();
-    commands.insert(commands.end(), sounds.begin(), sounds.end());
-    for (const Command& command : commands)
-      by_name.emplace(command.name, &command);
+    commands_.insert(commands_.end(), sounds.begin(), sounds.end());
+    for (const Command& command : commands_)
+      by_length_.at(command.name.size()).push_back(&command);
   }
+
+  std::span<const Command> commands() const { return commands_; }
+
+  const Command* find(std::string_view name) const {
+    if (name.size() >= by_length_.size())
+      return nullptr;
+    const auto& candidates = by_length_[name.size()];
+    const auto found = std::ranges::find(candidates, name, &Command::name);
+    return found == candidates.end() ? nullptr : *found;
+  }
+
+private:
+  static constexpr size_t longest_name = 31;
+
+  std::vector<Command> commands_{std::begin(own_commands), std::end(own_commands)};
+  std::array<std::vector<const Command*>, longest_name + 1> by_length_;
 };
 
 const Catalogue& catalogue() {
@@ -56,13 +72,11 @@ const Catalogue& catalogue() {
 } // namespace
 
 std::span<const Command> all_commands() {
-  return catalogue().commands;
+  return catalogue().commands();
 }
 
 const Command* find_command(std::string_view name) {
-  const auto& by_name = catalogue().by_name;
-  const auto found = by_name.find(name);
-  return found == by_name.end() ? nullptr : found->second;
+  return catalogue().find(name);
 }
 
 } // namespace kavo::host

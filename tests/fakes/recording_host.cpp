@@ -19,6 +19,8 @@ namespace {
 
 using host::OwnedArray;
 
+RecordingHost the_host;
+
 // ---- how a command is written down -------------------------------------------------------------
 
 std::string shortest(double number) {
@@ -145,8 +147,7 @@ auto run(const Call& call, Perform perform) -> decltype(perform(call)) {
 } // namespace
 
 RecordingHost& recording_host() {
-  static RecordingHost host;
-  return host;
+  return the_host;
 }
 
 std::vector<std::string> RecordingHost::sent(std::string_view name) const {
@@ -166,11 +167,6 @@ void RecordingHost::forget() {
   commands = 0;
   draws = 0;
   frames = 0;
-}
-
-void RecordingHost::expect_handle(int64_t given) {
-  if (given != handle)
-    faults.push_back("an operation under the handle " + std::to_string(given));
 }
 
 // False when the command is to fail.

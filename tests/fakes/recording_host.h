@@ -52,7 +52,10 @@ public:
 
   // ---- used by the operations ----
   static constexpr int64_t handle = 7;
-  void expect_handle(int64_t given);
+  void expect_handle(int64_t given) {
+    if (given != handle)
+      faults.push_back("an operation under the handle " + std::to_string(given));
+  }
   bool begin_command(const char* name);
   void polled() { has_debt_ = false; }
   void fail(std::string message);
