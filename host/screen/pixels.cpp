@@ -28,15 +28,19 @@ __extension__ typedef uint32_t Eight __attribute__((vector_size(32)));
 template<typename Chunk>
 constexpr int64_t pixels_in = sizeof(Chunk) / sizeof(uint32_t);
 
-// One register after the other, the last of a row over what may be there already, so that none is
-// left over to be written alone.
+// One register after the other, four at a time in long rows, the last of a row over what may be
+// there already, so that none is left over to be written alone.
 template<typename Chunk>
 [[gnu::always_inline]] inline void fill_in_chunks(const PixelRows& area, uint32_t colour) {
   const Chunk colours = Chunk{} + colour;
   uint32_t* row = area.first;
   for (int64_t y = 0; y < area.height; ++y, row += area.pitch) {
     uint32_t* const last = row + area.width - pixels_in<Chunk>;
-    for (uint32_t* next = row; next < last; next += pixels_in<Chunk>)
+    uint32_t* next = row;
+    for (; last - next > 3 * pixels_in<Chunk>; next += 4 * pixels_in<Chunk>)
+      for (int64_t chunk = 0; chunk < 4; ++chunk)
+        std::memcpy(next + chunk * pixels_in<Chunk>, &colours, sizeof colours);
+    for (; next < last; next += pixels_in<Chunk>)
       std::memcpy(next, &colours, sizeof colours);
     std::memcpy(last, &colours, sizeof colours);
   }
