@@ -11,9 +11,9 @@
 #include "host/desktop/controllers.h"
 #include "tests/fakes/stage.h"
 #include "tests/fakes/virtual_controller.h"
-#include "tests/film/player.h"
-#include "tests/film/studio.h"
 #include "tests/support/temporary_folder.h"
+#include "tools/film/player.h"
+#include "tools/film/studio.h"
 
 namespace kavo::film {
 namespace {

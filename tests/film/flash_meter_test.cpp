@@ -6,7 +6,7 @@
 #include <ostream>
 #include <stdexcept>
 
-#include "tests/film/flash_meter.h"
+#include "tools/film/flash_meter.h"
 
 namespace kavo::film {
 namespace {

@@ -8,10 +8,10 @@
 
 #include "host/screen/calm_display.h"
 #include "tests/fakes/stage.h"
-#include "tests/film/flash_meter.h"
-#include "tests/film/flashes.h"
-#include "tests/film/studio.h"
 #include "tests/support/temporary_folder.h"
+#include "tools/film/flash_meter.h"
+#include "tools/film/flashes.h"
+#include "tools/film/studio.h"
 
 namespace kavo::film {
 namespace {

@@ -8,7 +8,7 @@
 
 #include "game/commands.h"
 #include "host/catalogue.h"
-#include "tests/game/game_test.h"
+#include "tests/game/game_fixture.h"
 
 namespace kavo::test {
 namespace {

@@ -15,7 +15,7 @@
 #include "game/playfield/new_game.h"
 #include "game/playfield/pieces.h"
 #include "game/program.h"
-#include "tests/game/game_test.h"
+#include "tests/game/game_fixture.h"
 #include "tests/game/players.h"
 #include "tests/game/pools.h"
 

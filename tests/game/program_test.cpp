@@ -4,7 +4,7 @@
 #include <filesystem>
 
 #include "game/program.h"
-#include "tests/game/game_test.h"
+#include "tests/game/game_fixture.h"
 
 namespace kavo::test {
 namespace {

@@ -9,7 +9,7 @@
 #include "game/presentation/cells.h"
 #include "game/presentation/frame.h"
 #include "game/routine.h"
-#include "tests/game/game_test.h"
+#include "tests/game/game_fixture.h"
 
 namespace kavo::test {
 namespace {

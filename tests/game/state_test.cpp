@@ -2,7 +2,7 @@
 #include <array>
 
 #include "game/playfield/new_game.h"
-#include "tests/game/game_test.h"
+#include "tests/game/game_fixture.h"
 
 namespace kavo::test {
 namespace {

@@ -13,7 +13,7 @@
 #include <filesystem>
 
 #include "game/program.h"
-#include "tests/game/game_test.h"
+#include "tests/game/game_fixture.h"
 #include "tests/game/pools.h"
 
 namespace kavo::test {

@@ -1,5 +1,5 @@
 #include "game/audio/sounds.h"
-#include "tests/game/game_test.h"
+#include "tests/game/game_fixture.h"
 
 namespace kavo::test {
 namespace {

@@ -2,7 +2,7 @@
 #include <bit>
 
 #include "game/clearing/lines.h"
-#include "tests/game/game_test.h"
+#include "tests/game/game_fixture.h"
 #include "tests/game/pools.h"
 
 namespace kavo::test {

@@ -5,7 +5,7 @@
 #include "game/highscores/entry.h"
 #include "game/presentation/entry.h"
 #include "game/presentation/sky.h"
-#include "tests/game/game_test.h"
+#include "tests/game/game_fixture.h"
 
 namespace kavo::test {
 namespace {

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "game/highscores/table.h"
-#include "tests/game/game_test.h"
+#include "tests/game/game_fixture.h"
 
 namespace kavo::test {
 namespace {

@@ -1,6 +1,6 @@
 // The table in memory: ranks and insertion. Its file has a test of its own.
 #include "game/highscores/table.h"
-#include "tests/game/game_test.h"
+#include "tests/game/game_fixture.h"
 
 namespace kavo::test {
 namespace {

@@ -6,7 +6,7 @@
 #include "game/playfield/lean.h"
 #include "game/playfield/locking.h"
 #include "game/presentation/turning_board.h"
-#include "tests/game/game_test.h"
+#include "tests/game/game_fixture.h"
 #include "tests/game/pools.h"
 
 namespace kavo::test {

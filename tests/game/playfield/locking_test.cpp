@@ -1,6 +1,6 @@
 // What happens when the falling piece can go no lower.
 #include "game/playfield/locking.h"
-#include "tests/game/game_test.h"
+#include "tests/game/game_fixture.h"
 #include "tests/game/pools.h"
 
 namespace kavo::test {

@@ -1,7 +1,7 @@
 // Collision, rotation with its kicks, the ghost row and the hard drop.
 #include "game/board/collision.h"
 #include "game/playfield/movement.h"
-#include "tests/game/game_test.h"
+#include "tests/game/game_fixture.h"
 #include "tests/game/pools.h"
 
 namespace kavo::test {

@@ -1,6 +1,6 @@
 // The piece set, the roll of the next piece, its entry on the board and what it is worth.
 #include "game/playfield/pieces.h"
-#include "tests/game/game_test.h"
+#include "tests/game/game_fixture.h"
 
 namespace kavo::test {
 namespace {

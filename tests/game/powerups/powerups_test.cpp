@@ -2,7 +2,7 @@
 #include "game/playfield/locking.h"
 #include "game/powerups/powerups.h"
 #include "game/presentation/cells.h"
-#include "tests/game/game_test.h"
+#include "tests/game/game_fixture.h"
 #include "tests/game/pools.h"
 
 namespace kavo::test {

@@ -1,5 +1,5 @@
 #include "game/presentation/cells.h"
-#include "tests/game/game_test.h"
+#include "tests/game/game_fixture.h"
 
 namespace kavo::test {
 namespace {

@@ -2,7 +2,7 @@
 #include <cmath>
 
 #include "game/presentation/effects.h"
-#include "tests/game/game_test.h"
+#include "tests/game/game_fixture.h"
 
 namespace kavo::test {
 namespace {

@@ -6,7 +6,7 @@
 #include "game/presentation/effects.h"
 #include "game/presentation/frame.h"
 #include "game/presentation/sky.h"
-#include "tests/game/game_test.h"
+#include "tests/game/game_fixture.h"
 
 namespace kavo::test {
 namespace {

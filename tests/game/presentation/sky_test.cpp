@@ -1,7 +1,7 @@
 #include <cmath>
 
 #include "game/presentation/sky.h"
-#include "tests/game/game_test.h"
+#include "tests/game/game_fixture.h"
 
 namespace kavo::test {
 namespace {

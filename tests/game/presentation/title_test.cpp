@@ -1,6 +1,6 @@
 #include "game/presentation/sky.h"
 #include "game/presentation/title.h"
-#include "tests/game/game_test.h"
+#include "tests/game/game_fixture.h"
 
 namespace kavo::test {
 namespace {

@@ -4,7 +4,7 @@
 
 #include "game/playfield/new_game.h"
 #include "game/program.h"
-#include "tests/game/game_test.h"
+#include "tests/game/game_fixture.h"
 
 namespace kavo::test {
 namespace {

@@ -4,7 +4,7 @@
 #include "game/presentation/options.h"
 #include "game/presentation/sky.h"
 #include "game/shell/options.h"
-#include "tests/game/game_test.h"
+#include "tests/game/game_fixture.h"
 
 namespace kavo::test {
 namespace {

@@ -7,7 +7,7 @@
 #include "game/presentation/options.h"
 #include "game/presentation/title.h"
 #include "game/program.h"
-#include "tests/game/game_test.h"
+#include "tests/game/game_fixture.h"
 
 namespace kavo::test {
 namespace {

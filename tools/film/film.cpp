@@ -25,11 +25,11 @@
 #include "host/screen/calm_display.h"
 #include "host/screen/png.h"
 #include "tests/fakes/stage.h"
-#include "tests/film/field_of_vision.h"
-#include "tests/film/flashes.h"
-#include "tests/film/player.h"
-#include "tests/film/studio.h"
 #include "tests/support/temporary_folder.h"
+#include "tools/film/field_of_vision.h"
+#include "tools/film/flashes.h"
+#include "tools/film/player.h"
+#include "tools/film/studio.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "tests/film/field_of_vision.h"
+#include "tools/film/field_of_vision.h"
 
 #include <algorithm>
 #include <cmath>

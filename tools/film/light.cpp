@@ -1,4 +1,4 @@
-#include "tests/film/light.h"
+#include "tools/film/light.h"
 
 #include <algorithm>
 #include <array>

@@ -5,7 +5,7 @@
 #include <concepts>
 #include <cstdint>
 
-#include "tests/film/light.h"
+#include "tools/film/light.h"
 
 namespace kavo::film {
 

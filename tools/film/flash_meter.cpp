@@ -1,4 +1,4 @@
-#include "tests/film/flash_meter.h"
+#include "tools/film/flash_meter.h"
 
 #include <algorithm>
 #include <cstddef>

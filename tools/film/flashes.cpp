@@ -1,4 +1,4 @@
-#include "tests/film/flashes.h"
+#include "tools/film/flashes.h"
 
 #include <deque>
 #include <utility>
@@ -6,8 +6,8 @@
 #include "game/state.h"
 #include "tests/fakes/fake_clock.h"
 #include "tests/fakes/stage.h"
-#include "tests/film/flash_meter.h"
-#include "tests/film/studio.h"
+#include "tools/film/flash_meter.h"
+#include "tools/film/studio.h"
 
 namespace kavo::film {
 

@@ -1,4 +1,4 @@
-#include "tests/film/flash_count.h"
+#include "tools/film/flash_count.h"
 
 #include <algorithm>
 #include <bit>

@@ -1,4 +1,4 @@
-#include "tests/film/player.h"
+#include "tools/film/player.h"
 
 #include <algorithm>
 #include <cmath>

@@ -33,9 +33,9 @@
 #include <vector>
 
 #include "host/screen/canvas.h"
-#include "tests/film/changes.h"
-#include "tests/film/field_of_vision.h"
-#include "tests/film/flash_count.h"
+#include "tools/film/changes.h"
+#include "tools/film/field_of_vision.h"
+#include "tools/film/flash_count.h"
 
 namespace kavo::film {
 

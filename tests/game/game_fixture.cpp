@@ -1,4 +1,4 @@
-#include "tests/game/game_test.h"
+#include "tests/game/game_fixture.h"
 
 namespace kavo::test {
 

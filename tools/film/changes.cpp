@@ -1,4 +1,4 @@
-#include "tests/film/changes.h"
+#include "tools/film/changes.h"
 
 #include <algorithm>
 #include <cmath>

@@ -5,7 +5,7 @@
 #include <optional>
 #include <vector>
 
-#include "tests/film/player.h"
+#include "tools/film/player.h"
 
 namespace kavo::film {
 

@@ -1,4 +1,4 @@
-#include "tests/film/studio.h"
+#include "tools/film/studio.h"
 
 #include <algorithm>
 #include <cstdint>

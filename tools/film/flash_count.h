@@ -9,7 +9,7 @@
 #include <span>
 #include <vector>
 
-#include "tests/film/field_of_vision.h"
+#include "tools/film/field_of_vision.h"
 
 namespace kavo::film {
 
