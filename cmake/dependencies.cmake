@@ -5,7 +5,7 @@ if(KAVO_HOST)
     message(FATAL_ERROR "pkg-config is missing: run scripts/setup, which installs what the build needs")
   endif()
 
-  set(modules sdl2 libpng)
+  set(modules sdl2 libpng inih)
   if(NOT CMAKE_CROSSCOMPILING) # else only what runs on this machine needs it: see generators.cmake
     list(APPEND modules freetype2)
   endif()

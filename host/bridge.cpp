@@ -126,7 +126,7 @@ int64_t qorrt_init(int argc, char** argv) {
   running.error.forget();
   const bool runs = attempt("the host", [&] {
     running.host = new Host(kavo::host::make_platform());
-    running.host->start_scores(argc, argv);
+    running.host->start(argc, argv);
   });
   if (runs)
     return ++running.handle;

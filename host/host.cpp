@@ -38,6 +38,11 @@ double seconds_of_steady_clock() {
   return std::chrono::duration<double>(now).count();
 }
 
+// Half of it is heard as about half as loud; as a factor of amplitude it would be more.
+double loudness_of(int percent) {
+  return percent * percent / 10'000.0;
+}
+
 std::unique_ptr<sound::Player> make_sound(Platform& platform) {
   return std::make_unique<sound::Player>(
       platform.make_sound_output(), seconds_of_steady_clock,
@@ -56,6 +61,36 @@ Host::~Host() {
   playing = nullptr;
   sound.reset();
   screen.close();
+}
+
+void Host::start(int argument_count, const char* const* arguments) {
+  const bool is_named = argument_count >= 1 && arguments != nullptr;
+  is_played_ = is_named && (argument_count < 2 || std::string_view(arguments[1]) != "shot");
+  start_scores(argument_count, arguments);
+  start_settings();
+}
+
+// What nobody plays heeds the environment only.
+void Host::start_settings() {
+  settings_.open(is_played_ ? platform_->settings_folder() : std::filesystem::path());
+  for (const std::string& line : settings_.take_news())
+    platform_->tell(line);
+  apply_settings();
+}
+
+void Host::apply_settings() {
+  const Settings& settings = settings_.current();
+  sound->levels({.music = loudness_of(settings.music), .effects = loudness_of(settings.effects)});
+  screen.set_calm(settings.is_calm);
+}
+
+void Host::open_screen(const ScreenRequest& request) {
+  if (!is_played_)
+    start_settings();
+  ScreenRequest wanted = request;
+  wanted.is_full_screen = settings_.window().is_full_screen;
+  wanted.scale = settings_.window().scale.value_or(request.scale);
+  screen.open(wanted);
 }
 
 void Host::start_scores(int argument_count, const char* const* arguments) {

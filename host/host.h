@@ -14,6 +14,7 @@
 #include "host/random.h"
 #include "host/scores/scores.h"
 #include "host/screen/screen.h"
+#include "host/settings/settings_store.h"
 #include "host/signals.h"
 #include "host/sound/player.h"
 
@@ -42,8 +43,12 @@ public:
   void end_frame(int64_t token);
 
   // Before anything else is asked of it, by the program's arguments: none is a program of no name,
-  // which has no scores. Ends the program, with status 0, when another one has them.
-  void start_scores(int argument_count, const char* const* arguments);
+  // which nobody plays: it has neither scores nor settings, and a scene has no settings either.
+  // Ends the program, with status 0, when another one has the scores.
+  void start(int argument_count, const char* const* arguments);
+
+  // Replaces the screen that may be open.
+  void open_screen(const ScreenRequest& request);
 
   // The program has heard of this error of a command and is about to end with it. The text outlives
   // the host.
@@ -61,11 +66,16 @@ public:
   std::optional<Random> random; // unset until the first use, which seeds it
 
 private:
+  void start_settings();
+  void start_scores(int argument_count, const char* const* arguments);
+  void apply_settings();
   void take_events();
   bool is_asked_to_end();
   void end_program();
 
   Frames frames_;
+  SettingsStore settings_;
+  bool is_played_ = false;
   KeyNames key_names_{*platform_};
   QuitSignals quit_signals_;
   WriteSignals write_signals_;

@@ -6,6 +6,7 @@
 // Whoever links the host chooses one by defining make_platform(), in one line.
 #pragma once
 
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
@@ -33,6 +34,9 @@ public:
   // What a key of this name stands for: the code that its events carry. Nothing when no key is
   // called exactly that.
   virtual std::optional<int> code_of_key(const std::string& name) = 0;
+
+  // Where the player's settings lie, whether or not it is there yet; empty where none are kept.
+  virtual std::filesystem::path settings_folder() { return {}; }
 
   // One line, without its end, that the player should read. Play goes on.
   virtual void tell(const std::string& line) = 0;

@@ -27,7 +27,7 @@ double open_screen(Host& host, const Arguments& arguments) {
       arguments.number_within(3, "scale", smallest_scale, largest_scale),
   };
   host.keyboard.release_all();
-  host.screen.open(request);
+  host.open_screen(request);
   return 0;
 }
 

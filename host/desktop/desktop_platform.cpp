@@ -8,6 +8,7 @@
 
 #include "host/command_error.h"
 #include "host/desktop/message_window.h"
+#include "host/desktop/players_folder.h"
 #include "host/desktop/sdl_output.h"
 #include "host/desktop/window.h"
 #include "host/offscreen.h"
@@ -65,6 +66,10 @@ std::optional<int> DesktopPlatform::code_of_key(const std::string& name) {
   if (code == SDLK_UNKNOWN || name != SDL_GetKeyName(code))
     return std::nullopt;
   return code;
+}
+
+std::filesystem::path DesktopPlatform::settings_folder() {
+  return players_folder("XDG_CONFIG_HOME", ".config");
 }
 
 void DesktopPlatform::tell(const std::string& line) {

@@ -96,7 +96,8 @@ Window::Window(const ScreenRequest& request) : picture_{request.width, request.h
   const Size size = start_size(picture_, request.scale, {room.w, room.h});
   const SDL_Point place = start_place(size, room);
   window_.reset(SDL_CreateWindow(request.title.c_str(), place.x, place.y, size.width, size.height,
-                                 SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI));
+                                 SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI |
+                                     (request.is_full_screen ? SDL_WINDOW_FULLSCREEN_DESKTOP : 0)));
   if (!window_)
     fail();
   set_icon(window_.get());
@@ -170,6 +171,8 @@ void Window::send_home() {
 
 // A picture that needs no scaling is drawn in the window's memory itself.
 void Window::present_unscaled(Canvas& canvas, const SDL_Surface& surface) {
+  if (lodger_ != &canvas)
+    send_home();
   canvas.move_to(static_cast<uint32_t*>(surface.pixels));
   lodger_ = &canvas;
   update({{0, 0, surface.w, surface.h}});

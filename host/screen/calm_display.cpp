@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <utility>
 
 namespace kavo::host {
 
@@ -30,8 +31,15 @@ void follow(std::span<const uint32_t> drawn, std::span<uint32_t> shown, int shar
 }
 
 void CalmDisplay::present(Canvas& canvas) {
-  follow(canvas.pixels(), shown_.pixels_to_change(), share_);
-  display_->present(shown_);
+  if (!is_calm_) {
+    is_behind_ = true;
+    return display_->present(canvas);
+  }
+  if (!shown_)
+    shown_.emplace(width_, height_);
+  follow(canvas.pixels(), shown_->pixels_to_change(),
+         std::exchange(is_behind_, false) ? whole_share : share_);
+  display_->present(*shown_);
 }
 
 } // namespace kavo::host

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <utility>
@@ -20,7 +21,8 @@ constexpr int whole_share = 256;
 void follow(std::span<const uint32_t> drawn, std::span<uint32_t> shown, int share);
 
 // Stands before another display. It is black at first, so that the first picture comes up softly,
-// too; between two pictures it stays as it is, however long that takes.
+// too; between two pictures it stays as it is, however long that takes. It can be switched off, and
+// then only passes on what is drawn.
 class CalmDisplay final : public Presenter {
 public:
   // The larger, the less it smears. `kavo-film flashes --calm=27 3 5000 4` counts three flashes in
@@ -28,15 +30,23 @@ public:
   static constexpr int usual_share = 26;
 
   CalmDisplay(int width, int height, std::unique_ptr<Presenter> display, int share = usual_share)
-      : shown_(width, height), share_(share), display_(std::move(display)) {}
+      : width_(width), height_(height), share_(share), display_(std::move(display)) {}
+
+  // Switched on between two pictures it goes on from the last one.
+  void set_calm(bool is_calm) { is_calm_ = is_calm; }
 
   void present(Canvas& canvas) override;
   void deliver_events(EventSink& sink) override { display_->deliver_events(sink); }
   const std::string& unplayable_reason() const override { return display_->unplayable_reason(); }
 
 private:
-  Canvas shown_; // outlives the display, in whose memory it may lie
+  int width_;
+  int height_;
+  std::optional<Canvas>
+      shown_; // while it is calm; outlives the display, in whose memory it may lie
   int share_;
+  bool is_calm_ = true;
+  bool is_behind_ = false; // it was passed by since it showed something itself
   std::unique_ptr<Presenter> display_;
 };
 

@@ -29,6 +29,7 @@ struct ScreenRequest {
   int height;
   std::string title;
   double scale; // of the window at the start
+  bool is_full_screen = false;
 };
 
 } // namespace kavo::host

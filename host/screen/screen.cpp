@@ -1,21 +1,11 @@
 #include "host/screen/screen.h"
 
-#include <cstdlib>
-#include <string_view>
-#include <utility>
-
 #include "host/command.h"
 #include "host/platform.h"
-#include "host/screen/calm_display.h"
 
 namespace kavo::host {
 
 namespace {
-
-bool is_calm_wanted() {
-  const char* calm = std::getenv("QORRT_CALM");
-  return calm != nullptr && *calm != '\0' && std::string_view(calm) != "0";
-}
 
 [[noreturn]] void fail_without_screen() {
   throw CommandError("no screen is open; SCREEN opens one");
@@ -26,10 +16,15 @@ bool is_calm_wanted() {
 void Screen::open(const ScreenRequest& request) {
   close();
   canvas_.emplace(request.width, request.height);
-  presenter_ = platform_.open_display(request);
-  if (is_calm_wanted())
-    presenter_ =
-        std::make_unique<CalmDisplay>(request.width, request.height, std::move(presenter_));
+  presenter_ =
+      std::make_unique<CalmDisplay>(request.width, request.height, platform_.open_display(request));
+  presenter_->set_calm(is_calm_);
+}
+
+void Screen::set_calm(bool is_calm) {
+  is_calm_ = is_calm;
+  if (presenter_)
+    presenter_->set_calm(is_calm);
 }
 
 void Screen::close() {

@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 
+#include "host/screen/calm_display.h"
 #include "host/screen/canvas.h"
 #include "host/screen/presenter.h"
 
@@ -15,10 +16,11 @@ class Screen {
 public:
   explicit Screen(Platform& platform) : platform_(platform) {}
 
-  // Replaces the screen that may be open. The new picture is black. The display is a calm one
-  // (calm_display.h) when QORRT_CALM is neither empty nor 0.
+  // Replaces the screen that may be open. The new picture is black.
   void open(const ScreenRequest& request);
   void close();
+  // Whether the display is a calm one (calm_display.h), at once and when it is opened anew.
+  void set_calm(bool is_calm);
   bool is_open() const { return presenter_ != nullptr; }
 
   // Both throw CommandError while no screen is open.
@@ -28,7 +30,8 @@ public:
 private:
   Platform& platform_;
   std::optional<Canvas> canvas_;
-  std::unique_ptr<Presenter> presenter_;
+  bool is_calm_ = false;
+  std::unique_ptr<CalmDisplay> presenter_;
 };
 
 } // namespace kavo::host

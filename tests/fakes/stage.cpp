@@ -44,6 +44,7 @@ public:
   std::optional<int> code_of_key(const std::string& name) override {
     return stage().code_of_key ? stage().code_of_key(name) : Offscreen::code_of_key(name);
   }
+  std::filesystem::path settings_folder() override { return stage().settings_folder; }
   void tell(const std::string& line) override { stage().told.push_back(line); }
   [[noreturn]] void end_program(int status) override {
     ++stage().ends;

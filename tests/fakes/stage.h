@@ -4,6 +4,7 @@
 // It is the place of every program that links fake_stage with the host in place of the desktop.
 #pragma once
 
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -20,8 +21,9 @@ struct Stage {
   std::optional<int> calm_share;                  // of a calm display to show them on
   std::function<std::unique_ptr<sound::Output>()> make_sound_output;
   std::function<std::optional<int>(const std::string&)> code_of_key;
-  std::vector<std::string> told = {}; // to the player
-  int ends = 0;                       // how often the host ended the program
+  std::filesystem::path settings_folder; // empty: no settings are kept
+  std::vector<std::string> told = {};    // to the player
+  int ends = 0;                          // how often the host ended the program
 };
 
 // Read whenever something happens: a test may change it while a host runs.

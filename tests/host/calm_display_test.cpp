@@ -98,6 +98,8 @@ public:
     if (!takes_the_picture_in_)
       return;
     memory_.resize(seen_.size());
+    if (lodger_ != nullptr && lodger_ != &canvas)
+      lodger_->move_home();
     canvas.move_to(memory_.data());
     lodger_ = &canvas;
   }
@@ -160,6 +162,26 @@ struct CountsCloses : EventSink {
   void close_was_asked() override { ++closes; }
   int closes = 0;
 };
+
+TEST(CalmDisplay, SwitchedOffShowsWhatIsDrawnAndSwitchedOnGoesOnFromThere) {
+  for (const bool takes_the_picture_in : {false, true}) {
+    Pixels seen;
+    Canvas bright = one_pixel(0x00FF0080);
+    Canvas dark = one_pixel(0);
+    CalmDisplay display(1, 1, std::make_unique<Wall>(seen, takes_the_picture_in), 64);
+    display.set_calm(false);
+    display.present(bright);
+    EXPECT_EQ(seen, Pixels{0x00FF0080});
+    display.set_calm(true);
+    display.present(bright);
+    EXPECT_EQ(seen, Pixels{0x00FF0080});
+    display.present(dark);
+    EXPECT_EQ(seen, Pixels{0x00BF0060});
+    display.set_calm(false);
+    display.present(dark);
+    EXPECT_EQ(seen, Pixels{0});
+  }
+}
 
 TEST(CalmDisplay, PassesOnWhatTheDisplayTells) {
   Pixels seen;

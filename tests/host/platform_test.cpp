@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
@@ -11,6 +12,8 @@
 #include "host/sound/memory_output.h"
 #include "tests/fakes/stage.h"
 #include "tests/host/bridge.h"
+#include "tests/support/files.h"
+#include "tests/support/temporary_folder.h"
 
 namespace kavo::test {
 namespace {
@@ -90,6 +93,106 @@ TEST_F(PlatformTest, ShowsItsPicturesOnACalmDisplayWhenThatIsWanted) {
   bridge.send("SCREENFLIP");
   EXPECT_GT(corner, 0U);
   EXPECT_LT(corner, 0x40U);
+}
+
+// A program of that name, as a player starts it.
+class Played {
+public:
+  explicit Played(std::vector<const char*> words = {"kavo"}) {
+    for (const char* word : words)
+      words_.emplace_back(word);
+    std::vector<char*> arguments;
+    for (std::string& word : words_)
+      arguments.push_back(word.data());
+    handle_ = qorrt_init(static_cast<int>(arguments.size()), arguments.data());
+  }
+  ~Played() { qorrt_shutdown(handle_); }
+  Played(const Played&) = delete;
+  Played& operator=(const Played&) = delete;
+
+  template<typename... Values>
+  double send(const char* name, const Values&... values) const {
+    const CommandArguments arguments(values...);
+    return qorrt_call_typed_f64(handle_, name, arguments.slots(), arguments.tags(),
+                                arguments.count());
+  }
+
+private:
+  std::vector<std::string> words_;
+  int64_t handle_;
+};
+
+// The loudest sample of a square wave, or of a pattern, with these settings.
+float loudness_with(const std::string& settings, bool is_music) {
+  const WorkingFolder scores;
+  const TemporaryFolder folder;
+  stage().settings_folder = folder.path() / "config";
+  std::filesystem::create_directory(stage().settings_folder);
+  write_file(stage().settings_folder / "settings.ini", settings);
+  sound::MemoryOutput* output = nullptr;
+  stage().make_sound_output = [&] {
+    auto made = std::make_unique<sound::MemoryOutput>();
+    output = made.get();
+    return made;
+  };
+  const Played program;
+  program.send("SOUND.INIT");
+  program.send("SOUND.VOICE", 0, "SQUARE", 0, 0.1, 0.5, 0.1);
+  if (is_music)
+    program.send("SOUND.NOTE", "a4", 0);
+  else
+    program.send("SOUND.PLAY", 0, "a4");
+  output->render(4800);
+  return *std::ranges::max_element(output->interleaved());
+}
+
+TEST_F(PlatformTest, PlaysAsLoudAsThePlayerHasSetIt) {
+  const float full_effects = loudness_with("", false);
+  EXPECT_GT(full_effects, 0.05f);
+  EXPECT_NEAR(loudness_with("[sound]\neffects = 50\n", false), full_effects / 4, 0.01f);
+  EXPECT_EQ(loudness_with("[sound]\neffects = 0\n", false), 0.0f);
+  EXPECT_EQ(loudness_with("[sound]\nmusic = 0\n", false), full_effects);
+}
+
+TEST_F(PlatformTest, ShowsACalmDisplayWhenThePlayerHasSetOne) {
+  const WorkingFolder scores;
+  const TemporaryFolder folder;
+  stage().settings_folder = folder.path();
+  write_file(folder / "settings.ini", "[picture]\ncalm = yes\n");
+  uint32_t corner = 0;
+  stage().watch = [&](const host::Canvas& picture) { corner = picture.pixels()[0] & 0xFFU; };
+  for (const char* environment : {static_cast<const char*>(nullptr), "0"}) {
+    const Environment calm("QORRT_CALM", environment);
+    const Played program;
+    program.send("SCREEN", 8, 4, "x", 1);
+    program.send("RECT", 0, 0, 8, 4, 1);
+    program.send("SCREENFLIP");
+    EXPECT_EQ(corner == 0xFFU, environment != nullptr) << corner;
+  }
+}
+
+TEST_F(PlatformTest, TellsWhatIsWrongWithTheSettings) {
+  const WorkingFolder scores;
+  const TemporaryFolder folder;
+  stage().settings_folder = folder.path();
+  write_file(folder / "settings.ini", "[sound]\nmusic = loud\n");
+  const Played program;
+  ASSERT_EQ(stage().told.size(), 1U);
+  EXPECT_NE(stage().told[0].find("sound.music must be a whole number from 0 to 100"),
+            std::string::npos);
+}
+
+TEST_F(PlatformTest, KeepsNoSettingsOfWhatNobodyPlays) {
+  const WorkingFolder scores;
+  const TemporaryFolder folder;
+  stage().settings_folder = folder.path() / "config";
+  {
+    const Bridge bridge;
+    const Played scene({"kavo", "shot", "title"});
+  }
+  EXPECT_FALSE(std::filesystem::exists(stage().settings_folder));
+  { const Played program; }
+  EXPECT_TRUE(std::filesystem::exists(stage().settings_folder));
 }
 
 TEST_F(PlatformTest, EndsTheProgramInItsOwnWay) {

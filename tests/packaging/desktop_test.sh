@@ -6,6 +6,7 @@
 
 share=${tree:?}/share
 scenes="kavo pop pu storm qbomb title opts enter"
+first_words="shot --calm --music --effects --fullscreen --scale --lang --help --version"
 
 EntryIsValid() {
   desktop-file-validate --no-warn-deprecated "$share/applications/kavo.desktop"
@@ -75,10 +76,14 @@ offered() {
 BashCompletesTheScenesAfterShot() {
   expect_equal "after shot" "$scenes" "$(offered shot '')"
   expect_equal "after shot p" "pop pu" "$(offered shot p)"
-  expect_equal "first word" "shot --calm --help --version" "$(offered '')"
+  expect_equal "first word" "$first_words" "$(offered '')"
   expect_equal "after another word" "" "$(offered play '')"
-  expect_equal "after an option" "shot --calm --help --version" "$(offered --calm '')"
+  expect_equal "after an option" "$first_words" "$(offered --calm '')"
   expect_equal "after an option and shot" "$scenes" "$(offered --calm shot '')"
+  expect_equal "after an option and its value" "$first_words" "$(offered --music 50 '')"
+  expect_equal "after values and shot" "$scenes" "$(offered --music 50 --calm --lang de shot '')"
+  expect_equal "languages" "de en" "$(offered --lang '')"
+  expect_equal "volumes are the player's own" "" "$(offered --music '')"
 }
 
 TheGameKnowsEachSceneByItsWord() {
@@ -91,7 +96,7 @@ TheGameKnowsEachSceneByItsWord() {
 
 ManualPagesAndCompletionsKnowEveryOption() {
   local option file
-  for option in calm help version; do
+  for option in calm music effects fullscreen scale lang help version; do
     for file in "$share/man/man6/kavo.6.gz" "$share/man/de/man6/kavo.6.gz" \
       "$share/bash-completion/completions/kavo" "$share/zsh/vendor-completions/_kavo" \
       "$share/fish/vendor_completions.d/kavo.fish"; do

@@ -11,6 +11,7 @@ install_stand_in() {
 #!/bin/sh
 pwd
 printf '<%s>\n' "$@" ${QORRT_CALM+"calm: $QORRT_CALM"}
+env | sed -n 's/^QORRT_\(MUSIC\|EFFECTS\|FULLSCREEN\|SCALE\|LANG\)=/set: \1 /p' | sort
 [ -z "${QORRT_NO_SCORES+x}" ] || echo "no scores: $QORRT_NO_SCORES"
 [ -z "${QORRT_MESSAGES+x}" ] || echo "messages: $QORRT_MESSAGES" >&2
 exit "${STATUS-0}"
@@ -200,6 +201,32 @@ AsksForACalmDisplayAndPassesTheRestOn() {
 <calm: 0>" "$(start HOME="$work/home" QORRT_CALM=0 -- x | tail -n +2)"
 }
 
+PassesOnWhatGoesBeforeTheSettings() {
+  expect_equal "what was set" "<x>
+set: EFFECTS 0
+set: FULLSCREEN 1
+set: LANG de
+set: MUSIC 100
+set: SCALE 16" "$(start HOME="$work/home" -- --music 100 --effects 0 --lang de --fullscreen --scale 16 x | tail -n +2)"
+}
+
+NamesTheValueOfAnOptionThatCannotBe() {
+  local option value status
+  for option in '--music 101' '--music -1' '--music loud' '--effects 5.5' '--effects 007' '--scale 0' \
+    '--scale 17' '--lang fr' '--music' '--lang'; do
+    value=${option#* }
+    [ "$value" != "$option" ] || value=""
+    status=0
+    # shellcheck disable=SC2086 # an option and its value
+    expect_contains "$option" "got \"$value\"; kavo --help lists the options" \
+      "$(start HOME="$work/home" -- $option 2>&1)"
+    # shellcheck disable=SC2086
+    start HOME="$work/home" -- $option >/dev/null 2>&1 || status=$?
+    expect_equal "status of $option" 2 "$status"
+  done
+  [ ! -e home ] || fail "it made a folder"
+}
+
 PassesTheExitStatusOn() {
   local status=0
   start HOME="$work/home" STATUS=7 -- >/dev/null || status=$?
@@ -232,7 +259,7 @@ StartsTheGameWithAWordThatIsNoOption() {
 }
 
 AnswersHelpAndVersionAndLeavesNothingBehind() {
-  expect_equal "help" "usage: kavo [--calm]         play; --calm fades whatever flashes, for those who are sensitive" "$(start HOME="$work/home" -- --help | sed -n 1p)"
+  expect_equal "help" "usage: kavo [options]        play" "$(start HOME="$work/home" -- --help | sed -n 1p)"
   local version
   version=$(start HOME="$work/home" -- --version)
   [[ $version =~ ^kavo\ [0-9]+\.[0-9]+\.[0-9]+$ ]] || fail "version: $version"
