@@ -71,13 +71,16 @@ TEST(SettingsText, TellsWhatEachEntryMeans) {
 }
 
 TEST(SettingsText, KeepsWhatIsNotOursWhenAValueChanges) {
+  const std::string others = "\n"
+                             "[colours]\n"
+                             "sky = blue\n"
+                             "long = " +
+                             std::string(300, 'y') + "\n";
   const std::string before = "; mine\n"
                              "[sound]\n"
                              "  music=70   ; not too loud\n"
-                             "brass = 12\n"
-                             "\n"
-                             "[colours]\n"
-                             "sky = blue\nlong = " + std::string(300, \'y\') + "\n";
+                             "brass = 12\n" +
+                             others;
   Settings old_settings;
   EXPECT_EQ(read_settings(before, old_settings), Lines());
   EXPECT_EQ(old_settings.music, 70);
@@ -89,12 +92,8 @@ TEST(SettingsText, KeepsWhatIsNotOursWhenAValueChanges) {
                                                           "music = 20\n"
                                                           "brass = 12\n"
                                                           "; How loud the effects are.\n"
-                                                          "effects = 30\n"
-                                                          "\n"
-                                                          "[colours]\n"
-                                                          "sky = blue\n"s +
-                                                              std::string("long = ") + std::string(300, 'y') +
-                                                              "\n");
+                                                          "effects = 30\n" +
+                                                              others);
 }
 
 TEST(SettingsText, NamesABadValueAndLeavesItsSettingAsItIs) {
