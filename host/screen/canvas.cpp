@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstdlib>
 #include <utility>
 
 #include "host/screen/font.h"
+#include "host/screen/legibility.h"
 #include "host/screen/pixels.h"
 
 namespace kavo::host {
@@ -57,6 +59,26 @@ private:
   int64_t position_;
   int64_t remainder_;
 };
+
+// A glyph's row and the pixels beside it in ten bits: column x − 1 of the picture is the highest.
+unsigned bit_of(int64_t column, int64_t x) {
+  return 1U << (x + Canvas::cell_width - column);
+}
+
+unsigned bits_of(const Range& columns, int64_t x) {
+  return 2 * bit_of(columns.begin, x) - bit_of(columns.end - 1, x);
+}
+
+unsigned bits_in_row(const uint8_t* rows, int64_t line) {
+  return line < 0 || line >= Canvas::cell_height ? 0U : rows[line];
+}
+
+// The pixels of a line that touch one of the glyph's and are none; lines −1 and 16 touch it, too.
+unsigned bits_around(const uint8_t* rows, int64_t line) {
+  const unsigned own = bits_in_row(rows, line);
+  const unsigned near = own | bits_in_row(rows, line - 1) | bits_in_row(rows, line + 1);
+  return (near | near << 1U | near << 2U) & ~(own << 1U);
+}
 
 } // namespace
 
@@ -156,8 +178,39 @@ void Canvas::steep_line(int64_t x1, int64_t y1, int64_t x2, int64_t y2) {
 }
 
 void Canvas::text(int x, int y, std::string_view utf8) {
-  for (int64_t pen = x; !utf8.empty() && pen < width_; pen += cell_width)
-    glyph(pen, y, glyph_rows(next_code_point(utf8)));
+  const auto for_each_glyph = [&](auto draw) {
+    std::string_view rest = utf8;
+    for (int64_t pen = x; !rest.empty() && pen - 1 < width_; pen += cell_width)
+      draw(pen, glyph_rows(next_code_point(rest)));
+  };
+  // All outlines first, so that none covers the letter beside it.
+  Legibility letters(colour_);
+  if (letters.have_outline())
+    for_each_glyph(
+        [&](int64_t pen, const uint8_t* rows) { outline_of_glyph(pen, y, rows, letters); });
+  for_each_glyph([&](int64_t pen, const uint8_t* rows) { glyph(pen, y, rows); });
+}
+
+void Canvas::outline_of_glyph(int64_t x, int64_t y, const uint8_t* rows, Legibility& letters) {
+  constexpr int outlined_width = cell_width + 2;
+  const Range columns = clipped(x - 1, outlined_width, width_);
+  const Range lines = clipped(y - 1, cell_height + 2, height_);
+  if (columns.is_empty() || lines.is_empty())
+    return;
+  ground_.make_room(pixels_.data(), columns, lines, false);
+  uint32_t* row = &pixels_[int64_t{lines.begin} * width_];
+  const PixelRows ground = {row + columns.begin, width_, columns.end - columns.begin,
+                            lines.end - lines.begin};
+  if (ground.width == outlined_width && !letters.are_lost_on(*ground.first) &&
+      has_one_colour(ground, *ground.first))
+    return;
+  const unsigned visible = bits_of(columns, x);
+  for (int64_t line = lines.begin; line < lines.end; ++line, row += width_)
+    for (unsigned bits = bits_around(rows, line - y) & visible; bits != 0; bits &= bits - 1) {
+      uint32_t& pixel = row[x + cell_width - std::countr_zero(bits)];
+      if (letters.are_lost_on(pixel))
+        pixel = Legibility::outline;
+    }
 }
 
 void Canvas::glyph(int64_t x, int64_t y, const uint8_t* rows) {

@@ -14,6 +14,8 @@
 
 namespace kavo::host {
 
+class Legibility;
+
 class Canvas {
 public:
   static constexpr int cell_width = 8; // of one character
@@ -66,13 +68,14 @@ public:
 
   // Writes UTF-8 in cells of 8 × 16 pixels, the first one's top-left corner at (x, y), without a
   // background. An invalid byte, a control character and a character that the font lacks each
-  // show as a box.
+  // show as a box. Pixels that touch a bright letter and on which it would be lost become dark.
   void text(int x, int y, std::string_view utf8);
 
 private:
   void shallow_line(int64_t x1, int64_t y1, int64_t x2, int64_t y2);
   void steep_line(int64_t x1, int64_t y1, int64_t x2, int64_t y2);
   void glyph(int64_t x, int64_t y, const uint8_t* rows);
+  void outline_of_glyph(int64_t x, int64_t y, const uint8_t* rows, Legibility& letters);
 
   int width_;
   int height_;

@@ -77,6 +77,30 @@ KAVO_WIDE void select_bits_widely(const PixelRows& area, const uint8_t* rows, ui
   select_bits(area, rows, colour);
 }
 
+// Two registers a row, the second one over what the first may have looked at already.
+template<typename Chunk>
+[[gnu::always_inline]] inline bool has_one_colour_in_chunks(const PixelRows& area,
+                                                            uint32_t colour) {
+  const Chunk colours = Chunk{} + colour;
+  Chunk difference = {};
+  const uint32_t* row = area.first;
+  for (int64_t y = 0; y < area.height; ++y, row += area.pitch) {
+    Chunk left;
+    Chunk right;
+    std::memcpy(&left, row, sizeof left);
+    std::memcpy(&right, row + area.width - pixels_in<Chunk>, sizeof right);
+    difference |= (left ^ colours) | (right ^ colours);
+  }
+  uint32_t bits = 0;
+  for (int64_t pixel = 0; pixel < pixels_in<Chunk>; ++pixel)
+    bits |= difference[pixel];
+  return bits == 0;
+}
+
+KAVO_WIDE bool has_one_colour_widely(const PixelRows& area, uint32_t colour) {
+  return has_one_colour_in_chunks<Eight>(area, colour);
+}
+
 } // namespace
 
 void fill_narrowly(const PixelRows& area, uint32_t colour) {
@@ -90,6 +114,10 @@ void fill_bits_narrowly(const PixelRows& area, const uint8_t* rows, uint32_t col
   select_bits(area, rows, colour);
 }
 
+bool has_one_colour_narrowly(const PixelRows& area, uint32_t colour) {
+  return has_one_colour_in_chunks<Eight>(area, colour);
+}
+
 void fill(const PixelRows& area, uint32_t colour) {
   if (area.width >= pixels_in<Eight> && is_wide())
     fill_widely(area, colour);
@@ -99,6 +127,10 @@ void fill(const PixelRows& area, uint32_t colour) {
 
 void fill_bits(const PixelRows& area, const uint8_t* rows, uint32_t colour) {
   is_wide() ? select_bits_widely(area, rows, colour) : select_bits(area, rows, colour);
+}
+
+bool has_one_colour(const PixelRows& area, uint32_t colour) {
+  return is_wide() ? has_one_colour_widely(area, colour) : has_one_colour_narrowly(area, colour);
 }
 
 } // namespace kavo::host

@@ -22,8 +22,12 @@ void fill(const PixelRows& area, uint32_t colour);
 // pixel in the highest bit. The others stay as they are.
 void fill_bits(const PixelRows& area, const uint8_t* rows, uint32_t colour);
 
-// The same on processors whose registers hold four pixels. The two above choose.
+// Whether every pixel of an area 8 to 16 wide has the colour.
+bool has_one_colour(const PixelRows& area, uint32_t colour);
+
+// The same on processors whose registers hold four pixels. Those above choose.
 void fill_narrowly(const PixelRows& area, uint32_t colour);
 void fill_bits_narrowly(const PixelRows& area, const uint8_t* rows, uint32_t colour);
+bool has_one_colour_narrowly(const PixelRows& area, uint32_t colour);
 
 } // namespace kavo::host

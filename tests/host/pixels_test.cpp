@@ -69,4 +69,19 @@ TEST(Pixels, AreColouredAlikeByNarrowRegisters) {
   expect_to_colour_what_a_loop_colours(kavo::host::fill_bits_narrowly);
 }
 
+// One pixel of another colour is seen wherever it stands, and not when it stands beside the area.
+TEST(Pixels, OneColourIsToldFromTwo) {
+  constexpr int64_t row_length = 18;
+  for (int64_t width = 8; width <= 16; ++width)
+    for (int64_t place = 0; place < 3 * row_length; ++place) {
+      std::vector<uint32_t> pixels(3 * row_length, 0x00123456);
+      pixels[static_cast<size_t>(place)] = 0x00123457;
+      const kavo::host::PixelRows area = {&pixels[1], row_length, width, 3};
+      const bool is_inside = place % row_length >= 1 && place % row_length <= width;
+      EXPECT_EQ(kavo::host::has_one_colour(area, 0x00123456), !is_inside) << width << ", " << place;
+      EXPECT_EQ(kavo::host::has_one_colour_narrowly(area, 0x00123456), !is_inside)
+          << width << ", " << place;
+    }
+}
+
 } // namespace
