@@ -1,7 +1,5 @@
 #include "runtime/internal/strings.h"
 
-#include "runtime/internal/memory.h"
-
 namespace qor {
 
 std::string_view bytes_of(const char* s) {
@@ -9,19 +7,6 @@ std::string_view bytes_of(const char* s) {
     return {};
   const auto length = qorrt_strlen(s);
   return length < 0 ? std::string_view(s) : std::string_view(s, static_cast<size_t>(length));
-}
-
-char* new_uninitialised_string(size_t length) {
-  auto* s = static_cast<char*>(allocate(length + 1));
-  s[length] = '\0';
-  forget_length(s);
-  return s;
-}
-
-char* new_string(std::string_view text) {
-  auto* s = new_uninitialised_string(text.size());
-  text.copy(s, text.size());
-  return s;
 }
 
 char* new_byte_string(std::string_view bytes) {

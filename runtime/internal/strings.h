@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "runtime/internal/memory.h"
 #include "runtime/qorrt.h"
 
 namespace qor {
@@ -32,9 +33,18 @@ inline void free_string(char* s) {
 }
 
 // A string of `length` uninitialised bytes and its NUL.
-char* new_uninitialised_string(size_t length);
+inline char* new_uninitialised_string(size_t length) {
+  auto* s = static_cast<char*>(allocate(length + 1));
+  s[length] = '\0';
+  forget_length(s);
+  return s;
+}
 
-char* new_string(std::string_view text);
+inline char* new_string(std::string_view text) {
+  auto* s = new_uninitialised_string(text.size());
+  text.copy(s, text.size());
+  return s;
+}
 
 // A new string that the host is told the length of, so that it may hold NUL bytes.
 char* new_byte_string(std::string_view bytes);
