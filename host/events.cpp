@@ -20,11 +20,18 @@ private:
 
 } // namespace
 
-void Events::take_from(Presenter& presenter) {
+void Events::take_from(Presenter& presenter, EventSink& sink) {
   if (is_taking_)
     return;
   const Raised taking(is_taking_);
-  presenter.deliver_events(*this);
+  presenter.deliver_events(sink);
+}
+
+void Events::wait_for(Presenter& presenter, EventSink& sink) {
+  if (is_taking_)
+    return;
+  const Raised taking(is_taking_);
+  presenter.wait_for_events(sink);
 }
 
 void Events::ask_to_quit() {
@@ -35,7 +42,8 @@ void Events::ask_to_quit() {
 }
 
 void Events::key_went_down(const Key& key, bool is_repeat) {
-  keyboard_.key_down(key.scancode, key.code);
+  if (!is_repeat)
+    keyboard_.key_down(key.scancode, key.code);
   raise("KEYDOWN", {number(key.scancode), number(key.code), text(key.name), number(is_repeat)});
 }
 

@@ -17,8 +17,13 @@ public:
 
   void set_dispatcher(qorrt_dispatch_fn dispatch) { dispatch_ = dispatch; }
 
-  // Takes what `presenter` has to report. A dispatcher that gets here again is not served twice.
-  void take_from(Presenter& presenter);
+  // Lets `presenter` report what happened to `sink`, or wait for it. A dispatcher that gets here
+  // again is not served twice.
+  void take_from(Presenter& presenter, EventSink& sink);
+  void wait_for(Presenter& presenter, EventSink& sink);
+
+  // Whether what is called now was called because of an event.
+  bool is_taking() const { return is_taking_; }
 
   // Raises QUIT once; the program ends when its frame does.
   void ask_to_quit();

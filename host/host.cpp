@@ -8,6 +8,8 @@
 
 #include "host/command.h"
 #include "host/failure.h"
+#include "host/panel/drawing.h"
+#include "host/panel/texts.h"
 #include "host/standard_streams.h"
 
 namespace kavo::host {
@@ -82,6 +84,7 @@ void Host::apply_settings() {
   const Settings& settings = settings_.current();
   sound->levels({.music = loudness_of(settings.music), .effects = loudness_of(settings.effects)});
   screen.set_calm(settings.is_calm);
+  gate_.attention().set_waited_for(is_played_ && settings.waits);
 }
 
 void Host::open_screen(const ScreenRequest& request) {
@@ -121,6 +124,8 @@ void Host::show_picture() {
   // A frame that has asked for keys has just looked; the desktop need not be asked twice.
   if (!has_taken_events_)
     take_events();
+  if (gate_.holds_game_up() && !events.is_taking())
+    stand_still();
   sound->tend();
   keyboard.end_frame();
   has_taken_events_ = false;
@@ -129,6 +134,24 @@ void Host::show_picture() {
   ++pictures_since_asked_to_end_;
   if (!frames_.is_inside() || pictures_since_asked_to_end_ >= most_pictures_after_the_wish_to_end)
     end_program();
+}
+
+// A game that is to end need not be waited for.
+void Host::stand_still() {
+  keyboard.release_all();
+  const Language language = resolved(settings_.current().language, platform_->locale());
+  screen.set_overlay([language](Canvas& canvas) { draw_waiting(canvas, language); });
+  screen.present_again();
+  sound->rest();
+  while (gate_.holds_game_up() && !is_asked_to_end() && screen.is_open()) {
+    events.wait_for(screen.presenter(), gate_);
+    screen.present_again();
+  }
+  screen.set_overlay({});
+  if (!is_asked_to_end() && screen.is_open()) {
+    screen.present_again();
+    sound->wake();
+  }
 }
 
 bool Host::is_key_held(std::string_view key_name) {
@@ -150,7 +173,7 @@ void Host::end_frame(int64_t token) {
 void Host::take_events() {
   has_taken_events_ = true;
   if (screen.is_open())
-    events.take_from(screen.presenter());
+    events.take_from(screen.presenter(), gate_);
 }
 
 bool Host::is_asked_to_end() {

@@ -8,6 +8,7 @@
 
 #include "host/events.h"
 #include "host/frames.h"
+#include "host/gate.h"
 #include "host/key_names.h"
 #include "host/keyboard.h"
 #include "host/platform.h"
@@ -29,7 +30,8 @@ public:
   Host(const Host&) = delete;
   Host& operator=(const Host&) = delete;
 
-  // Presents the picture, takes the events, and ends the program when that was asked for: outside
+  // Presents the picture and takes the events. Returns when play goes on: not before the player has
+  // come back from elsewhere. Ends the program when that was asked for: outside
   // of any frame at once, inside of one at the second picture since, so that nobody waits for an
   // animation that holds its frame up.
   void show_picture();
@@ -70,9 +72,11 @@ private:
   void start_scores(int argument_count, const char* const* arguments);
   void apply_settings();
   void take_events();
+  void stand_still();
   bool is_asked_to_end();
   void end_program();
 
+  Gate gate_{events};
   Frames frames_;
   SettingsStore settings_;
   bool is_played_ = false;

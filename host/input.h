@@ -15,7 +15,9 @@ public:
   virtual ~EventSink() = default;
   virtual void key_went_down(const Key& key, bool is_repeat) = 0;
   virtual void key_went_up(const Key& key) = 0;
+  virtual void keyboard_was_given() {}   // the keys are this program's from now on
   virtual void keyboard_was_taken() = 0; // something else has it now; no key is held any more
+  virtual void picture_was_hidden() {}   // nobody can see it: minimised, on another desktop
   virtual void button_went_down(int button, int x, int y) = 0;
   virtual void button_went_up(int button, int x, int y) = 0;
   virtual void pointer_moved(int x, int y) = 0;

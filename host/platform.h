@@ -35,6 +35,9 @@ public:
   // called exactly that.
   virtual std::optional<int> code_of_key(const std::string& name) = 0;
 
+  // The player's language as the system names it, such as "de_DE.UTF-8"; empty when nobody knows.
+  virtual std::string locale() { return {}; }
+
   // Where the player's settings lie, whether or not it is there yet; empty where none are kept.
   virtual std::filesystem::path settings_folder() { return {}; }
 

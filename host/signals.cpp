@@ -1,6 +1,11 @@
 #include "host/signals.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <array>
 #include <atomic>
+#include <cerrno>
 #include <cstdint>
 #include <ctime>
 
@@ -19,11 +24,30 @@ int64_t now_ms() {
   return int64_t{now.tv_sec} * 1000 + now.tv_nsec / 1'000'000 + 1;
 }
 
+std::atomic<int> wakes_those_who_wait = -1;
+static_assert(decltype(wakes_those_who_wait)::is_always_lock_free, "a signal handler uses it");
+
+int woken = -1; // the end to wait on
+
+// Of the signals that another listener has heard.
+void empty_pipe() {
+  std::array<char, 64> bytes = {};
+  while (woken >= 0 && ::read(woken, bytes.data(), bytes.size()) > 0)
+    continue;
+}
+
+void wake_those_who_wait() {
+  const int error_of_the_interrupted = errno;
+  if (wakes_those_who_wait >= 0)
+    static_cast<void>(!::write(wakes_those_who_wait, "", 1)); // a full pipe has woken them already
+  errno = error_of_the_interrupted;
+}
+
 void remember(int signal) {
   const int64_t now = now_ms();
   int64_t first = 0;
   if (first_arrival_ms.compare_exchange_strong(first, now) || now - first <= patience_ms)
-    return;
+    return wake_those_who_wait();
   std::signal(signal, SIG_DFL);
   std::raise(signal); // takes effect when this handler returns
 }
@@ -53,6 +77,19 @@ SignalHandlers::~SignalHandlers() {
 
 QuitSignals::QuitSignals() : handlers_({SIGINT, SIGTERM}, remember) {
   first_arrival_ms = 0;
+  empty_pipe();
+}
+
+// Both ends stay open as long as the program runs.
+int QuitSignals::descriptor() {
+  if (wakes_those_who_wait >= 0)
+    return woken;
+  std::array<int, 2> ends = {-1, -1};
+  if (::pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0)
+    return -1;
+  woken = ends[0];
+  wakes_those_who_wait = ends[1];
+  return woken;
 }
 
 bool QuitSignals::has_arrived() {

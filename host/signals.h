@@ -29,6 +29,10 @@ public:
 
   static bool has_arrived();
 
+  // A descriptor that can be read from once one has arrived, for those who wait on several; -1 when
+  // the system has none to give.
+  static int descriptor();
+
 private:
   SignalHandlers handlers_;
 };

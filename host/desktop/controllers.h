@@ -34,6 +34,9 @@ public:
   // and each of its keys.
   void deliver(const SDL_Event& event, EventSink& sink);
 
+  // Whether any is plugged in.
+  bool are_there() const { return !controllers_.empty(); }
+
   static constexpr int first_scancode = SDL_NUM_SCANCODES;
 
 private:

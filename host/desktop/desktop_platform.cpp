@@ -68,6 +68,18 @@ std::optional<int> DesktopPlatform::code_of_key(const std::string& name) {
   return code;
 }
 
+// LANGUAGE is a list of which the first one counts, and only where there is a locale at all.
+std::string DesktopPlatform::locale() {
+  std::string_view locale;
+  for (const char* variable : {"LC_ALL", "LC_MESSAGES", "LANG"})
+    if (locale.empty())
+      locale = environment(variable);
+  const std::string_view languages = environment("LANGUAGE");
+  const bool is_plain = locale.empty() || locale == "C" || locale == "POSIX" || locale == "C.UTF-8";
+  return std::string(is_plain || languages.empty() ? locale
+                                                   : languages.substr(0, languages.find(':')));
+}
+
 std::filesystem::path DesktopPlatform::settings_folder() {
   return players_folder("XDG_CONFIG_HOME", ".config");
 }

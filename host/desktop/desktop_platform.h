@@ -18,6 +18,8 @@ public:
   std::unique_ptr<sound::Output> make_sound_output() override;
   // By the keyboard's layout: "Left", "Space", "A", …
   std::optional<int> code_of_key(const std::string& name) override;
+  // From LANGUAGE, LC_ALL, LC_MESSAGES or LANG.
+  std::string locale() override;
   // Below $XDG_CONFIG_HOME.
   std::filesystem::path settings_folder() override;
   // On standard error.

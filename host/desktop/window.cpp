@@ -8,6 +8,7 @@
 
 #include "host/command.h"
 #include "host/desktop/display_loss.h"
+#include "host/desktop/display_wait.h"
 #include "host/desktop/icon.h"
 #include "host/desktop/key_meaning.h"
 
@@ -222,9 +223,33 @@ void Window::deliver_events(EventSink& sink) {
     deliver(event, sink);
   switch_full_screen_if_due();
   hide_idle_pointer();
+  screen_saver_.allow_when_idle(SDL_GetTicks64());
+}
+
+void Window::wait_for_events(EventSink& sink) {
+  screen_saver_.allow();
+  SDL_PumpEvents();
+  if (SDL_HasEvents(SDL_FIRSTEVENT, SDL_LASTEVENT) == SDL_FALSE)
+    wait_for_display(window_.get(), longest_wait_ms());
+  deliver_events(sink);
+}
+
+// Controllers make themselves heard only when SDL asks them, and SDL tells of a focus that it was
+// not sure of a little later. A controller that is plugged in is found after a while.
+int Window::longest_wait_ms() const {
+  constexpr int of_a_controller = 20;
+  constexpr int after_something_happened = 250;
+  constexpr int in_quiet = 3000;
+  if (controllers_ && controllers_->are_there())
+    return of_a_controller;
+  const bool has_just_happened =
+      SDL_GetTicks64() - last_event_at_ms_ < 2 * IdlePointer::patience_ms;
+  return has_just_happened ? after_something_happened : in_quiet;
 }
 
 void Window::deliver(const SDL_Event& event, EventSink& sink) {
+  last_event_at_ms_ = SDL_GetTicks64();
+  screen_saver_.note(event, last_event_at_ms_);
   switch (event.type) {
   case SDL_KEYDOWN:
   case SDL_KEYUP:
@@ -277,8 +302,13 @@ void Window::deliver_window_event(const SDL_WindowEvent& event, EventSink& sink)
   switch (event.event) {
   case SDL_WINDOWEVENT_CLOSE:
     return sink.close_was_asked();
+  case SDL_WINDOWEVENT_FOCUS_GAINED:
+    return sink.keyboard_was_given();
   case SDL_WINDOWEVENT_FOCUS_LOST:
     return sink.keyboard_was_taken();
+  case SDL_WINDOWEVENT_MINIMIZED:
+  case SDL_WINDOWEVENT_HIDDEN:
+    return sink.picture_was_hidden();
   default:
     return;
   }

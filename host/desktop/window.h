@@ -11,6 +11,7 @@
 #include "host/desktop/controllers.h"
 #include "host/desktop/foreign_keys.h"
 #include "host/desktop/idle_pointer.h"
+#include "host/desktop/screen_saver.h"
 #include "host/desktop/x_picture.h"
 #include "host/screen/changed_rows.h"
 #include "host/screen/presenter.h"
@@ -33,6 +34,7 @@ public:
 
   void present(Canvas& canvas) override;
   void deliver_events(EventSink& sink) override;
+  void wait_for_events(EventSink& sink) override;
   const std::string& unplayable_reason() const override { return unplayable_reason_; }
 
 private:
@@ -52,6 +54,7 @@ private:
   static void deliver_window_event(const SDL_WindowEvent& event, EventSink& sink);
   SDL_Surface* surface();
   void present_without_surface(const Canvas& canvas);
+  int longest_wait_ms() const;
   void switch_full_screen_if_due();
   void hide_idle_pointer() const;
   void note_pointer_motion();
@@ -76,6 +79,8 @@ private:
   bool has_complained_ = false;         // that nothing can be shown
   bool is_switch_due_ = false;          // to full screen or back
   IdlePointer pointer_;
+  uint64_t last_event_at_ms_ = 0;
+  ScreenSaver screen_saver_;
   ForeignKeys foreign_keys_;
   std::string unplayable_reason_; // stays empty: a window can be played in
 };

@@ -37,6 +37,7 @@ public:
 
   void present(Canvas& canvas) override;
   void deliver_events(EventSink& sink) override { display_->deliver_events(sink); }
+  void wait_for_events(EventSink& sink) override { display_->wait_for_events(sink); }
   const std::string& unplayable_reason() const override { return display_->unplayable_reason(); }
 
 private:

@@ -20,6 +20,11 @@ public:
   // Reports what happened since the last time. Does not wait.
   virtual void deliver_events(EventSink& sink) = 0;
 
+  // The same, but when nothing has happened yet it waits until something does, or a signal has
+  // arrived, or for some seconds, without taking the processor's time. Only programs whose player
+  // has been with them wait.
+  virtual void wait_for_events(EventSink& sink) { deliver_events(sink); }
+
   // Why nobody can play here, for the player to read; empty when somebody can.
   virtual const std::string& unplayable_reason() const = 0;
 };

@@ -1,5 +1,7 @@
 #include "host/screen/screen.h"
 
+#include <utility>
+
 #include "host/command.h"
 #include "host/platform.h"
 
@@ -16,8 +18,10 @@ namespace {
 void Screen::open(const ScreenRequest& request) {
   close();
   canvas_.emplace(request.width, request.height);
-  presenter_ =
-      std::make_unique<CalmDisplay>(request.width, request.height, platform_.open_display(request));
+  auto overlay = std::make_unique<Overlay>(platform_.open_display(request));
+  overlay_ = overlay.get();
+  overlay_->set_drawing(draw_overlay_);
+  presenter_ = std::make_unique<CalmDisplay>(request.width, request.height, std::move(overlay));
   presenter_->set_calm(is_calm_);
 }
 
@@ -25,6 +29,12 @@ void Screen::set_calm(bool is_calm) {
   is_calm_ = is_calm;
   if (presenter_)
     presenter_->set_calm(is_calm);
+}
+
+void Screen::set_overlay(Overlay::Draw draw) {
+  draw_overlay_ = std::move(draw);
+  if (presenter_)
+    overlay_->set_drawing(draw_overlay_);
 }
 
 void Screen::close() {

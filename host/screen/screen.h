@@ -6,6 +6,7 @@
 
 #include "host/screen/calm_display.h"
 #include "host/screen/canvas.h"
+#include "host/screen/overlay.h"
 #include "host/screen/presenter.h"
 
 namespace kavo::host {
@@ -21,6 +22,12 @@ public:
   void close();
   // Whether the display is a calm one (calm_display.h), at once and when it is opened anew.
   void set_calm(bool is_calm);
+
+  // What is shown above all pictures, from the next one on.
+  void set_overlay(Overlay::Draw draw);
+  // Shows the last picture again with what is above it now; for an open screen.
+  void present_again() { overlay_->present_again(); }
+
   bool is_open() const { return presenter_ != nullptr; }
 
   // Both throw CommandError while no screen is open.
@@ -31,6 +38,8 @@ private:
   Platform& platform_;
   std::optional<Canvas> canvas_;
   bool is_calm_ = false;
+  Overlay::Draw draw_overlay_;
+  Overlay* overlay_ = nullptr; // behind the calm display, whose it is
   std::unique_ptr<CalmDisplay> presenter_;
 };
 

@@ -24,6 +24,9 @@ constexpr double loudest_gain = 4.0;  // 12 dB
 // each, a device that plays no more delays the end of the program by a tenth of a second.
 constexpr int most_waits = 100;
 
+// What is rendered ahead and the waiting for it take the rest of the tenth of a second.
+constexpr double seconds_to_rest = 0.05;
+
 double seconds_of_steady_clock() {
   const auto now = std::chrono::steady_clock::now().time_since_epoch();
   return std::chrono::duration<double>(now).count();
@@ -95,6 +98,8 @@ void Player::close() {
 }
 
 void Player::tend() {
+  if (is_resting_)
+    return;
   if (engine_ && output_->is_lost()) {
     close();
     lose("no sound: the audio device is gone");
@@ -119,16 +124,45 @@ void Player::reopen() {
 void Player::shutdown() {
   if (!is_started_)
     return;
-  if (engine_ && !output_->is_lost())
-    wait_for_silence();
+  if (engine_ && !is_resting_ && !output_->is_lost())
+    fall_silent(output_->fade_out_seconds());
   close();
   scores_.clear();
   state_ = State{};
   is_started_ = false;
+  is_resting_ = false;
 }
 
-void Player::wait_for_silence() {
-  const auto frames = static_cast<int64_t>(output_->fade_out_seconds() * engine_->rate());
+void Player::rest() {
+  if (!is_started_ || is_resting_)
+    return;
+  is_resting_ = true;
+  if (!engine_)
+    return;
+  if (!output_->is_lost())
+    fall_silent(seconds_to_rest);
+  output_->close();
+}
+
+void Player::wake() {
+  if (!std::exchange(is_resting_, false) || !engine_)
+    return;
+  try {
+    if (output_->open() != engine_->rate()) {
+      close();
+      return open();
+    }
+    const auto frames = static_cast<int64_t>(seconds_to_rest * engine_->rate());
+    engine_->send({.kind = Kind::curtain, .whole = frames, .number = 1.0});
+    output_->start(*engine_);
+  } catch (const OutputError& error) {
+    close();
+    lose(std::string("no sound: ") + error.what());
+  }
+}
+
+void Player::fall_silent(double seconds) {
+  const auto frames = static_cast<int64_t>(seconds * engine_->rate());
   engine_->send({.kind = Kind::curtain, .whole = frames, .number = 0.0});
   for (int i = 0; i < most_waits && !engine_->is_silenced(); ++i)
     output_->wait();

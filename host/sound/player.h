@@ -69,6 +69,12 @@ public:
   // told. Twice is harmless.
   void shutdown();
 
+  // Falls silent within a tenth of a second and lets the output go, which then takes nobody's time.
+  // Where the music is it goes on after wake(), unless the device has changed meanwhile; what is
+  // asked for in between is remembered. Twice is harmless, each.
+  void rest();
+  void wake();
+
   // Called now and then: reopens an output that was lost or never there, and tells the engine what
   // it missed. Every other function does so too.
   void tend();
@@ -102,7 +108,7 @@ private:
   bool send_score();
   void adopt(std::unique_ptr<const Score> score);
   void collect_retired_scores();
-  void wait_for_silence();
+  void fall_silent(double seconds);
   VoiceState& voice_state(int voice) { return state_.voices[static_cast<size_t>(voice)]; }
 
   std::unique_ptr<Output> output_;
@@ -114,6 +120,7 @@ private:
   std::vector<std::unique_ptr<const Score>> scores_; // the newest last; the engine may read any
   bool is_score_sent_ = false; // whether the engine was sent the newest of them and may hold it
   bool is_started_ = false;
+  bool is_resting_ = false;
   bool has_missed_commands_ = false; // the engine's queue was full: tell it everything again
   double next_attempt_ = 0.0;
 };

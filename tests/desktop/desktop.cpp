@@ -263,6 +263,13 @@ void DesktopWindow::take_focus_away() const {
   connection_->finish();
 }
 
+bool DesktopWindow::is_focused() const {
+  Window focused = None;
+  int reverts_to = 0;
+  XGetInputFocus(connection_->display(), &focused, &reverts_to);
+  return focused == id_;
+}
+
 void DesktopWindow::ask_to_close() const {
   XEvent event = connection_->message_to(id_, "WM_PROTOCOLS");
   event.xclient.data.l[0] = static_cast<long>(connection_->atom("WM_DELETE_WINDOW"));
@@ -330,6 +337,18 @@ DesktopWindow Desktop::wait_for_window(const std::string& title) {
   if (!eventually([&] { return (found = find_window(title)).has_value(); }))
     throw std::runtime_error("no window is called " + title);
   return *found;
+}
+
+DesktopWindow Desktop::open_other_window() {
+  Display* display = connection_->display();
+  const Window id = XCreateSimpleWindow(display, connection_->root(), 700, 50, 300, 200, 0, 0, 0);
+  XStoreName(display, id, "another");
+  XMapRaised(display, id);
+  connection_->finish();
+  const DesktopWindow window(*connection_, id);
+  if (!eventually([&] { return window.is_focused(); }))
+    throw std::runtime_error("the other window does not get the keyboard");
+  return window;
 }
 
 void Desktop::press(const std::string& key) {

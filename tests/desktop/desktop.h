@@ -73,6 +73,8 @@ public:
   void take_focus_away() const;
   // Presses its close button.
   void ask_to_close() const;
+  // Whether it has the keyboard.
+  bool is_focused() const;
   // Takes it away from its program, which does not know.
   void destroy() const;
 
@@ -115,6 +117,10 @@ public:
   std::optional<DesktopWindow> find_window(const std::string& title);
   // Throws std::runtime_error when it does not appear.
   DesktopWindow wait_for_window(const std::string& title);
+
+  // Opens a window of somebody else's, which the window manager gives the keyboard. Returns when it
+  // has it.
+  DesktopWindow open_other_window();
 
   // The keys by the names of X ("Left", "a", "space", "Return", "Escape", "KP_Enter"). Each
   // returns when the server has passed it on.

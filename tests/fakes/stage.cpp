@@ -22,6 +22,11 @@ public:
     if (std::exchange(has_shown_a_picture_, false) && stage().play)
       stage().play(sink);
   }
+  void wait_for_events(host::EventSink& sink) override {
+    if (!stage().wait)
+      throw std::logic_error("the host waits for a player whom nobody plays");
+    stage().wait(sink);
+  }
   const std::string& unplayable_reason() const override { return playable_; }
 
 private:

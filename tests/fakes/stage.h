@@ -18,6 +18,7 @@ namespace kavo::test {
 struct Stage {
   std::function<void(host::EventSink&)> play;     // once a picture: what the player does now
   std::function<void(const host::Canvas&)> watch; // every picture that is shown
+  std::function<void(host::EventSink&)> wait;     // what happens while the host waits
   std::optional<int> calm_share;                  // of a calm display to show them on
   std::function<std::unique_ptr<sound::Output>()> make_sound_output;
   std::function<std::optional<int>(const std::string&)> code_of_key;

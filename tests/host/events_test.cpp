@@ -96,7 +96,7 @@ public:
   void present(Canvas&) override {}
   void deliver_events(EventSink& sink) override {
     sink.pointer_moved(++deliveries_, 0);
-    events_.take_from(*this);
+    events_.take_from(*this, events_);
   }
   const std::string& unplayable_reason() const override { return reason_; }
 
@@ -108,9 +108,9 @@ private:
 
 TEST_F(EventTest, ADispatcherThatComesBackIsNotServedTwice) {
   EndlessPresenter presenter(events);
-  events.take_from(presenter);
+  events.take_from(presenter, events);
   EXPECT_EQ(received(), Lines{"MOUSEMOVE 1 0"});
-  events.take_from(presenter);
+  events.take_from(presenter, events);
   EXPECT_EQ(received().size(), 2U);
 }
 

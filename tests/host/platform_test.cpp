@@ -12,6 +12,7 @@
 #include "host/sound/memory_output.h"
 #include "tests/fakes/stage.h"
 #include "tests/host/bridge.h"
+#include "tests/host/played.h"
 #include "tests/support/files.h"
 #include "tests/support/temporary_folder.h"
 
@@ -94,33 +95,6 @@ TEST_F(PlatformTest, ShowsItsPicturesOnACalmDisplayWhenThatIsWanted) {
   EXPECT_GT(corner, 0U);
   EXPECT_LT(corner, 0x40U);
 }
-
-// A program of that name, as a player starts it.
-class Played {
-public:
-  explicit Played(std::vector<const char*> words = {"kavo"}) {
-    for (const char* word : words)
-      words_.emplace_back(word);
-    std::vector<char*> arguments;
-    for (std::string& word : words_)
-      arguments.push_back(word.data());
-    handle_ = qorrt_init(static_cast<int>(arguments.size()), arguments.data());
-  }
-  ~Played() { qorrt_shutdown(handle_); }
-  Played(const Played&) = delete;
-  Played& operator=(const Played&) = delete;
-
-  template<typename... Values>
-  double send(const char* name, const Values&... values) const {
-    const CommandArguments arguments(values...);
-    return qorrt_call_typed_f64(handle_, name, arguments.slots(), arguments.tags(),
-                                arguments.count());
-  }
-
-private:
-  std::vector<std::string> words_;
-  int64_t handle_;
-};
 
 // The loudest sample of a square wave, or of a pattern, with these settings.
 float loudness_with(const std::string& settings, bool is_music) {

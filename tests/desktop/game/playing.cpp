@@ -48,7 +48,7 @@ uint32_t cell_in(const kavo::desktop::Bitmap& picture, int row, int column) {
 }
 
 Game::Game(const Conditions& conditions) : desktop(conditions.displays) {
-  if (conditions.displays.size() > 1)
+  if (conditions.displays.size() > 1 || conditions.has_window_manager)
     desktop.start_window_manager();
   if (conditions.arrange)
     conditions.arrange(folder);
@@ -80,6 +80,10 @@ bool Game::is_entering_a_name() {
 
 bool Game::is_paused() {
   return shows([](const auto& picture) { return has_accent(picture, 282, 338, 40); });
+}
+
+bool Game::is_waiting() {
+  return shows([](const auto& picture) { return has_accent(picture, 282, 378, 96); });
 }
 
 int Game::leftmost_column() const {

@@ -33,6 +33,8 @@ struct Conditions {
   std::function<void(kavo::desktop::Launch&)> change = {};
   // What it is shown on; more than one stand side by side, with a window manager.
   std::vector<kavo::desktop::DisplaySize> displays = {{1280, 1024}};
+  // One that runs with a single display, too.
+  bool has_window_manager = false;
 };
 
 // What a cell of the upright board shows, left of its middle.
@@ -60,6 +62,8 @@ public:
   bool is_playing();
   bool is_entering_a_name();
   bool is_paused();
+  // It stands still, dimmed, because its player is elsewhere.
+  bool is_waiting();
 
   // The leftmost board column in which anything but an empty cell is seen in the upper nine rows,
   // where the falling piece is, and neither the stack nor the points that rise from it; 10 when
