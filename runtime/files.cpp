@@ -22,20 +22,34 @@ struct CloseFile {
 };
 using File = std::unique_ptr<std::FILE, CloseFile>;
 
-File open_file(const char* path, const char* mode) {
-  return File(path == nullptr ? nullptr : std::fopen(path, mode));
+// Nothing here waits: opening a pipe would for its other end, and some devices for anything.
+int open_at_once(const char* path, int flags) {
+  constexpr mode_t readable_and_writable = 0666; // less the process's mask
+  return path == nullptr
+             ? -1
+             : open(path, flags | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, readable_and_writable);
 }
 
-// Null for what is no regular file, too: opening a pipe would wait for a writer, and some devices
-// never end.
+// Null for what is no regular file, too: a pipe may have no writer, and some devices never end.
 File open_to_read(const char* path) {
-  const int descriptor =
-      path == nullptr ? -1 : open(path, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+  const int descriptor = open_at_once(path, O_RDONLY);
   if (descriptor < 0)
     return nullptr;
   struct stat status {};
   const bool is_regular = fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
   auto* file = is_regular ? fdopen(descriptor, "rb") : nullptr;
+  if (file == nullptr)
+    close(descriptor);
+  return File(file);
+}
+
+// Null for a pipe that nobody reads, too. One that is read takes what it has room for.
+File open_to_write(const char* path, bool is_to_append) {
+  const int descriptor =
+      open_at_once(path, O_WRONLY | O_CREAT | (is_to_append ? O_APPEND : O_TRUNC));
+  if (descriptor < 0)
+    return nullptr;
+  auto* file = fdopen(descriptor, is_to_append ? "ab" : "wb");
   if (file == nullptr)
     close(descriptor);
   return File(file);
@@ -53,7 +67,7 @@ std::string read_whole(const char* path) {
 }
 
 void write_whole(const char* path, std::string_view bytes, int64_t append) {
-  const auto file = open_file(path, append != 0 ? "ab" : "wb");
+  const auto file = open_to_write(path, append != 0);
   if (file != nullptr && !bytes.empty())
     std::fwrite(bytes.data(), 1, bytes.size(), file.get());
 }

@@ -19,7 +19,8 @@ char* qor_txtreader(const char* path);
 char* qor_txtreader_enc(const char* path, const char* encoding);
 
 /* Write the bytes of `text` (a byte string whole) into the file: in place of what it held, behind
-   it, or either as `append` says. */
+   it, or either as `append` says. Nothing is waited for: a pipe that nobody reads counts as what
+   cannot be written, and one that is read takes no more than it has room for. */
 void qor_txtwriter(const char* path, const char* text);
 void qor_txtwriter_append(const char* path, const char* text);
 void qor_txtwriter3(const char* path, const char* text, int64_t append);

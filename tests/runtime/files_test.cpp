@@ -1,7 +1,10 @@
 // Text files, directories, paths and the environment.
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
+#include <array>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -117,6 +120,28 @@ TEST_F(Writing, SkipsAFileThatCannotBeOpened) {
   qor_txtwriter(nullptr, "x");
   qor_txtwriter_enc(path("none/t").c_str(), "x", 0, "utf8");
   EXPECT_EQ(qor_err_code_visible(), 0);
+}
+
+TEST_F(Writing, WaitsForNoReaderOfAPipe) {
+  ASSERT_EQ(mkfifo(path("pipe").c_str(), 0600), 0);
+  qor_txtwriter(path("pipe").c_str(), "x");
+  qor_txtwriter_append(path("pipe").c_str(), "x");
+  qor_txtwriter_enc(path("pipe").c_str(), "x", 0, "utf8");
+  EXPECT_TRUE(fs::is_fifo(path("pipe")));
+  EXPECT_EQ(qor_err_code_visible(), 0);
+}
+
+TEST_F(Writing, GivesAPipeThatIsReadWhatItTakes) {
+  ASSERT_EQ(mkfifo(path("pipe").c_str(), 0600), 0);
+  const int reader = open(path("pipe").c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+  qor_txtwriter(path("pipe").c_str(), "first");
+  std::array<char, 8> received{};
+  EXPECT_EQ(read(reader, received.data(), received.size()), 5);
+  EXPECT_EQ(std::string(received.data()), "first");
+  const std::string more_than_it_holds(4 << 20, 'x');
+  qor_txtwriter(path("pipe").c_str(), more_than_it_holds.c_str());
+  EXPECT_EQ(read(reader, received.data(), received.size()), 8);
+  close(reader);
 }
 
 TEST_F(Writing, ConvertsToTheNamedEncoding) {
