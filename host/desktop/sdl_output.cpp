@@ -5,6 +5,7 @@
 #include <string>
 
 #include "host/desktop/alsa_messages.h"
+#include "host/desktop/sound_client.h"
 
 namespace kavo::sound {
 
@@ -27,6 +28,7 @@ std::string reason() {
 // The sample rate and the block may be what the device prefers; samples arrive as floats in
 // stereo whatever it is.
 int SdlOutput::open() {
+  keep_sound_client_out_of_home();
   if (SDL_InitSubSystem(SDL_INIT_AUDIO) != 0)
     throw OutputError(reason());
   has_subsystem_ = true;

@@ -12,17 +12,22 @@
 #include <cerrno>
 #include <csignal>
 #include <cstddef>
+#include <filesystem>
 #include <regex>
 #include <sstream>
 #include <string>
 #include <vector>
 
 #include "tests/desktop/game/playing.h"
+#include "tests/desktop/game/sound_server.h"
 
 namespace {
 
 using kavo::playing::Conditions;
 using kavo::playing::Game;
+using kavo::playing::Player;
+using kavo::playing::Runtime;
+using kavo::playing::SoundServer;
 
 // The leak sanitizer starts a process that traces its own.
 void look_for_no_leaks(kavo::desktop::Launch& launch) {
@@ -154,40 +159,107 @@ bool is_writing(const std::string& line) {
   return !contains(line, R"(^\d+ +(socket|execve|execveat)\()") && contains(line, R"(^\d+ +\w+\()");
 }
 
+// What was there already is not made again.
+bool finds_it_there(const std::string& line) {
+  return contains(line, R"(^\d+ +mkdir(at)?\(.* = -1 EEXIST )");
+}
+
 // The names in the line all lie in the game's own folders for files, or are devices.
-bool is_within_bounds(const std::string& line, const std::string& folder) {
+bool is_within_bounds(const std::string& line, const std::string& configuration) {
   const std::regex name(R"rx("((?:[^"\\]|\\.)*)")rx");
   for (std::sregex_iterator found(line.begin(), line.end(), name), end; found != end; ++found)
-    if (!contains((*found)[1], "^(tmp|tmp/[^/]*|/dev/null|/dev/input/.*)$") &&
-        !(*found)[1].str().starts_with(folder + "/config"))
+    if (!contains((*found)[1], "^(tmp|tmp/[^/]*|/dev/null|/dev/input/.*|/dev/snd/.*)$") &&
+        (*found)[1] != configuration && !(*found)[1].str().starts_with(configuration + "/kavo"))
       return false;
   return true;
+}
+
+void trace(kavo::desktop::Launch& launch) {
+  look_for_no_leaks(launch);
+  auto command = traced_command();
+  command.push_back(launch.arguments.front());
+  launch.arguments = command;
+}
+
+void expect_within_bounds(const std::string& calls, const std::string& configuration) {
+  int started = 0;
+  int written = 0;
+  for (const std::string& line : lines_of(calls)) {
+    started += contains(line, R"(^\d+ +execve)");
+    if (contains(line, R"(^\d+ +socket\()")) {
+      EXPECT_TRUE(contains(line, R"(\((AF_UNIX|AF_NETLINK), )")) << line;
+    }
+    if (!is_writing(line) || finds_it_there(line))
+      continue;
+    ++written;
+    EXPECT_TRUE(is_within_bounds(line, configuration)) << line;
+  }
+  EXPECT_EQ(started, 1) << "it starts other programs";
+  EXPECT_GE(written, 3) << "its folder, the table's new content and its renaming were not seen";
 }
 
 TEST(Privileges, AGameWritesInItsOwnFolderOnly) {
   if (!may_trace())
     GTEST_SKIP() << "system calls may not be traced here: what is written was NOT looked at";
-  Game game(Conditions{.change = [](kavo::desktop::Launch& launch) {
+  Game game(Conditions{.change = trace});
+  play_to_a_saved_score(game);
+  expect_within_bounds(kavo::test::read_file(game.folder / "trace"), game.folder / "config");
+}
+
+// ---- with a sound server ------------------------------------------------------------------------
+
+class WithASoundServer : public testing::TestWithParam<Runtime> {
+protected:
+  const kavo::test::TemporaryFolder folder;
+  const Player player{folder.path(), GetParam()};
+  const SoundServer server{player};
+};
+
+TEST_P(WithASoundServer, AGameIsHeardAndNeedsNoNetworkNoProcessAndNoOtherRights) {
+  Game game(Conditions{.change = [&](kavo::desktop::Launch& launch) {
+    player.own(launch);
     look_for_no_leaks(launch);
-    auto command = traced_command();
-    command.push_back(launch.arguments.front());
-    launch.arguments = command;
+    launch.last_act = confine;
+  }});
+  EXPECT_TRUE(server.is_heard());
+  play_to_a_saved_score(game);
+  EXPECT_EQ(game.process->errors_so_far(), "");
+}
+
+TEST_P(WithASoundServer, AGameWritesInItsOwnFolderOnly) {
+  if (!may_trace())
+    GTEST_SKIP() << "system calls may not be traced here: what is written was NOT looked at";
+  Game game(Conditions{.change = [&](kavo::desktop::Launch& launch) {
+    player.own(launch);
+    trace(launch);
+  }});
+  EXPECT_TRUE(server.is_heard());
+  play_to_a_saved_score(game);
+  expect_within_bounds(kavo::test::read_file(game.folder / "trace"), player.configuration());
+}
+
+INSTANTIATE_TEST_SUITE_P(WhereTheRuntimeFolder, WithASoundServer,
+                         testing::Values(Runtime::is_set, Runtime::is_not),
+                         [](const auto& runtime) {
+                           return runtime.param == Runtime::is_set ? "IsSet" : "IsNot";
+                         });
+
+TEST(WithoutASoundServer, NothingIsLeftInTheHomeOrTheTemporaryFolder) {
+  const kavo::test::TemporaryFolder folder;
+  const Player player(folder.path(), Runtime::is_not);
+  Game game(Conditions{.change = [&](kavo::desktop::Launch& launch) {
+    player.own(launch);
+    look_for_no_leaks(launch);
   }});
   play_to_a_saved_score(game);
-  int started = 0;
-  int written = 0;
-  for (const std::string& line : lines_of(kavo::test::read_file(game.folder / "trace"))) {
-    started += contains(line, R"(^\d+ +execve)");
-    if (contains(line, R"(^\d+ +socket\()")) {
-      EXPECT_TRUE(contains(line, R"(\((AF_UNIX|AF_NETLINK), )")) << line;
-    }
-    if (!is_writing(line))
-      continue;
-    ++written;
-    EXPECT_TRUE(is_within_bounds(line, game.folder.path())) << line;
-  }
-  EXPECT_EQ(started, 1) << "it starts other programs";
-  EXPECT_GE(written, 3) << "its folder, the table's new content and its renaming were not seen";
+  std::filesystem::remove_all(player.configuration() + "/kavo");
+  EXPECT_TRUE(std::filesystem::remove(player.configuration())) << "something else is in it";
+  EXPECT_TRUE(std::filesystem::is_empty(player.home()));
+  EXPECT_TRUE(std::filesystem::is_empty(player.temporary_folder()));
+  const std::string said = game.process->errors_so_far();
+  EXPECT_TRUE(said.empty() ||
+              (said.starts_with("no sound: ") && said.find('\n') == said.size() - 1))
+      << said;
 }
 
 } // namespace
