@@ -193,6 +193,16 @@ void DesktopWindow::restore() const {
   connection_->ask_manager(event);
 }
 
+void DesktopWindow::unmap() const {
+  XUnmapWindow(connection_->display(), id_);
+  connection_->finish();
+}
+
+void DesktopWindow::map() const {
+  XMapWindow(connection_->display(), id_);
+  connection_->finish();
+}
+
 bool DesktopWindow::is_minimised() const {
   const std::vector<long> state = connection_->numbers(id_, "WM_STATE");
   return !state.empty() && state[0] == IconicState;
@@ -311,11 +321,15 @@ void Desktop::freeze() {
   server_.process().send_signal(SIGSTOP);
 }
 
+// It announces itself before it is ready, and loses what comes in between, windows too. Once it
+// has done what it was asked it is past that.
 void Desktop::start_window_manager() {
   window_manager_ = start({{"openbox"}, {}, "."});
-  // It announces itself before it is ready, and loses what comes in between, windows too. Once it
-  // has done what it was asked it is past that.
-  constexpr long desktops = 3;
+  wait_for_window_manager();
+}
+
+void Desktop::wait_for_window_manager() {
+  const long desktops = ++desktops_asked_for_;
   const bool manages = eventually([&] {
     connection_->ask_root("_NET_NUMBER_OF_DESKTOPS", desktops);
     return connection_->numbers(connection_->root(), "_NET_NUMBER_OF_DESKTOPS") ==

@@ -60,6 +60,9 @@ public:
   // Asks the window manager, as a taskbar does; it is done when is_minimised() says so.
   void minimise() const;
   void restore() const;
+  // Takes it off the screen and puts it back there without asking anybody.
+  void unmap() const;
+  void map() const;
   bool is_minimised() const;
   bool is_shown() const;
   // Its first icon; 0 x 0 when it has none. Pixels are 0xAARRGGBB.
@@ -108,6 +111,8 @@ public:
 
   // Starts a window manager (openbox) and waits until it manages.
   void start_window_manager();
+  // Waits until it has done all that it was given to do before.
+  void wait_for_window_manager();
 
   // Takes one of several displays away, counted from 0, and brings it back to its place.
   void unplug(size_t display) const;
@@ -147,6 +152,7 @@ private:
   XServer server_;
   std::unique_ptr<Connection> connection_;
   std::unique_ptr<Process> window_manager_;
+  long desktops_asked_for_ = 4; // another number than it begins with
 };
 
 // Asks again and again until the answer is yes; false when it stays no for half a minute.
