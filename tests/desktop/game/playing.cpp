@@ -95,6 +95,17 @@ int Game::leftmost_column() const {
   return 10;
 }
 
+bool Game::is_piece_high() const {
+  constexpr int rows_where_it_appears = 4;
+  constexpr int rows_looked_at = 9;
+  const kavo::desktop::Bitmap now = picture();
+  for (int column = 0; column < 10; ++column)
+    for (int row = rows_where_it_appears; row < rows_looked_at; ++row)
+      if (cell_in(now, row, column) != empty_cell)
+        return false;
+  return leftmost_column() < 10;
+}
+
 int Game::move(int moves) {
   const int step = moves < 0 ? -1 : 1;
   int moved = 0;
@@ -110,6 +121,13 @@ void Game::start_playing() {
   ASSERT_TRUE(is_on_title());
   tap("space");
   ASSERT_TRUE(is_playing());
+}
+
+void Game::start_again() {
+  tap("Escape");
+  ASSERT_TRUE(is_paused());
+  tap("Escape");
+  start_playing();
 }
 
 // Twenty pieces dropped where they appear overflow the well.

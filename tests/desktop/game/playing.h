@@ -70,12 +70,19 @@ public:
   // there is nothing.
   int leftmost_column() const;
 
+  // Whether the falling piece has so far to go that a few taps are seen before it leaves those
+  // rows; false when a busy machine let it fall.
+  bool is_piece_high() const;
+
   // Taps Left (moves < 0) or Right, each tap only when the one before is seen to have moved the
   // falling piece. Returns the number that did.
   int move(int moves);
 
   // From the title to a game with its first piece.
   void start_playing();
+
+  // From a game to the title and to the next.
+  void start_again();
 
   // From the title to the name entry, after a game that was lost at once.
   void lose();
