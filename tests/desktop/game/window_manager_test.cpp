@@ -21,6 +21,7 @@ TEST(AWindowThatComesAndGoes, IsPlayedOnUnderAWindowManager) {
     return game.window->pixels_if_visible().has_value();
   })) << game.process->errors_so_far();
   game.window->focus();
+  game.start_again();
   EXPECT_EQ(game.move(-1) + game.move(1), 2);
   game.window->ask_to_close();
   const auto outcome = game.process->wait();
