@@ -67,7 +67,8 @@ void make_folders(const fs::path& folder) {
     return;
   if (folder.parent_path() != folder)
     make_folders(folder.parent_path());
-  ::mkdir(folder.c_str(), 0700);
+  if (::mkdir(folder.c_str(), S_IRWXU) == 0)
+    ::chmod(folder.c_str(), S_IRWXU); // whatever the mask takes
 }
 
 // Those entries of `after` that are not as in `before`, on top of what is usual.

@@ -82,8 +82,8 @@ bool is_new_table(const std::string& path) {
 }
 
 TEST(Saving, BeyondTheLargestSizeOfAFileIsNotTried) {
-  // The line that tells it has to fit, the table with its long name has not.
-  const std::string long_table = std::string(2000, 'N') + ";5";
+  // The line that tells it and the settings have to fit, the table with its long name has not.
+  const std::string long_table = std::string(20'000, 'N') + ";5";
   Game game(Conditions{.arrange =
                            [&](const TemporaryFolder& folder) {
                              put_old_table(folder);
@@ -92,7 +92,7 @@ TEST(Saving, BeyondTheLargestSizeOfAFileIsNotTried) {
                        .change =
                            [](kavo::desktop::Launch& launch) {
                              launch.last_act = [] {
-                               const rlimit limit = {1000, 1000};
+                               const rlimit limit = {10'000, 10'000};
                                setrlimit(RLIMIT_FSIZE, &limit);
                              };
                            }});
