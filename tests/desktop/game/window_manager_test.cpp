@@ -20,7 +20,12 @@ TEST(AWindowThatComesAndGoes, IsPlayedOnUnderAWindowManager) {
   ASSERT_TRUE(kavo::desktop::eventually([&] {
     return game.window->pixels_if_visible().has_value();
   })) << game.process->errors_so_far();
+  game.window->take_focus_away(); // it may wait for its player already
+  ASSERT_TRUE(game.is_waiting());
   game.window->focus();
+  ASSERT_TRUE(kavo::desktop::eventually([&] { return game.window->is_focused(); }));
+  game.tap("space");
+  ASSERT_TRUE(game.is_playing());
   game.start_again();
   EXPECT_EQ(game.move(-1) + game.move(1), 2);
   game.window->ask_to_close();
