@@ -4,20 +4,21 @@
 #   qor::hosted  for a program that links a host of its own: the library alone
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
+set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME libqor-dev)
 
 set(QOR_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/qor)
 set(QOR_PKGCONFIG_DIR ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 set(QOR_DOC_DIR share/doc/libqor-dev)
 
-install(TARGETS qor qor_stand_in ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT libqor-dev)
-install(DIRECTORY . DESTINATION include/qor/runtime COMPONENT libqor-dev
+install(TARGETS qor qor_stand_in ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(DIRECTORY . DESTINATION include/qor/runtime
         FILES_MATCHING PATTERN "*.h"
         PATTERN "internal" EXCLUDE
         PATTERN "examples" EXCLUDE
         PATTERN "package" EXCLUDE
         PATTERN "stand_in" EXCLUDE)
-install(FILES ${PROJECT_SOURCE_DIR}/docs/runtime.md DESTINATION ${QOR_DOC_DIR} COMPONENT libqor-dev)
-install(DIRECTORY examples DESTINATION ${QOR_DOC_DIR} COMPONENT libqor-dev)
+install(FILES ${PROJECT_SOURCE_DIR}/docs/runtime.md DESTINATION ${QOR_DOC_DIR})
+install(DIRECTORY examples DESTINATION ${QOR_DOC_DIR})
 
 # From the folder of either kind of package file to the prefix.
 file(RELATIVE_PATH QOR_PREFIX_FROM_CMAKE /${QOR_CMAKE_DIR} /)
@@ -31,10 +32,9 @@ write_basic_package_version_file(
   COMPATIBILITY SameMinorVersion)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/qor-config.cmake
               ${CMAKE_CURRENT_BINARY_DIR}/qor-config-version.cmake
-        DESTINATION ${QOR_CMAKE_DIR} COMPONENT libqor-dev)
+        DESTINATION ${QOR_CMAKE_DIR})
 
 foreach(name qor qor-hosted)
   configure_file(package/${name}.pc.in ${name}.pc @ONLY)
-  install(FILES ${CMAKE_CURRENT_BINARY_DIR}/${name}.pc DESTINATION ${QOR_PKGCONFIG_DIR}
-          COMPONENT libqor-dev)
+  install(FILES ${CMAKE_CURRENT_BINARY_DIR}/${name}.pc DESTINATION ${QOR_PKGCONFIG_DIR})
 endforeach()
