@@ -27,9 +27,22 @@ std::string no_display(const std::string& reason) {
          reason + ")";
 }
 
+// What the sound server's mixer shows of the game. SDL's hints and the libraries' own variables
+// hold what a player has set already; SDL knows of no icon, which the servers' libraries take from
+// there.
+void introduce_to_the_mixer() {
+  SDL_SetHint(SDL_HINT_APP_NAME, "KAVO");
+  SDL_SetHint(SDL_HINT_AUDIO_DEVICE_STREAM_NAME, "KAVO");
+  setenv("PULSE_PROP_application.icon_name", "kavo", 0);
+  setenv("PULSE_PROP_media.role", "game", 0);
+  SDL_SetHint(SDL_HINT_AUDIO_DEVICE_STREAM_ROLE, "game"); // to PipeWire only
+  setenv("PIPEWIRE_PROPS", "{ application.icon_name = kavo }", 0);
+}
+
 } // namespace
 
 DesktopPlatform::DesktopPlatform() {
+  introduce_to_the_mixer();
   // Before SDL starts, or it would take the signals.
   SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
   // SDL looks for the session's bus; where none is named, that would start one.
