@@ -30,16 +30,6 @@ MetainfoLeadsToTheEntry() {
   [ -f "$share/applications/$id" ] || fail "there is no entry $id"
 }
 
-IconsHaveTheSizeOfTheirFolder() {
-  local icon size count=0
-  for icon in "$share"/icons/hicolor/*x*/apps/kavo.png; do
-    size=$(basename "$(dirname "$(dirname "$icon")")")
-    expect_contains "$icon" "PNG image data, ${size%x*} x ${size#*x}," "$(file -b "$icon")"
-    count=$((count + 1))
-  done
-  expect_equal "number of sizes" 8 $count
-}
-
 # man has warnings of its own formatter: a page that renders without one has sound markup.
 expect_sound_page() {
   local warnings
