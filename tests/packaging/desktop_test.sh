@@ -6,7 +6,6 @@
 
 share=${tree:?}/share
 scenes="kavo pop pu storm qbomb title opts enter"
-first_words="shot --calm --music --effects --fullscreen --scale --lang --help --version"
 
 EntryIsValid() {
   desktop-file-validate --no-warn-deprecated "$share/applications/kavo.desktop"
@@ -45,35 +44,12 @@ ManualPagesAreSound() {
 ManualPagesAndCompletionsKnowEveryScene() {
   local scene file
   for file in "$share/man/man6/kavo.6.gz" "$share/man/de/man6/kavo.6.gz" \
-    "$share/bash-completion/completions/kavo" "$share/zsh/vendor-completions/_kavo" \
+    "$share/bash-completion/completions/kavo" "$share/zsh/site-functions/_kavo" \
     "$share/fish/vendor_completions.d/kavo.fish"; do
     for scene in $scenes; do
       zcat -f "$file" | grep -w -- "$scene" >/dev/null || fail "$file does not know $scene"
     done
   done
-}
-
-# The words that bash offers after: kavo <word…>
-offered() {
-  # shellcheck disable=SC1091 # the completion is the installed one
-  . "$share/bash-completion/completions/kavo"
-  # shellcheck disable=SC2034 # bash's own names: what was typed, and which word is completed
-  COMP_WORDS=(kavo "$@") COMP_CWORD=$#
-  _kavo
-  echo "${COMPREPLY[*]}"
-}
-
-BashCompletesTheScenesAfterShot() {
-  expect_equal "after shot" "$scenes" "$(offered shot '')"
-  expect_equal "after shot p" "pop pu" "$(offered shot p)"
-  expect_equal "first word" "$first_words" "$(offered '')"
-  expect_equal "after another word" "" "$(offered play '')"
-  expect_equal "after an option" "$first_words" "$(offered --calm '')"
-  expect_equal "after an option and shot" "$scenes" "$(offered --calm shot '')"
-  expect_equal "after an option and its value" "$first_words" "$(offered --music 50 '')"
-  expect_equal "after values and shot" "$scenes" "$(offered --music 50 --calm --lang de shot '')"
-  expect_equal "languages" "de en" "$(offered --lang '')"
-  expect_equal "volumes are the player's own" "" "$(offered --music '')"
 }
 
 TheGameKnowsEachSceneByItsWord() {
@@ -88,7 +64,7 @@ ManualPagesAndCompletionsKnowEveryOption() {
   local option file
   for option in calm music effects fullscreen scale lang help version; do
     for file in "$share/man/man6/kavo.6.gz" "$share/man/de/man6/kavo.6.gz" \
-      "$share/bash-completion/completions/kavo" "$share/zsh/vendor-completions/_kavo" \
+      "$share/bash-completion/completions/kavo" "$share/zsh/site-functions/_kavo" \
       "$share/fish/vendor_completions.d/kavo.fish"; do
       zcat -f "$file" | tr -d '\134' | grep -E -- "(--|-l )$option\b" >/dev/null || fail "$file does not know --$option"
     done
