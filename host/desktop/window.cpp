@@ -1,5 +1,6 @@
 #include "host/desktop/window.h"
 
+#include <chrono>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -48,6 +49,12 @@ bool has_layout_of(const Canvas& canvas, const SDL_Surface& surface) {
   return surface.format->format == SDL_PIXELFORMAT_RGB888 && surface.w == canvas.width() &&
          surface.h == canvas.height() &&
          surface.pitch == canvas.width() * static_cast<int>(sizeof(uint32_t));
+}
+
+// SDL's own clock of so many bits is younger than the oldest SDL that is played with.
+uint64_t now_ms() {
+  const auto now = std::chrono::steady_clock::now().time_since_epoch();
+  return static_cast<uint64_t>(std::chrono::duration_cast<std::chrono::milliseconds>(now).count());
 }
 
 // Without the panels, as far as the desktop tells of them.
@@ -132,7 +139,7 @@ void Window::present(Canvas& canvas) {
 SDL_Surface* Window::surface() {
   constexpr int64_t most_pixels = 64'000'000;
   Size size = {};
-  SDL_GetWindowSizeInPixels(window_.get(), &size.width, &size.height);
+  SDL_GL_GetDrawableSize(window_.get(), &size.width, &size.height);
   if (int64_t{size.width} * size.height > most_pixels)
     return nullptr;
   return SDL_GetWindowSurface(window_.get());
@@ -144,7 +151,7 @@ void Window::present_without_surface(const Canvas& canvas) {
     x_picture_ = XPicture::in(window_.get());
   if (x_picture_) {
     Size size = {};
-    SDL_GetWindowSizeInPixels(window_.get(), &size.width, &size.height);
+    SDL_GL_GetDrawableSize(window_.get(), &size.width, &size.height);
     x_picture_->show(canvas, size);
   } else if (!has_complained_) {
     has_complained_ = true;
@@ -324,12 +331,12 @@ void Window::switch_full_screen_if_due() {
 }
 
 void Window::note_pointer_motion() {
-  pointer_.move(SDL_GetTicks64());
+  pointer_.move(now_ms());
   SDL_ShowCursor(SDL_ENABLE);
 }
 
 void Window::hide_idle_pointer() const {
-  if (pointer_.is_idle(SDL_GetTicks64()))
+  if (pointer_.is_idle(now_ms()))
     SDL_ShowCursor(SDL_DISABLE);
 }
 
