@@ -15,6 +15,38 @@ MetainfoIsValid() {
   appstreamcli validate --no-net --pedantic "$share"/metainfo/*.metainfo.xml
 }
 
+# What a software catalogue shows of it, in each of its languages.
+MetainfoTellsOfMakersVersionColoursAndPictures() {
+  python3 - "$share"/metainfo/*.metainfo.xml "${repository:?}/docs/pictures" <<'PYTHON'
+import pathlib
+import sys
+import xml.etree.ElementTree as tree
+
+component = tree.parse(sys.argv[1]).getroot()
+pictures = pathlib.Path(sys.argv[2])
+language = "{http://www.w3.org/XML/1998/namespace}lang"
+
+
+def languages(element):
+    return sorted(child.get(language, "") for child in element)
+
+
+assert component.find("developer").get("id"), "no developer's id"
+for release in component.findall("releases/release"):
+    notes = release.find("description")
+    assert notes is not None and {"", "de"} <= set(languages(notes)), release.get("version")
+schemes = {colour.get("scheme_preference") for colour in component.findall("branding/color")}
+assert schemes == {"light", "dark"}, schemes
+screenshots = component.findall("screenshots/screenshot")
+assert len(screenshots) >= 2
+for screenshot in screenshots:
+    captions = sorted(caption.get(language, "") for caption in screenshot.findall("caption"))
+    assert captions == ["", "de"], captions
+    picture = pictures / screenshot.find("image").text.rsplit("/", 1)[1]
+    assert picture.is_file(), picture
+PYTHON
+}
+
 EntryNamesTheInstalledProgramAndIcon() {
   local entry=$share/applications/kavo.desktop program
   program=$(basename "$(find "$tree/bin" "$tree/games" -type f 2>/dev/null)")
