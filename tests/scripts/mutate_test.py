@@ -35,6 +35,16 @@ class Changes(unittest.TestCase):
     def test_a_poll_is_removed(self):
         self.expect("  DO(DRAW());", "  static_cast<void>(DRAW());")
 
+    def test_a_poll_before_a_return_of_nothing_stays_but_not_in_a_loop(self):
+        before_returns = 0
+        for path, number, changed in mutate.all_changes(["game"]):
+            with open(os.path.join(REPOSITORY, path), encoding="utf-8") as file:
+                lines = file.read().split("\n")
+            if changed.lstrip().startswith("static_cast<void>(") and lines[number + 1].strip() == "return {};":
+                before_returns += 1
+                self.assertTrue(lines[number].startswith("    "), lines[number])
+        self.assertGreater(before_returns, 0)
+
     def test_text_and_comments_stay(self):
         self.expect('print("1 < 2"); // 3 < 4')
         self.expect("#if __GNUC__ >= 12")
