@@ -51,10 +51,13 @@ bool has_layout_of(const Canvas& canvas, const SDL_Surface& surface) {
          surface.pitch == canvas.width() * static_cast<int>(sizeof(uint32_t));
 }
 
-// SDL's own clock of so many bits is younger than the oldest SDL that is played with.
+// Since the first call. SDL's own clock of so many bits is younger than the oldest SDL to play
+// with.
 uint64_t now_ms() {
-  const auto now = std::chrono::steady_clock::now().time_since_epoch();
-  return static_cast<uint64_t>(std::chrono::duration_cast<std::chrono::milliseconds>(now).count());
+  using Clock = std::chrono::steady_clock;
+  static const Clock::time_point start = Clock::now();
+  const auto passed = std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - start);
+  return static_cast<uint64_t>(passed.count());
 }
 
 // Without the panels, as far as the desktop tells of them.
@@ -230,7 +233,7 @@ void Window::deliver_events(EventSink& sink) {
     deliver(event, sink);
   switch_full_screen_if_due();
   hide_idle_pointer();
-  screen_saver_.allow_when_idle(SDL_GetTicks64());
+  screen_saver_.allow_when_idle(now_ms());
 }
 
 void Window::wait_for_events(EventSink& sink) {
@@ -249,13 +252,12 @@ int Window::longest_wait_ms() const {
   constexpr int in_quiet = 3000;
   if (controllers_ && controllers_->are_there())
     return of_a_controller;
-  const bool has_just_happened =
-      SDL_GetTicks64() - last_event_at_ms_ < 2 * IdlePointer::patience_ms;
+  const bool has_just_happened = now_ms() - last_event_at_ms_ < 2 * IdlePointer::patience_ms;
   return has_just_happened ? after_something_happened : in_quiet;
 }
 
 void Window::deliver(const SDL_Event& event, EventSink& sink) {
-  last_event_at_ms_ = SDL_GetTicks64();
+  last_event_at_ms_ = now_ms();
   screen_saver_.note(event, last_event_at_ms_);
   switch (event.type) {
   case SDL_KEYDOWN:

@@ -47,6 +47,26 @@ for screenshot in screenshots:
 PYTHON
 }
 
+FlatpakManifestFitsWhatIsInstalled() {
+  python3 - "$repository/packaging/flatpak/example.kavo.kavo.json" "$share" <<'PYTHON'
+import json
+import pathlib
+import sys
+import xml.etree.ElementTree as tree
+
+path, share = map(pathlib.Path, sys.argv[1:])
+manifest = json.loads(path.read_text())
+component = tree.parse(next((share / "metainfo").glob("*.xml"))).getroot()
+assert manifest["id"] == component.find("id").text == path.stem
+assert (share.parent / "bin" / manifest["command"]).is_file()
+assert (share / "applications" / manifest["rename-desktop-file"]).is_file()
+assert (share / "icons/hicolor/scalable/apps" / (manifest["rename-icon"] + ".svg")).is_file()
+assert not [right for right in manifest["finish-args"] if "network" in right or "filesystem" in right]
+folder = next(source for source in manifest["modules"][-1]["sources"] if source["type"] == "dir")
+assert (path.parent / folder["path"] / "CMakeLists.txt").is_file(), folder
+PYTHON
+}
+
 EntryNamesTheInstalledProgramAndIcon() {
   local entry=$share/applications/kavo.desktop program
   program=$(basename "$(find "$tree/bin" "$tree/games" -type f 2>/dev/null)")
