@@ -11,6 +11,7 @@
 #include "host/panel/drawing.h"
 #include "host/panel/texts.h"
 #include "host/standard_streams.h"
+#include "runtime/clock.h"
 
 namespace kavo::host {
 
@@ -84,6 +85,7 @@ void Host::apply_settings() {
   const Settings& settings = settings_.current();
   sound->levels({.music = loudness_of(settings.music), .effects = loudness_of(settings.effects)});
   screen.set_calm(settings.is_calm);
+  gate_.set_panel_offered(is_played_);
   gate_.attention().set_waited_for(is_played_ && settings.waits);
 }
 
@@ -120,6 +122,7 @@ void Host::leave() {
 }
 
 void Host::show_picture() {
+  show_signs();
   screen.presenter().present(screen.canvas());
   // A frame that has asked for keys has just looked; the desktop need not be asked twice.
   if (!has_taken_events_)
@@ -139,19 +142,68 @@ void Host::show_picture() {
 // A game that is to end need not be waited for.
 void Host::stand_still() {
   keyboard.release_all();
-  const Language language = resolved(settings_.current().language, platform_->locale());
-  screen.set_overlay([language](Canvas& canvas) { draw_waiting(canvas, language); });
+  screen.set_overlay([this](Canvas& canvas) { draw_above(canvas); });
   screen.present_again();
   sound->rest();
   while (gate_.holds_game_up() && !is_asked_to_end() && screen.is_open()) {
     events.wait_for(screen.presenter(), gate_);
+    gate_.settle();
     screen.present_again();
   }
+  panel_.close();
   screen.set_overlay({});
   if (!is_asked_to_end() && screen.is_open()) {
     screen.present_again();
     sound->wake();
   }
+}
+
+void Host::draw_above(Canvas& canvas) {
+  if (panel_.is_open())
+    panel_.draw(canvas);
+  else
+    draw_waiting(canvas, language());
+}
+
+// A sign that leads to the panel while the pointer moves, and a line that tells of it at first.
+void Host::show_signs() {
+  constexpr double sign_ms = 2000;
+  constexpr double hint_ms = 5000;
+  const double now = qor_tick();
+  if (gate_.has_pointer_moved())
+    sign_until_ms_ = now + sign_ms;
+  if (hint_until_ms_ < 0)
+    hint_until_ms_ = settings_.is_first_start() ? now + hint_ms : 0;
+  const bool has_sign = is_played_ && now < sign_until_ms_;
+  const bool has_hint = is_played_ && now < hint_until_ms_;
+  gate_.set_sign(has_sign ? std::optional(corner_sign(screen.canvas())) : std::nullopt);
+  if (!has_sign && !has_hint)
+    return screen.set_overlay({});
+  screen.set_overlay([has_sign, has_hint, language = language()](Canvas& canvas) {
+    if (has_sign)
+      draw_corner_sign(canvas);
+    if (has_hint)
+      draw_foot_line(canvas, text(Text::first_start, language));
+  });
+}
+
+PanelWorld Host::panel_world() {
+  return {.settings = [this]() -> const Settings& { return settings_.current(); },
+          .change = [this](const Settings& wanted) { change_settings(wanted); },
+          .is_full_screen = [this] { return screen.presenter().is_full_screen(); },
+          .switch_full_screen = [this] { screen.presenter().switch_full_screen(); },
+          .language = [this] { return language(); }};
+}
+
+Language Host::language() const {
+  return resolved(settings_.current().language, platform_->locale());
+}
+
+void Host::change_settings(const Settings& wanted) {
+  settings_.change(wanted);
+  for (const std::string& line : settings_.take_news())
+    platform_->tell(line);
+  apply_settings();
 }
 
 bool Host::is_key_held(std::string_view key_name) {

@@ -11,6 +11,7 @@
 #include "host/gate.h"
 #include "host/key_names.h"
 #include "host/keyboard.h"
+#include "host/panel/panel.h"
 #include "host/platform.h"
 #include "host/random.h"
 #include "host/scores/scores.h"
@@ -73,10 +74,18 @@ private:
   void apply_settings();
   void take_events();
   void stand_still();
+  void draw_above(Canvas& canvas);
+  void show_signs();
+  PanelWorld panel_world();
+  Language language() const;
+  void change_settings(const Settings& wanted);
   bool is_asked_to_end();
   void end_program();
 
-  Gate gate_{events};
+  Panel panel_{panel_world()};
+  Gate gate_{events, panel_};
+  double sign_until_ms_ = 0;  // of the runtime's clock
+  double hint_until_ms_ = -1; // below 0: not begun
   Frames frames_;
   SettingsStore settings_;
   bool is_played_ = false;

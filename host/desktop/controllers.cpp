@@ -38,6 +38,7 @@ constexpr std::array bindings = {
     Binding{SDL_CONTROLLER_BUTTON_START, SDLK_p},
     Binding{SDL_CONTROLLER_BUTTON_START, SDLK_RETURN},
     Binding{SDL_CONTROLLER_BUTTON_BACK, SDLK_o},
+    Binding{SDL_CONTROLLER_BUTTON_GUIDE, SDLK_F1},
 };
 
 // A stick is pushed once it is two thirds of the way out, and no longer when it has come back to

@@ -7,6 +7,7 @@
 //   north, west         Up, which turns the piece
 //   start               P and Return
 //   back                O
+//   guide               F1
 //
 // Controllers come and go as they are plugged; any number of them may play along.
 #pragma once

@@ -41,7 +41,7 @@ bool is_full_screen_key(const SDL_Keysym& key) {
   return key.sym == SDLK_F11 || (key.sym == SDLK_RETURN && (key.mod & KMOD_ALT) != 0);
 }
 
-bool is_full_screen(SDL_Window* window) {
+bool fills_display(SDL_Window* window) {
   return (SDL_GetWindowFlags(window) & SDL_WINDOW_FULLSCREEN_DESKTOP) != 0;
 }
 
@@ -323,12 +323,16 @@ void Window::deliver_window_event(const SDL_WindowEvent& event, EventSink& sink)
   }
 }
 
+// As it will be when what is due has been done.
+bool Window::is_full_screen() const {
+  return fills_display(window_.get()) != is_switch_due_;
+}
+
 // Each switch keeps the window system busy: one that the next press undoes is not made.
 void Window::switch_full_screen_if_due() {
   if (!std::exchange(is_switch_due_, false))
     return;
-  const uint32_t mode =
-      is_full_screen(window_.get()) ? 0U : uint32_t{SDL_WINDOW_FULLSCREEN_DESKTOP};
+  const uint32_t mode = fills_display(window_.get()) ? 0U : uint32_t{SDL_WINDOW_FULLSCREEN_DESKTOP};
   SDL_SetWindowFullscreen(window_.get(), mode);
 }
 

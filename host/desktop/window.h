@@ -35,6 +35,8 @@ public:
   void present(Canvas& canvas) override;
   void deliver_events(EventSink& sink) override;
   void wait_for_events(EventSink& sink) override;
+  bool is_full_screen() const override;
+  void switch_full_screen() override { is_switch_due_ = !is_switch_due_; }
   const std::string& unplayable_reason() const override { return unplayable_reason_; }
 
 private:

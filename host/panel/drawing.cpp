@@ -34,6 +34,27 @@ void draw_centred(Canvas& canvas, int y, uint32_t colour, std::string_view utf8)
   draw_text(canvas, (canvas.width() - length_of(utf8) * Canvas::cell_width) / 2, y, colour, utf8);
 }
 
+Box corner_sign(const Canvas& canvas) {
+  constexpr int size = 28;
+  constexpr int margin = 8;
+  return {canvas.width() - size - margin, margin, size, size};
+}
+
+void draw_corner_sign(Canvas& canvas) {
+  const Box sign = corner_sign(canvas);
+  draw_box(canvas, sign);
+  draw_text(canvas, sign.x + 10, sign.y + 6, colour::chosen, "?");
+}
+
+void draw_foot_line(Canvas& canvas, std::string_view utf8) {
+  constexpr int height = 30;
+  constexpr int margin = 8;
+  const int width = (length_of(utf8) + 4) * Canvas::cell_width;
+  const int top = canvas.height() - height - margin;
+  draw_box(canvas, {(canvas.width() - width) / 2, top, width, height});
+  draw_centred(canvas, top + 7, colour::chosen, utf8);
+}
+
 void draw_waiting(Canvas& canvas, Language language) {
   constexpr int width = 380;
   constexpr int height = 84;

@@ -43,6 +43,13 @@ int length_of(std::string_view utf8);
 void draw_text(Canvas& canvas, int x, int y, uint32_t colour, std::string_view utf8);
 void draw_centred(Canvas& canvas, int y, uint32_t colour, std::string_view utf8);
 
+// The sign in the picture's upper right corner that opens the panel when it is clicked.
+Box corner_sign(const Canvas& canvas);
+void draw_corner_sign(Canvas& canvas);
+
+// A line at the foot of the picture.
+void draw_foot_line(Canvas& canvas, std::string_view utf8);
+
 // The dimmed picture of a game that waits for its player, in English or German.
 void draw_waiting(Canvas& canvas, Language language);
 

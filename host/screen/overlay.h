@@ -27,6 +27,8 @@ public:
   void present(Canvas& canvas) override;
   void deliver_events(EventSink& sink) override { display_->deliver_events(sink); }
   void wait_for_events(EventSink& sink) override { display_->wait_for_events(sink); }
+  bool is_full_screen() const override { return display_->is_full_screen(); }
+  void switch_full_screen() override { display_->switch_full_screen(); }
   const std::string& unplayable_reason() const override { return display_->unplayable_reason(); }
 
 private:

@@ -25,6 +25,11 @@ public:
   // has been with them wait.
   virtual void wait_for_events(EventSink& sink) { deliver_events(sink); }
 
+  // Whether the picture fills a display, and the wish to change that; where it cannot nothing
+  // happens.
+  virtual bool is_full_screen() const { return false; }
+  virtual void switch_full_screen() {}
+
   // Why nobody can play here, for the player to read; empty when somebody can.
   virtual const std::string& unplayable_reason() const = 0;
 };

@@ -45,9 +45,4 @@ std::span<const Entry* const> all_entries();
 // Null when no entry is called that.
 const Entry* find_entry(std::string_view section, std::string_view key);
 
-// A key's or button's name in quotes, for some keys are called ";" or "=", and back. Without quotes
-// a name is taken as it is.
-std::string quoted(std::string_view name);
-std::string_view unquoted(std::string_view text);
-
 } // namespace kavo::host

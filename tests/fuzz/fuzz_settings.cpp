@@ -12,7 +12,7 @@ using kavo::host::Settings;
 Settings changed(Settings settings) {
   settings.music = settings.music == 100 ? 0 : 100;
   settings.is_calm = !settings.is_calm;
-  settings.choices[2].keys[1] = settings.choices[2].keys[1] == ";" ? "=" : ";";
+  settings.language = kavo::host::Language::german;
   return settings;
 }
 

@@ -16,7 +16,6 @@
 namespace {
 
 namespace fs = std::filesystem;
-using kavo::host::Action;
 using kavo::host::Language;
 using kavo::host::new_settings_text;
 using kavo::host::read_settings;
@@ -36,15 +35,7 @@ Settings unusual() {
   settings.effects = 0;
   settings.is_calm = true;
   settings.waits = false;
-  settings.repeats = true;
-  settings.repeat_delay_ms = 100;
-  settings.repeat_interval_ms = 120;
   settings.language = Language::german;
-  for (size_t action = 0; action < kavo::host::action_count; ++action)
-    settings.choices[action] = {{"F" + std::to_string(action + 2), ";"},
-                                {"cross up", "left trigger"}};
-  settings.choices[3].keys = {"\"", ""};
-  settings.choices[4].keys = {"=", "#"};
   return settings;
 }
 
@@ -99,18 +90,12 @@ TEST(SettingsText, KeepsWhatIsNotOursWhenAValueChanges) {
 TEST(SettingsText, NamesABadValueAndLeavesItsSettingAsItIs) {
   Settings settings;
   EXPECT_EQ(read_settings("[sound]\nmusic = loud\neffects = 101\n[picture]\ncalm = 1\n"
-                          "[player]\nlanguage = fr\nrepeat_delay = 50\n"
-                          "[controller]\nturn = guide\nleft = stick left\n",
+                          "[player]\nlanguage = fr\n",
                           settings),
             (Lines{"sound.music must be a whole number from 0 to 100, got \"loud\"",
                    "sound.effects must be a whole number from 0 to 100, got \"101\"",
                    "picture.calm must be yes or no, got \"1\"",
-                   "player.language must be auto, en or de, got \"fr\"",
-                   "player.repeat_delay must be a whole number from 100 to 400, got \"50\"",
-                   "controller.turn must be a button of a controller, such as \"south\", got "
-                   "\"guide\"",
-                   "controller.left must be a button of a controller, such as \"south\", got "
-                   "\"stick left\""}));
+                   "player.language must be auto, en or de, got \"fr\""}));
   EXPECT_EQ(settings, Settings());
 }
 
@@ -211,14 +196,14 @@ TEST_F(SettingsStoreTest, TheEnvironmentGoesBeforeTheFileAndIsNotKept) {
   EXPECT_EQ(asked.current().effects, 0);
   EXPECT_TRUE(asked.current().is_calm);
   EXPECT_EQ(asked.current().language, Language::german);
-  Settings repeating = asked.current();
-  repeating.repeats = true;
-  asked.change(repeating);
+  Settings patient = asked.current();
+  patient.waits = false;
+  asked.change(patient);
   Settings kept;
   EXPECT_EQ(read_settings(text(), kept), Lines());
   Settings expected;
   expected.music = 40;
-  expected.repeats = true;
+  expected.waits = false;
   EXPECT_EQ(kept, expected);
 }
 

@@ -12,6 +12,7 @@ constexpr int board_left = 150;
 constexpr int board_top = 80;
 constexpr int cell_size = 36;
 constexpr int beside_the_streaks = 8; // a drop's streaks run down the middle of its columns
+constexpr uint32_t panel_frame = 0x4F6480;
 constexpr uint32_t accent = 0xFAE678; // (250, 230, 120): what the player is to look at
 
 // Whether text in the accent colour stands in the 16 pixels below (x, y).
@@ -80,6 +81,12 @@ bool Game::is_entering_a_name() {
 
 bool Game::is_paused() {
   return shows([](const auto& picture) { return has_accent(picture, 282, 338, 40); });
+}
+
+bool Game::is_panel_open() {
+  return shows([](const auto& picture) {
+    return picture.at(31, 61) == panel_frame && has_accent(picture, 80, 150, 80);
+  });
 }
 
 bool Game::is_waiting() {

@@ -62,6 +62,8 @@ public:
   bool is_playing();
   bool is_entering_a_name();
   bool is_paused();
+  // Help and settings are open, with the first row of a page chosen.
+  bool is_panel_open();
   // It stands still, dimmed, because its player is elsewhere.
   bool is_waiting();
 

@@ -1,0 +1,12 @@
+// The pages of help, with the game's meter and blocks as they look in play.
+#pragma once
+
+#include "host/screen/canvas.h"
+#include "host/settings/settings.h"
+
+namespace kavo::host {
+
+// Its title at y in the middle of the picture, its lines from x and below.
+void draw_help_page(Canvas& canvas, int page, Language language, int x, int y);
+
+} // namespace kavo::host

@@ -1,0 +1,93 @@
+// Help and settings in the real game's window, with real keys.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "tests/desktop/game/playing.h"
+
+namespace {
+
+using kavo::playing::Conditions;
+using kavo::playing::Game;
+
+bool is_kept(const Game& game, const std::string& line) {
+  return kavo::desktop::eventually([&] {
+    const std::string text = kavo::test::read_file(game.folder / "config/kavo/settings.ini");
+    return text.find("\n" + line + "\n") != std::string::npos;
+  });
+}
+
+void open_panel(Game& game) {
+  game.tap("F1");
+  ASSERT_TRUE(game.is_panel_open());
+}
+
+TEST(OpenPanel, StandsAboveEveryScreenWhichGoesOnWhereItWas) {
+  Game game;
+  const auto look_in = [&game] {
+    open_panel(game);
+    game.tap("Escape");
+  };
+  ASSERT_TRUE(game.is_on_title());
+  look_in();
+  ASSERT_TRUE(game.is_on_title());
+  game.tap("o");
+  ASSERT_TRUE(game.is_in_options());
+  look_in();
+  ASSERT_TRUE(game.is_in_options());
+  game.tap("Escape");
+  game.start_playing();
+  look_in();
+  ASSERT_TRUE(game.is_playing());
+  game.tap("p");
+  ASSERT_TRUE(game.is_paused());
+  look_in();
+  ASSERT_TRUE(game.is_paused());
+}
+
+TEST(OpenPanel, KeepsWhatIsSetForTheNextStart) {
+  Game game;
+  ASSERT_TRUE(game.is_on_title());
+  open_panel(game);
+  for (const char* key : {"Down", "Return", "Left", "Left"})
+    game.tap(key);
+  EXPECT_TRUE(is_kept(game, "music = 90"));
+  game.window->ask_to_close();
+  EXPECT_EQ(game.process->wait().errors, "");
+  Game next(Conditions{.change = [&](kavo::desktop::Launch& launch) {
+    launch.folder = game.folder.path();
+    launch.environment["XDG_CONFIG_HOME"] = game.folder / "config";
+  }});
+  ASSERT_TRUE(next.is_on_title());
+  open_panel(next);
+  for (const char* key : {"Down", "Return", "Left"})
+    next.tap(key);
+  EXPECT_TRUE(is_kept(game, "music = 85"));
+}
+
+TEST(OpenPanel, SwitchesToFullScreenAndBack) {
+  Game game(Conditions{.has_window_manager = true});
+  ASSERT_TRUE(game.is_on_title());
+  open_panel(game);
+  for (const char* key : {"Down", "Return"})
+    game.tap(key);
+  ASSERT_TRUE(game.is_panel_open()); // of the settings, the first
+  for (const char* key : {"Down", "Down", "Return"})
+    game.tap(key);
+  EXPECT_TRUE(kavo::desktop::eventually([&] { return game.window->size().width == 1280; }));
+  game.tap("Return");
+  EXPECT_TRUE(kavo::desktop::eventually([&] { return game.window->size().width == 660; }));
+}
+
+TEST(OpenPanel, IsLeftWithTheWindow) {
+  Game game;
+  game.start_playing();
+  open_panel(game);
+  game.window->ask_to_close();
+  const auto outcome = game.process->wait();
+  EXPECT_TRUE(outcome.has_exited);
+  EXPECT_EQ(outcome.code, 0);
+  EXPECT_EQ(outcome.errors, "");
+}
+
+} // namespace
