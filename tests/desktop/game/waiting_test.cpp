@@ -17,6 +17,8 @@ using kavo::desktop::DesktopWindow;
 using kavo::playing::Conditions;
 using kavo::playing::Game;
 
+constexpr uint32_t box_frame = 0x4F6480; // around what says that the game waits
+
 class GameBesideAnother : public testing::Test {
 protected:
   GameBesideAnother() : game(Conditions{.has_window_manager = true}) {}
@@ -34,6 +36,8 @@ protected:
     come_back(other);
     ASSERT_TRUE(game.is_waiting());
     game.tap(key_to_go_on);
+    // What is typed together with that key would not be the game's either.
+    ASSERT_TRUE(game.shows([](const auto& picture) { return picture.at(140, 358) != box_frame; }));
   }
 
   Game game;
