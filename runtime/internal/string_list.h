@@ -31,7 +31,7 @@ private:
   }
 
   int64_t count_ = 0;
-  int64_t capacity_ = 8;
+  int64_t capacity_ = 16;
   QorArray* array_ = new_uninitialised_array(capacity_, string_flags);
 };
 
