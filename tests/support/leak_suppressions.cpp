@@ -3,7 +3,7 @@
 extern "C" {
 
 const char* __lsan_default_suppressions() { // NOLINT(bugprone-reserved-identifier)
-  return "leak:libdbus-1\nleak:libX11\nleak:libxkbcommon\n";
+  return "leak:libdbus-1\nleak:libX11\nleak:libpulse\nleak:libxkbcommon\n";
 }
 
 const char* __lsan_default_options() { // NOLINT(bugprone-reserved-identifier)
