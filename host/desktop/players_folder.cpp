@@ -19,7 +19,7 @@ fs::path absolute_path_in(const char* variable) {
 
 // The system's user table knows it where the environment does not.
 fs::path home() {
-  if (const fs::path home = absolute_path_in("HOME"); !home.empty())
+  if (fs::path home = absolute_path_in("HOME"); !home.empty())
     return home;
   const passwd* user = getpwuid(getuid());
   const fs::path path = user == nullptr || user->pw_dir == nullptr ? "" : user->pw_dir;

@@ -100,20 +100,20 @@ Place place_of(const Entry& entry, const std::vector<std::string>& lines) {
   return place;
 }
 
+void add_section(std::vector<std::string>& lines, std::string_view name) {
+  lines.emplace_back();
+  lines.push_back("[" + std::string(name) + "]");
+}
+
 void put(const Entry& entry, const Settings& settings, std::vector<std::string>& lines) {
   const Place place = place_of(entry, lines);
   if (place.line) {
     lines[*place.line] = line_for(entry, settings);
     return;
   }
-  size_t end = lines.size();
-  if (place.section_end) {
-    end = *place.section_end;
-  } else {
-    lines.push_back("");
-    lines.push_back("[" + std::string(entry.section()) + "]");
-    end = lines.size();
-  }
+  if (!place.section_end)
+    add_section(lines, entry.section());
+  const size_t end = place.section_end.value_or(lines.size());
   lines.insert(lines.begin() + static_cast<ptrdiff_t>(end), line_for(entry, settings));
   add_comment(lines, end, entry);
 }
@@ -162,8 +162,7 @@ std::string new_settings_text(const Settings& settings) {
   for (const Entry* entry : all_entries()) {
     if (entry->section() != section) {
       section = entry->section();
-      lines.push_back("");
-      lines.push_back("[" + std::string(section) + "]");
+      add_section(lines, section);
     }
     add_comment(lines, lines.size(), *entry);
     lines.push_back(line_for(*entry, settings));
