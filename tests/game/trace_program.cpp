@@ -70,7 +70,8 @@ bool visit(int64_t frames) {
 
 int trace(int64_t frames) {
   const WorkingFolder folder;
-  const bool is_well = show_scenes() & visit(frames);
+  const bool are_scenes_well = show_scenes();
+  const bool is_well = visit(frames) && are_scenes_well;
   release_state();
   return is_well ? 0 : 1;
 }
