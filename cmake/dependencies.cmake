@@ -14,7 +14,7 @@ if(KAVO_HOST)
     endforeach()
   endfunction()
 
-  kavo_find_modules(sdl2 libpng)
+  kavo_find_modules(sdl2 libpng zlib)
   if(NOT CMAKE_CROSSCOMPILING) # else only what runs on this machine needs it: see generators.cmake
     kavo_find_modules(freetype2)
   endif()

@@ -1,5 +1,7 @@
 #include "game/commands.h"
 
+#include "game/wiring.h"
+
 namespace kavo::command {
 
 namespace {
@@ -30,19 +32,19 @@ Arguments<sizeof...(Ts)> pack(const Ts&... arguments) {
 template<typename... Ts>
 double send(const char* name, const Ts&... arguments) {
   if constexpr (sizeof...(Ts) == 0) {
-    return qorrt_call_typed_f64(qor_runtime_handle(), name, nullptr, nullptr, 0);
+    return wiring.number(qor_runtime_handle(), name, nullptr, nullptr, 0);
   } else {
     const auto list = pack(arguments...);
-    return qorrt_call_typed_f64(qor_runtime_handle(), name, list.slots, list.tags,
-                                static_cast<int64_t>(sizeof...(Ts)));
+    return wiring.number(qor_runtime_handle(), name, list.slots, list.tags,
+                         static_cast<int64_t>(sizeof...(Ts)));
   }
 }
 
 template<typename... Ts>
 Out<Array> ask(const char* name, const Ts&... arguments) {
   const auto list = pack(arguments...);
-  return Array(qorrt_call_typed_arr(qor_runtime_handle(), name, list.slots, list.tags,
-                                    static_cast<int64_t>(sizeof...(Ts))));
+  return Array(wiring.array(qor_runtime_handle(), name, list.slots, list.tags,
+                            static_cast<int64_t>(sizeof...(Ts))));
 }
 
 template<typename... Ts>

@@ -1,5 +1,5 @@
-#include "game/program.h"
+#include "recording/program.h"
 
 int main(int argc, char** argv) {
-  return kavo::run_to_exit(argc, argv);
+  return kavo::recording::run_to_exit(argc, argv);
 }

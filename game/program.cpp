@@ -9,6 +9,7 @@
 #include "game/shell/scenes.h"
 #include "game/shell/screens.h"
 #include "game/state.h"
+#include "game/wiring.h"
 
 namespace kavo {
 
@@ -20,7 +21,7 @@ void start_host(int argc, char** argv) {
   qor_set_args(argc, argv);
   const int64_t handle = qorrt_init(argc, argv);
   qor_runtime_set_handle(handle);
-  qorrt_set_event_dispatcher(handle, qorrt_dispatch_event);
+  qorrt_set_event_dispatcher(handle, wiring.dispatch);
 }
 
 // The stars stay where they are for the whole run.
@@ -55,6 +56,7 @@ void read_arguments() {
 Out<> run_frames() {
   do {
     DO(run_frame());
+    wiring.frame_ended();
   } while (!QUITFLAG);
   return {};
 }

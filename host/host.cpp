@@ -87,6 +87,18 @@ void Host::apply_settings() {
   screen.set_calm(settings.is_calm);
   gate_.set_panel_offered(is_played_);
   gate_.attention().set_waited_for(is_played_ && settings.waits);
+  tell_where_games_are_kept();
+}
+
+void Host::set_dispatcher(qorrt_dispatch_fn dispatch) {
+  events.set_dispatcher(dispatch);
+  tell_where_games_are_kept();
+}
+
+void Host::tell_where_games_are_kept() {
+  const std::string folder = platform_->games_folder().string();
+  if (!folder.empty())
+    events.tell_where_games_are_kept(folder, is_played_ && settings_.current().records);
 }
 
 void Host::open_screen(const ScreenRequest& request) {

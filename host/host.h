@@ -40,6 +40,8 @@ public:
   // Takes the events first when the frame has not done so yet.
   bool is_key_held(std::string_view key_name);
 
+  void set_dispatcher(qorrt_dispatch_fn dispatch);
+
   int64_t begin_frame() { return frames_.begin(); }
 
   // Ends the program in order, with status 0, when that was asked for and no frame is open.
@@ -72,6 +74,7 @@ private:
   void start_settings();
   void start_scores(int argument_count, const char* const* arguments);
   void apply_settings();
+  void tell_where_games_are_kept();
   void take_events();
   void stand_still();
   void draw_above(Canvas& canvas);

@@ -41,6 +41,9 @@ public:
   // Where the player's settings lie, whether or not it is there yet; empty where none are kept.
   virtual std::filesystem::path settings_folder() { return {}; }
 
+  // Where the player's last games are kept, whether or not it is there yet; empty where none are.
+  virtual std::filesystem::path games_folder() { return {}; }
+
   // One line, without its end, that the player should read. Play goes on.
   virtual void tell(const std::string& line) = 0;
 

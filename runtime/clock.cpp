@@ -28,22 +28,26 @@ void system_sleep(void*, uint32_t milliseconds) {
 
 constexpr qor_clock system_clock = {.tick = system_tick, .sleep = system_sleep, .context = nullptr};
 
-constinit qor_clock clock_in_use = system_clock;
+constinit qor_clock current = system_clock;
 
 } // namespace
 
 double qor_tick() {
-  return clock_in_use.tick(clock_in_use.context);
+  return current.tick(current.context);
 }
 
 void qor_sleep(uint32_t milliseconds) {
-  clock_in_use.sleep(clock_in_use.context, milliseconds);
+  current.sleep(current.context, milliseconds);
 }
 
 void qor_set_clock(const qor_clock* clock) {
-  clock_in_use = clock != nullptr ? *clock : system_clock;
-  if (clock_in_use.tick == nullptr)
-    clock_in_use.tick = system_tick;
-  if (clock_in_use.sleep == nullptr)
-    clock_in_use.sleep = system_sleep;
+  current = clock != nullptr ? *clock : system_clock;
+  if (current.tick == nullptr)
+    current.tick = system_tick;
+  if (current.sleep == nullptr)
+    current.sleep = system_sleep;
+}
+
+qor_clock qor_clock_in_use() {
+  return current;
 }

@@ -25,6 +25,9 @@ typedef struct qor_clock {
    NULL for the whole clock, is the system's again. Not while another thread asks either. */
 void qor_set_clock(const qor_clock* clock);
 
+/* The clock that is asked now, for who puts another in front of it. Neither function is NULL. */
+qor_clock qor_clock_in_use(void);
+
 #ifdef __cplusplus
 }
 #endif

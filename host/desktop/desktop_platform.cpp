@@ -97,6 +97,11 @@ std::filesystem::path DesktopPlatform::settings_folder() {
   return players_folder("XDG_CONFIG_HOME", ".config");
 }
 
+std::filesystem::path DesktopPlatform::games_folder() {
+  const std::filesystem::path folder = players_folder("XDG_STATE_HOME", ".local/state");
+  return folder.empty() ? folder : folder / "games";
+}
+
 void DesktopPlatform::tell(const std::string& line) {
   static_cast<void>(std::fprintf(stderr, "%s\n", line.c_str()));
 }

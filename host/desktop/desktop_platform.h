@@ -22,6 +22,7 @@ public:
   std::string locale() override;
   // Below $XDG_CONFIG_HOME.
   std::filesystem::path settings_folder() override;
+  std::filesystem::path games_folder() override;
   // On standard error.
   void tell(const std::string& line) override;
   // In a window, when the game was started from a menu.

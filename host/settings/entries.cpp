@@ -88,6 +88,9 @@ Entries make_entries() {
   entries.push_back(std::make_unique<SwitchEntry>(
       "player", "waits", "The game stands still while another window has the keyboard: yes or no.",
       &Settings::waits));
+  entries.push_back(std::make_unique<SwitchEntry>(
+      "player", "records", "The last games are kept, to be seen again: yes or no.",
+      &Settings::records));
   return entries;
 }
 

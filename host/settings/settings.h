@@ -11,7 +11,8 @@ struct Settings {
   int music = 100;   // percent of its full loudness
   int effects = 100; // percent
   bool is_calm = false;
-  bool waits = true; // while its player is elsewhere
+  bool waits = true;   // while its player is elsewhere
+  bool records = true; // keeps the last games
   Language language = Language::automatic;
 
   bool operator==(const Settings&) const = default;

@@ -131,6 +131,7 @@ void SettingsStore::read_file() {
 
 void SettingsStore::read_environment() {
   current_.is_calm = is_wanted("QORRT_CALM").value_or(current_.is_calm);
+  current_.records = is_wanted("QORRT_RECORD").value_or(current_.records);
   for (const auto& [name, section, key] : variables) {
     const std::string_view value = value_of(name);
     if (value.empty())

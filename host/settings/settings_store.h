@@ -19,8 +19,8 @@ struct WindowWish {
 class SettingsStore {
 public:
   // From settings.ini in this folder; without a folder nothing is read and nothing kept. A first
-  // start leaves a file there, if it can. What the environment asks for (QORRT_CALM, QORRT_MUSIC,
-  // QORRT_EFFECTS, QORRT_LANG) goes before the file and is not kept.
+  // start leaves a file there, if it can. What the environment asks for (QORRT_CALM, QORRT_RECORD,
+  // QORRT_MUSIC, QORRT_EFFECTS, QORRT_LANG) goes before the file and is not kept.
   void open(const std::filesystem::path& folder);
 
   const Settings& current() const { return current_; }

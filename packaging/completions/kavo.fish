@@ -1,6 +1,10 @@
 # Completion of the game's arguments in fish: the scene words follow "shot".
 complete -c kavo -f
 complete -c kavo -n 'not __fish_seen_subcommand_from shot' -a shot -d 'Draw a fixed scene and save its picture'
+complete -c kavo -n 'not __fish_seen_subcommand_from shot' -l replay -d 'Play a kept game again'
+complete -c kavo -n '__fish_contains_opt replay' -l verify -d 'Without a window: does it end as recorded?'
+complete -c kavo -n '__fish_contains_opt replay' -k -a '(__fish_complete_suffix .kavo)'
+complete -c kavo -n 'not __fish_seen_subcommand_from shot' -l no-record -d 'Do not keep this game'
 complete -c kavo -n 'not __fish_seen_subcommand_from shot' -l calm -d 'Fade whatever flashes'
 complete -c kavo -n 'not __fish_seen_subcommand_from shot' -l music -x -d 'How loud the music is, 0 to 100'
 complete -c kavo -n 'not __fish_seen_subcommand_from shot' -l effects -x -d 'How loud the effects are, 0 to 100'

@@ -50,6 +50,7 @@ public:
     return stage().code_of_key ? stage().code_of_key(name) : Offscreen::code_of_key(name);
   }
   std::filesystem::path settings_folder() override { return stage().settings_folder; }
+  std::filesystem::path games_folder() override { return stage().games_folder; }
   void tell(const std::string& line) override { stage().told.push_back(line); }
   [[noreturn]] void end_program(int status) override {
     ++stage().ends;

@@ -23,6 +23,7 @@ struct Stage {
   std::function<std::unique_ptr<sound::Output>()> make_sound_output;
   std::function<std::optional<int>(const std::string&)> code_of_key;
   std::filesystem::path settings_folder; // empty: no settings are kept
+  std::filesystem::path games_folder;    // empty: no games are kept
   std::vector<std::string> told = {};    // to the player
   int ends = 0;                          // how often the host ended the program
 };

@@ -6,7 +6,7 @@
 share=${tree:?}/share
 here=$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")
 scenes="kavo pop pu storm qbomb title opts enter"
-first_words="shot --calm --music --effects --fullscreen --scale --lang --help --version"
+first_words="shot --replay --no-record --calm --music --effects --fullscreen --scale --lang --help --version"
 
 # The words that bash offers after: kavo <word…>
 offered() {
@@ -29,6 +29,8 @@ BashCompletesTheScenesAfterShot() {
   expect_equal "after values and shot" "$scenes" "$(offered --music 50 --calm --lang de shot '')"
   expect_equal "languages" "de en" "$(offered --lang '')"
   expect_equal "volumes are the player's own" "" "$(offered --music '')"
+  touch one.kavo two.png
+  expect_equal "after --replay" "--verify one.kavo" "$(offered --replay '')"
 }
 
 # in_zsh <what is typed>: what it lists, and what stands on its command line then.
@@ -42,7 +44,7 @@ ZshOffersEveryOptionBesideShotAndJumpsToNone() {
     offered=$(in_zsh "${typed}TAB")
     expect_contains "the line after $typed" "COMMAND LINE:$typed:" "$offered"
     expect_contains "after $typed" $'\nshot ' "$offered"
-    for option in calm music effects fullscreen scale lang help version; do
+    for option in replay no-record calm music effects fullscreen scale lang help version; do
       expect_contains "after $typed" $'\n'"--$option " "$offered"
     done
   done
@@ -68,12 +70,13 @@ FishCompletesOptionsAndScenes() {
   local sorted
   sorted=$(xargs -n 1 <<<"$scenes" | LC_ALL=C sort | xargs)
   expect_equal "first word" "shot" "$(in_fish 'kavo ')"
-  expect_equal "options" "-h --calm --effects --fullscreen --help --lang --music --scale --version" \
+  expect_equal "options" "-h --calm --effects --fullscreen --help --lang --music --no-record --replay --scale --version" \
     "$(in_fish 'kavo --calm -')"
   expect_equal "scenes" "$sorted" "$(in_fish 'kavo --calm shot ')"
   expect_equal "after shot p" "pop pu" "$(in_fish 'kavo shot p')"
   expect_equal "languages" "de en" "$(in_fish 'kavo --lang ')"
   expect_equal "volumes are the player's own" "" "$(in_fish 'kavo --music ')"
+  expect_contains "what goes with a replay" "--verify" "$(in_fish 'kavo --replay -')"
 }
 
 run_case "$@"

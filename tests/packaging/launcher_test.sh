@@ -12,6 +12,7 @@ install_stand_in() {
 pwd
 printf '<%s>\n' "$@" ${QORRT_CALM+"calm: $QORRT_CALM"}
 env | sed -n 's/^QORRT_\(MUSIC\|EFFECTS\|FULLSCREEN\|SCALE\|LANG\)=/set: \1 /p' | sort
+[ -z "${QORRT_RECORD+x}" ] || echo "recording: $QORRT_RECORD"
 [ -z "${QORRT_NO_SCORES+x}" ] || echo "no scores: $QORRT_NO_SCORES"
 [ -z "${QORRT_MESSAGES+x}" ] || echo "messages: $QORRT_MESSAGES" >&2
 exit "${STATUS-0}"
@@ -225,6 +226,21 @@ NamesTheValueOfAnOptionThatCannotBe() {
     expect_equal "status of $option" 2 "$status"
   done
   [ ! -e home ] || fail "it made a folder"
+}
+
+PlaysAKeptGameAgainWhereverThatIs() {
+  expect_equal "the last one" "$PWD
+<--replay>" "$(start HOME="$work/home" -- --replay)"
+  expect_equal "a file below this folder" "$PWD
+<--replay>
+<--verify>
+<some games/one.kavo>" "$(start HOME="$work/home" -- --replay --verify 'some games/one.kavo')"
+  expect_contains "alone" "--verify goes with --replay" "$(start HOME="$work/home" -- --verify 2>&1)"
+  [ ! -e home ] || fail "it made a folder"
+}
+
+KeepsNoRecordingWhenThatIsAskedFor() {
+  expect_equal "what was set" "recording: 0" "$(start HOME="$work/home" -- --no-record x | sed -n '$p')"
 }
 
 PassesTheExitStatusOn() {

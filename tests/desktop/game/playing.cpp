@@ -38,6 +38,7 @@ kavo::desktop::Launch launch(const std::string& folder, const std::string& seed,
   launch.folder = folder;
   launch.environment["SDL_AUDIODRIVER"] = "dummy";
   launch.environment["XDG_CONFIG_HOME"] = folder + "/config";
+  launch.environment["XDG_STATE_HOME"] = folder + "/state";
   launch.environment["LSAN_OPTIONS"] = "print_suppressions=0:suppressions=" LEAK_SUPPRESSIONS;
   launch.environment["QORRT_SEED"] = seed.empty() ? std::nullopt : std::optional(seed);
   return launch;

@@ -9,6 +9,7 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstddef>
@@ -164,12 +165,17 @@ bool finds_it_there(const std::string& line) {
   return contains(line, R"(^\d+ +mkdir(at)?\(.* = -1 EEXIST )");
 }
 
+// Where a player's settings and last games lie, or the game's own folders for them.
+using Places = std::vector<std::string>;
+
 // The names in the line all lie in the game's own folders for files, or are devices.
-bool is_within_bounds(const std::string& line, const std::string& configuration) {
+bool is_within_bounds(const std::string& line, const Places& places) {
   const std::regex name(R"rx("((?:[^"\\]|\\.)*)")rx");
   for (std::sregex_iterator found(line.begin(), line.end(), name), end; found != end; ++found)
     if (!contains((*found)[1], "^(tmp|tmp/[^/]*|/dev/null|/dev/input/.*|/dev/snd/.*)$") &&
-        (*found)[1] != configuration && !(*found)[1].str().starts_with(configuration + "/kavo"))
+        std::ranges::none_of(places, [&](const std::string& place) {
+          return (*found)[1] == place || (*found)[1].str().starts_with(place + "/kavo");
+        }))
       return false;
   return true;
 }
@@ -181,7 +187,7 @@ void trace(kavo::desktop::Launch& launch) {
   launch.arguments = command;
 }
 
-void expect_within_bounds(const std::string& calls, const std::string& configuration) {
+void expect_within_bounds(const std::string& calls, const Places& places) {
   int started = 0;
   int written = 0;
   for (const std::string& line : lines_of(calls)) {
@@ -192,7 +198,7 @@ void expect_within_bounds(const std::string& calls, const std::string& configura
     if (!is_writing(line) || finds_it_there(line))
       continue;
     ++written;
-    EXPECT_TRUE(is_within_bounds(line, configuration)) << line;
+    EXPECT_TRUE(is_within_bounds(line, places)) << line;
   }
   EXPECT_EQ(started, 1) << "it starts other programs";
   EXPECT_GE(written, 3) << "its folder, the table's new content and its renaming were not seen";
@@ -203,7 +209,8 @@ TEST(Privileges, AGameWritesInItsOwnFolderOnly) {
     GTEST_SKIP() << "system calls may not be traced here: what is written was NOT looked at";
   Game game(Conditions{.change = trace});
   play_to_a_saved_score(game);
-  expect_within_bounds(kavo::test::read_file(game.folder / "trace"), game.folder / "config");
+  expect_within_bounds(kavo::test::read_file(game.folder / "trace"),
+                       {game.folder / "config", game.folder / "state"});
 }
 
 // ---- with a sound server ------------------------------------------------------------------------
@@ -235,7 +242,8 @@ TEST_P(WithASoundServer, AGameWritesInItsOwnFolderOnly) {
   }});
   EXPECT_TRUE(server.is_heard());
   play_to_a_saved_score(game);
-  expect_within_bounds(kavo::test::read_file(game.folder / "trace"), player.configuration());
+  expect_within_bounds(kavo::test::read_file(game.folder / "trace"),
+                       {player.configuration(), player.state()});
 }
 
 INSTANTIATE_TEST_SUITE_P(WhereTheRuntimeFolder, WithASoundServer,

@@ -91,6 +91,7 @@ TEST(Saving, BeyondTheLargestSizeOfAFileIsNotTried) {
                            },
                        .change =
                            [](kavo::desktop::Launch& launch) {
+                             launch.environment["QORRT_RECORD"] = "0";
                              launch.last_act = [] {
                                const rlimit limit = {10'000, 10'000};
                                setrlimit(RLIMIT_FSIZE, &limit);

@@ -27,6 +27,7 @@ void Player::own(kavo::desktop::Launch& launch) const {
     environment[name] = std::nullopt;
   environment["HOME"] = home();
   environment["XDG_CONFIG_HOME"] = configuration();
+  environment["XDG_STATE_HOME"] = state();
   environment["TMPDIR"] = temporary_folder();
   environment["PULSE_BINARY"] = "/nowhere/pulseaudio";
   environment["XDG_RUNTIME_DIR"] =

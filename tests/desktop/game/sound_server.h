@@ -26,6 +26,7 @@ public:
 
   std::string home() const { return folder_ + "/home"; }
   std::string configuration() const { return home() + "/.config"; }
+  std::string state() const { return folder_ + "/state"; }
   std::string temporary_folder() const { return folder_ + "/temporary"; }
 
 private:

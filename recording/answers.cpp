@@ -1,0 +1,225 @@
+#include "recording/answers.h"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+
+namespace kavo::recording {
+
+namespace {
+
+// Of a frame.
+constexpr unsigned keys_as_before = 1;
+constexpr unsigned odd_keys = 2; // neither 0 nor 1
+constexpr unsigned has_chance = 4;
+constexpr unsigned has_folders = 8;
+constexpr unsigned readings_as_before = 16;
+constexpr unsigned unfinished = 32;
+
+constexpr size_t most_keys = 1000; // that a frame can ask for
+constexpr double ns_per_ms = 1e6;
+constexpr double longest_ms = 0x1p53 / ns_per_ms;
+constexpr double chances = 0x1p53; // answers are multiples of its reciprocal
+constexpr int chance_bytes = 7;
+constexpr uint64_t odd_chance = (uint64_t{1} << 54U) - 1;
+
+// What the C++ library makes of a whole number of nanoseconds.
+double milliseconds_of(int64_t nanoseconds) {
+  return static_cast<double>(nanoseconds) / ns_per_ms;
+}
+
+std::optional<int64_t> nanoseconds_of(double milliseconds) {
+  if (!(std::abs(milliseconds) < longest_ms) || (milliseconds == 0 && std::signbit(milliseconds)))
+    return std::nullopt;
+  const auto nanoseconds =
+      static_cast<int64_t>(milliseconds * ns_per_ms + (milliseconds < 0 ? -0.5 : 0.5));
+  if (milliseconds_of(nanoseconds) != milliseconds)
+    return std::nullopt;
+  return nanoseconds;
+}
+
+// Sums that wrap: a foreign file may ask for any.
+int64_t sum(int64_t a, int64_t b) {
+  return static_cast<int64_t>(static_cast<uint64_t>(a) + static_cast<uint64_t>(b));
+}
+int64_t difference(int64_t a, int64_t b) {
+  return static_cast<int64_t>(static_cast<uint64_t>(a) - static_cast<uint64_t>(b));
+}
+
+void write_chance(double value, ByteWriter& out) {
+  const double scaled = value * chances;
+  if (scaled >= 0 && scaled < chances && std::trunc(scaled) == scaled && !std::signbit(value))
+    return out.put_fixed(static_cast<uint64_t>(scaled), chance_bytes);
+  out.put_fixed(odd_chance, chance_bytes);
+  out.put_raw(value);
+}
+
+double read_chance(ByteReader& in) {
+  const uint64_t whole = in.fixed(chance_bytes);
+  const double value = whole == odd_chance ? in.raw() : static_cast<double>(whole) / chances;
+  if (!(value >= 0 && value < 1))
+    throw Damaged("it holds a chance that no host gives");
+  return value;
+}
+
+void write_folders(const std::vector<std::vector<std::string>>& folders, ByteWriter& out) {
+  out.put_whole(folders.size());
+  for (const auto& names : folders) {
+    out.put_whole(names.size());
+    for (const std::string& name : names)
+      out.put_text(name);
+  }
+}
+
+void read_folders(ByteReader& in, std::vector<std::vector<std::string>>& folders) {
+  folders.resize(in.count(8));
+  for (auto& names : folders) {
+    names.resize(in.count(8));
+    for (std::string& name : names)
+      name = in.text();
+  }
+}
+
+uint8_t flags_of(const Frame& frame, const std::vector<double>& last_keys, size_t last_readings) {
+  const bool are_odd =
+      std::ranges::any_of(frame.keys, [](double key) { return key != 0 && key != 1; });
+  unsigned flags = 0;
+  flags |= !are_odd && frame.keys == last_keys ? keys_as_before : 0U;
+  flags |= are_odd ? odd_keys : 0U;
+  flags |= frame.chance.empty() ? 0U : has_chance;
+  flags |= frame.folders.empty() ? 0U : has_folders;
+  flags |= frame.clock.size() == last_readings ? readings_as_before : 0U;
+  flags |= frame.is_whole ? 0U : unfinished;
+  return static_cast<uint8_t>(flags);
+}
+
+} // namespace
+
+void Frame::clear() {
+  keys.clear();
+  chance.clear();
+  clock.clear();
+  folders.clear();
+}
+
+void FrameCodec::write(const Frame& frame, ByteWriter& out) {
+  const uint8_t flags = flags_of(frame, last_keys_, last_readings_);
+  out.put_byte(flags);
+  if ((flags & keys_as_before) == 0)
+    write_keys(frame.keys, out);
+  if ((flags & has_chance) != 0) {
+    out.put_whole(frame.chance.size());
+    for (const double value : frame.chance)
+      write_chance(value, out);
+  }
+  if ((flags & has_folders) != 0)
+    write_folders(frame.folders, out);
+  if ((flags & readings_as_before) == 0)
+    out.put_whole(frame.clock.size());
+  for (size_t index = 0; index < frame.clock.size(); ++index)
+    write_reading(index, frame.clock[index], out);
+  out.put_fixed(frame.fingerprint, is_checkpoint() ? 8 : 1);
+  last_keys_ = frame.keys;
+  last_readings_ = frame.clock.size();
+  ++frames_;
+}
+
+void FrameCodec::read(ByteReader& in, Frame& frame) {
+  frame.clear();
+  const uint8_t flags = in.byte();
+  if ((flags & keys_as_before) != 0)
+    frame.keys = last_keys_;
+  else
+    read_keys(in, (flags & odd_keys) != 0, frame.keys);
+  if ((flags & has_chance) != 0) {
+    frame.chance.resize(in.count(8U * chance_bytes));
+    for (double& value : frame.chance)
+      value = read_chance(in);
+  }
+  if ((flags & has_folders) != 0)
+    read_folders(in, frame.folders);
+  const size_t readings = (flags & readings_as_before) != 0 ? last_readings_ : in.count(8);
+  if (readings > in.left())
+    throw Damaged("it ends too early");
+  frame.clock.resize(readings);
+  for (size_t index = 0; index < readings; ++index)
+    frame.clock[index] = read_reading(index, in);
+  frame.fingerprint = in.fixed(is_checkpoint() ? 8 : 1);
+  frame.known_fingerprint = is_checkpoint() ? ~uint64_t{0} : 0xFFU;
+  frame.is_whole = (flags & unfinished) == 0;
+  last_keys_ = frame.keys;
+  last_readings_ = readings;
+  ++frames_;
+}
+
+void FrameCodec::write_keys(const std::vector<double>& keys, ByteWriter& out) const {
+  out.put_whole(keys.size());
+  if (std::ranges::any_of(keys, [](double key) { return key != 0 && key != 1; })) {
+    for (const double key : keys)
+      out.put_raw(key);
+    return;
+  }
+  for (size_t first = 0; first < keys.size(); first += 8) {
+    unsigned bits = 0;
+    for (size_t index = first; index < std::min(first + 8, keys.size()); ++index)
+      bits |= (keys[index] != 0 ? 1U : 0U) << (index - first);
+    out.put_byte(static_cast<uint8_t>(bits));
+  }
+}
+
+void FrameCodec::read_keys(ByteReader& in, bool are_odd, std::vector<double>& keys) const {
+  keys.resize(in.count(are_odd ? 64 : 1));
+  if (keys.size() > most_keys)
+    throw Damaged("a frame asks for too many keys");
+  unsigned bits = 0;
+  for (size_t index = 0; index < keys.size(); ++index) {
+    if (!are_odd && index % 8 == 0)
+      bits = in.byte();
+    keys[index] = are_odd ? in.raw() : static_cast<double>(bits >> index % 8 & 1U);
+  }
+}
+
+// 0 stands before a reading as it is; other values are one more than what is meant.
+void FrameCodec::write_reading(size_t index, double reading, ByteWriter& out) {
+  const auto nanoseconds = nanoseconds_of(reading);
+  if (!nanoseconds) {
+    out.put_whole(0);
+    return out.put_raw(reading);
+  }
+  const int64_t expected = sum(last_nanoseconds_, usual_interval(index));
+  const int64_t surprise = difference(*nanoseconds, expected);
+  out.put_signed(surprise >= 0 ? sum(surprise, 1) : surprise);
+  learn(index, *nanoseconds);
+}
+
+double FrameCodec::read_reading(size_t index, ByteReader& in) {
+  const int64_t value = in.signed_whole();
+  if (value == 0)
+    return in.raw();
+  const int64_t expected = sum(last_nanoseconds_, usual_interval(index));
+  const int64_t nanoseconds = sum(expected, value > 0 ? value - 1 : value);
+  learn(index, nanoseconds);
+  return milliseconds_of(nanoseconds);
+}
+
+int64_t& FrameCodec::usual_interval(size_t index) {
+  if (index >= usual_intervals_.size())
+    usual_intervals_.resize(index + 1);
+  return usual_intervals_[index];
+}
+
+// A mean that an interrupted frame moves no farther than any other; a new place is believed at
+// once.
+void FrameCodec::learn(size_t index, int64_t nanoseconds) {
+  constexpr int64_t farthest = 512;
+  constexpr int64_t share = 8;
+  int64_t& usual = usual_interval(index);
+  const int64_t interval = difference(nanoseconds, last_nanoseconds_);
+  last_nanoseconds_ = nanoseconds;
+  if (usual == 0)
+    usual = interval;
+  else
+    usual = sum(usual, std::clamp(difference(interval, usual), -farthest, farthest) / share);
+}
+
+} // namespace kavo::recording

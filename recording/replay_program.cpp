@@ -1,0 +1,128 @@
+#include "recording/replay_program.h"
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+
+#include "game/program.h"
+#include "game/state.h"
+#include "recording/host_news.h"
+#include "recording/kept_games.h"
+#include "recording/replay.h"
+#include "recording/version.h"
+
+namespace kavo::recording {
+
+namespace {
+
+namespace fs = std::filesystem;
+using Clock = std::chrono::steady_clock;
+
+struct Wish {
+  bool is_to_verify = false;
+  fs::path file = {}; // empty: the last game
+};
+
+Wish wish_in(int argc, char** argv) {
+  Wish wish;
+  for (int i = 2; i < argc; ++i) {
+    if (std::string_view(argv[i]) == "--verify" && !wish.is_to_verify)
+      wish.is_to_verify = true;
+    else if (wish.file.empty())
+      wish.file = argv[i];
+    else
+      throw Damaged("--replay takes one file, got \"" + std::string(argv[i]) + "\" as well");
+  }
+  return wish;
+}
+
+fs::path last_game() {
+  const auto games = kept_games(host_news().folder);
+  if (games.empty())
+    throw Damaged(host_news().folder.empty() ? "no folder is known in which games are kept"
+                                             : "no game is kept in " + host_news().folder.string());
+  return games.front();
+}
+
+std::string clock_text(double milliseconds) {
+  const auto seconds = static_cast<int64_t>(milliseconds / 1000);
+  char text[32];
+  static_cast<void>(std::snprintf(text, sizeof text, "%lld:%02lld",
+                                  static_cast<long long>(seconds / 60),
+                                  static_cast<long long>(seconds % 60)));
+  return text;
+}
+
+std::string count_of(int64_t count, const char* one, const char* many) {
+  return std::to_string(count) + " " + (count == 1 ? one : many);
+}
+
+std::string text_of(const Progress& progress) {
+  return count_of(progress.score, "point", "points") + ", " +
+         count_of(progress.rows, "row", "rows") + ", " + count_of(progress.tips, "tip", "tips") +
+         ", level " + std::to_string(progress.level) + ", " + clock_text(progress.milliseconds) +
+         " min, " + count_of(progress.frames, "frame", "frames");
+}
+
+std::string by_other_version(const Recording& recording) {
+  return recording.header.version == game_version
+             ? ""
+             : " (recorded by version " + recording.header.version + ", this is " + game_version +
+                   ")";
+}
+
+std::string verdict(const Recording& recording, const Replay& replay, Standing standing) {
+  switch (standing) {
+  case Standing::as_recorded:
+    return "ended as recorded";
+  case Standing::cut_off:
+    return "the same as far as it was recorded, which is not to the game's end" +
+           (recording.damage.empty() ? "" : " (" + recording.damage + ")");
+  case Standing::failed:
+    return "an error ended the game: " + std::string(chars(Text(qor_err_msg())));
+  default:
+    return "not as recorded from frame " + std::to_string(replay.progress().frames + 1) + " at " +
+           clock_text(replay.progress().milliseconds) + " on" + by_other_version(recording);
+  }
+}
+
+int verify(const Recording& recording) {
+  const auto start = Clock::now();
+  Replay replay(recording);
+  Standing standing = Standing::playing;
+  while (standing == Standing::playing)
+    standing = replay.play_frame();
+  const std::chrono::duration<double, std::milli> taken = Clock::now() - start;
+  std::printf("%s\n%s; played at %.0f times its pace\n", text_of(replay.progress()).c_str(),
+              verdict(recording, replay, standing).c_str(),
+              replay.progress().milliseconds / taken.count());
+  qor_err_clear();
+  return standing == Standing::as_recorded ? EXIT_SUCCESS : EXIT_FAILURE;
+}
+
+int replay(const Wish& wish) {
+  const int64_t handle = qorrt_init(0, nullptr);
+  qor_runtime_set_handle(handle);
+  qorrt_set_event_dispatcher(handle, dispatch_event);
+  const Recording recording = read_recording(wish.file.empty() ? last_game() : wish.file);
+  const int status = verify(recording);
+  qorrt_shutdown(handle);
+  release_state();
+  return status;
+}
+
+} // namespace
+
+int replay_to_exit(int argc, char** argv) {
+  try {
+    return replay(wish_in(argc, argv));
+  } catch (const std::exception& error) {
+    static_cast<void>(std::fprintf(stderr, "kavo: %s\n", error.what()));
+    release_state();
+    return EXIT_FAILURE;
+  }
+}
+
+} // namespace kavo::recording
