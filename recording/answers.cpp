@@ -21,6 +21,7 @@ constexpr double ns_per_ms = 1e6;
 constexpr double longest_ms = 0x1p53 / ns_per_ms;
 constexpr double chances = 0x1p53; // answers are multiples of its reciprocal
 constexpr int chance_bytes = 7;
+constexpr size_t bits_of_a_chance = 56;
 constexpr uint64_t odd_chance = (uint64_t{1} << 54U) - 1;
 
 // What the C++ library makes of a whole number of nanoseconds.
@@ -80,12 +81,42 @@ void read_folders(ByteReader& in, std::vector<std::vector<std::string>>& folders
   }
 }
 
+bool are_odd(const std::vector<double>& keys) {
+  return std::ranges::any_of(keys, [](double key) { return key != 0 && key != 1; });
+}
+
+void write_keys(const std::vector<double>& keys, ByteWriter& out) {
+  out.put_whole(keys.size());
+  if (are_odd(keys)) {
+    for (const double key : keys)
+      out.put_raw(key);
+    return;
+  }
+  for (size_t first = 0; first < keys.size(); first += 8) {
+    unsigned bits = 0;
+    for (size_t index = first; index < std::min(first + 8, keys.size()); ++index)
+      bits |= (keys[index] != 0 ? 1U : 0U) << (index - first);
+    out.put_byte(static_cast<uint8_t>(bits));
+  }
+}
+
+void read_keys(ByteReader& in, bool is_odd, std::vector<double>& keys) {
+  keys.resize(in.count(is_odd ? 64 : 1));
+  if (keys.size() > most_keys)
+    throw Damaged("a frame asks for too many keys");
+  unsigned bits = 0;
+  for (size_t index = 0; index < keys.size(); ++index) {
+    if (!is_odd && index % 8 == 0)
+      bits = in.byte();
+    keys[index] = is_odd ? in.raw() : static_cast<double>(bits >> index % 8 & 1U);
+  }
+}
+
 uint8_t flags_of(const Frame& frame, const std::vector<double>& last_keys, size_t last_readings) {
-  const bool are_odd =
-      std::ranges::any_of(frame.keys, [](double key) { return key != 0 && key != 1; });
+  const bool is_odd = are_odd(frame.keys);
   unsigned flags = 0;
-  flags |= !are_odd && frame.keys == last_keys ? keys_as_before : 0U;
-  flags |= are_odd ? odd_keys : 0U;
+  flags |= !is_odd && frame.keys == last_keys ? keys_as_before : 0U;
+  flags |= is_odd ? odd_keys : 0U;
   flags |= frame.chance.empty() ? 0U : has_chance;
   flags |= frame.folders.empty() ? 0U : has_folders;
   flags |= frame.clock.size() == last_readings ? readings_as_before : 0U;
@@ -132,7 +163,7 @@ void FrameCodec::read(ByteReader& in, Frame& frame) {
   else
     read_keys(in, (flags & odd_keys) != 0, frame.keys);
   if ((flags & has_chance) != 0) {
-    frame.chance.resize(in.count(8U * chance_bytes));
+    frame.chance.resize(in.count(bits_of_a_chance));
     for (double& value : frame.chance)
       value = read_chance(in);
   }
@@ -150,33 +181,6 @@ void FrameCodec::read(ByteReader& in, Frame& frame) {
   last_keys_ = frame.keys;
   last_readings_ = readings;
   ++frames_;
-}
-
-void FrameCodec::write_keys(const std::vector<double>& keys, ByteWriter& out) const {
-  out.put_whole(keys.size());
-  if (std::ranges::any_of(keys, [](double key) { return key != 0 && key != 1; })) {
-    for (const double key : keys)
-      out.put_raw(key);
-    return;
-  }
-  for (size_t first = 0; first < keys.size(); first += 8) {
-    unsigned bits = 0;
-    for (size_t index = first; index < std::min(first + 8, keys.size()); ++index)
-      bits |= (keys[index] != 0 ? 1U : 0U) << (index - first);
-    out.put_byte(static_cast<uint8_t>(bits));
-  }
-}
-
-void FrameCodec::read_keys(ByteReader& in, bool are_odd, std::vector<double>& keys) const {
-  keys.resize(in.count(are_odd ? 64 : 1));
-  if (keys.size() > most_keys)
-    throw Damaged("a frame asks for too many keys");
-  unsigned bits = 0;
-  for (size_t index = 0; index < keys.size(); ++index) {
-    if (!are_odd && index % 8 == 0)
-      bits = in.byte();
-    keys[index] = are_odd ? in.raw() : static_cast<double>(bits >> index % 8 & 1U);
-  }
 }
 
 // 0 stands before a reading as it is; other values are one more than what is meant.

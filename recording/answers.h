@@ -36,8 +36,6 @@ public:
   void read(ByteReader& in, Frame& frame);
 
 private:
-  void write_keys(const std::vector<double>& keys, ByteWriter& out) const;
-  void read_keys(ByteReader& in, bool are_odd, std::vector<double>& keys) const;
   void write_reading(size_t index, double reading, ByteWriter& out);
   double read_reading(size_t index, ByteReader& in);
   int64_t& usual_interval(size_t index);

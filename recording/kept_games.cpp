@@ -163,13 +163,13 @@ std::unique_ptr<Sink> keep_game(const fs::path& folder, const Header& header) {
   fail("make", path);
 }
 
-Recording read_recording(const fs::path& path) {
-  const Descriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+Recording read_recording(const fs::path& file) {
+  const Descriptor opened(::open(file.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
   try {
-    return parsed(content_of(file, path));
+    return parsed(content_of(opened, file));
   } catch (const Damaged& damage) {
     const std::string reason = damage.what();
-    throw Damaged(reason.starts_with('"') ? reason : shown(path.string()) + ": " + reason);
+    throw Damaged(reason.starts_with('"') ? reason : shown(file.string()) + ": " + reason);
   }
 }
 

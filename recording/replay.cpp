@@ -12,9 +12,7 @@
 
 namespace kavo::recording {
 
-namespace {
-
-// The answers of a frame that are left, and what went wrong with them.
+// The answers of a frame that are left, what went wrong with them, and what was there before.
 struct Deck {
   Fingerprint fingerprint;
   Frame frame;
@@ -27,7 +25,8 @@ struct Deck {
   bool is_presented = false;
   std::function<void(double)> pause;
   double first_reading = 0;
-  qor_clock clock_before{};
+  qor_clock clock_before = qor_clock_in_use();
+  Wiring wiring_before = wiring;
 
   void open_frame() {
     keys = chance = clock = folders = 0;
@@ -39,11 +38,13 @@ struct Deck {
   }
 };
 
-Deck deck;
+namespace {
+
+Deck* in_use = nullptr; // by the one replay that there is
 
 // A frame that asks for more than was recorded ends here, as by an error of a command.
 void run_out() {
-  deck.is_exhausted = true;
+  in_use->is_exhausted = true;
   if (qor_err_code() == 0)
     qor_err_set("the recording has no answer", 1);
 }
@@ -61,13 +62,13 @@ bool is_save(const char* name) {
 
 double answer_number(int64_t handle, const char* name, const void* slots, const uint32_t* tags,
                      int64_t count) {
-  switch (deck.fingerprint.add(name, static_cast<const qor_slot*>(slots), tags, count)) {
+  switch (in_use->fingerprint.add(name, static_cast<const qor_slot*>(slots), tags, count)) {
   case Asks::key:
-    return next_of(deck.frame.keys, deck.keys, 0);
+    return next_of(in_use->frame.keys, in_use->keys, 0);
   case Asks::chance:
-    return next_of(deck.frame.chance, deck.chance, 0);
+    return next_of(in_use->frame.chance, in_use->chance, 0);
   default:
-    return deck.is_presented && !is_save(name)
+    return in_use->is_presented && !is_save(name)
                ? qorrt_call_typed_f64(handle, name, slots, tags, count)
                : 0;
   }
@@ -86,22 +87,23 @@ QorArray* array_of(const std::vector<std::string>& names) {
 
 QorArray* answer_array(int64_t handle, const char* name, const void* slots, const uint32_t* tags,
                        int64_t count) {
-  if (deck.fingerprint.add(name, static_cast<const qor_slot*>(slots), tags, count) != Asks::folder)
+  if (in_use->fingerprint.add(name, static_cast<const qor_slot*>(slots), tags, count) !=
+      Asks::folder)
     return qorrt_call_typed_arr(handle, name, slots, tags, count);
-  if (deck.folders < deck.frame.folders.size())
-    return array_of(deck.frame.folders[deck.folders++]);
+  if (in_use->folders < in_use->frame.folders.size())
+    return array_of(in_use->frame.folders[in_use->folders++]);
   run_out();
   return nullptr;
 }
 
 double answer_tick(void*) {
-  deck.last_reading = next_of(deck.frame.clock, deck.clock, deck.last_reading);
-  return deck.last_reading;
+  in_use->last_reading = next_of(in_use->frame.clock, in_use->clock, in_use->last_reading);
+  return in_use->last_reading;
 }
 
 void pass_time(void*, uint32_t milliseconds) {
-  if (deck.pause)
-    deck.pause(deck.last_reading + milliseconds - deck.first_reading);
+  if (in_use->pause)
+    in_use->pause(in_use->last_reading + milliseconds - in_use->first_reading);
 }
 
 // An error leaves the host's frames open.
@@ -111,44 +113,45 @@ void abandon_frame() {
   qorrt_frame_end(qor_runtime_handle(), outermost);
 }
 
-void insert_deck() {
-  deck = {};
-  deck.clock_before = qor_clock_in_use();
+void put_in_use(Deck& deck) {
+  in_use = &deck;
   const qor_clock recorded = {.tick = answer_tick, .sleep = pass_time, .context = nullptr};
   qor_set_clock(&recorded);
   wiring.number = answer_number;
   wiring.array = answer_array;
+  wiring.frame_ended = Wiring().frame_ended;
 }
 
-void remove_deck() {
+void put_aside(const Deck& deck) {
   qor_set_clock(&deck.clock_before);
-  wiring.number = Wiring().number;
-  wiring.array = Wiring().array;
+  wiring = deck.wiring_before;
+  in_use = nullptr;
 }
 
 } // namespace
 
-Replay::Replay(const Recording& recording) : recording_(recording), left_(recording.frames) {
+Replay::Replay(const Recording& recording)
+    : recording_(recording), left_(recording.frames), deck_(std::make_unique<Deck>()) {
   ByteReader state(recording.header.state);
   set_geometry();
   set_initial_values();
   read_state(state);
   first_reading_ = LASTDROP;
   board_rows_ = ROWS;
-  insert_deck();
-  deck.first_reading = deck.last_reading = first_reading_;
+  put_in_use(*deck_);
+  deck_->first_reading = deck_->last_reading = first_reading_;
 }
 
 Replay::~Replay() {
-  remove_deck();
+  put_aside(*deck_);
 }
 
 void Replay::set_presented(bool is_presented) {
-  deck.is_presented = is_presented;
+  deck_->is_presented = is_presented;
 }
 
 void Replay::set_pause(std::function<void(double)> pause) {
-  deck.pause = std::move(pause);
+  deck_->pause = std::move(pause);
 }
 
 Standing Replay::play_frame() {
@@ -157,25 +160,25 @@ Standing Replay::play_frame() {
   if (left_.left() == 0)
     return standing_ = stand_at_end();
   try {
-    codec_.read(left_, deck.frame);
+    codec_.read(left_, deck_->frame);
   } catch (const Damaged&) {
     return standing_ = Standing::cut_off;
   }
-  deck.open_frame();
+  deck_->open_frame();
   static_cast<void>(run_frame());
   return standing_ = stand_after_frame();
 }
 
 Standing Replay::stand_after_frame() {
-  if (deck.is_exhausted)
+  if (deck_->is_exhausted)
     abandon_frame();
   else if (qor_err_code() != 0)
     return Standing::failed;
-  if (!deck.frame.is_whole && (deck.is_exhausted || deck.is_used_up()))
+  if (!deck_->frame.is_whole && (deck_->is_exhausted || deck_->is_used_up()))
     return Standing::cut_off;
-  const uint64_t difference = deck.fingerprint.value() ^ deck.frame.fingerprint;
-  const bool is_same =
-      !deck.is_exhausted && deck.is_used_up() && (difference & deck.frame.known_fingerprint) == 0;
+  const uint64_t difference = deck_->fingerprint.value() ^ deck_->frame.fingerprint;
+  const bool is_same = !deck_->is_exhausted && deck_->is_used_up() &&
+                       (difference & deck_->frame.known_fingerprint) == 0;
   if (!is_same)
     return Standing::diverged;
   note_progress();

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 #include <functional>
-#include <string>
+#include <memory>
 
 #include "recording/answers.h"
 #include "recording/format.h"
@@ -18,6 +18,8 @@ enum class Standing : uint8_t {
   diverged,    // the game did something else than recorded, in frame progress().frames
   failed,      // an error ended the game; the error is pending
 };
+
+struct Deck;
 
 class Replay {
 public:
@@ -53,6 +55,7 @@ private:
   double first_reading_ = 0;
   int64_t board_rows_ = 0;
   Standing standing_ = Standing::playing;
+  std::unique_ptr<Deck> deck_;
 };
 
 } // namespace kavo::recording

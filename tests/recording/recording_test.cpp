@@ -221,7 +221,7 @@ TEST_F(RecordingTest, AFullShelfIsToldOnceAndPlayGoesOn) {
 TEST_F(RecordingTest, HoldsNothingOfWhereTheProgramLies) {
   const auto recordings = visit(300);
   EXPECT_EQ(recordings.front().header.arguments, std::vector<std::string>());
-  EXPECT_EQ(recordings.front().header.state.find("/"), std::string::npos);
+  EXPECT_EQ(recordings.front().header.state.find('/'), std::string::npos);
 }
 
 // ---- the state ----------------------------------------------------------------------------------

@@ -139,7 +139,7 @@ TEST(Recordings, BeyondTheLargestSizeOfAFilePlayGoesOn) {
 
 constexpr const char* play_with_a_full_disk_for_games = R"sh(
 mkdir -p state
-mount -t tmpfs -o size=12k none state || exit 99
+mount -t tmpfs -o size=4k none state || exit 99
 exec "$0")sh";
 
 TEST(Recordings, OnAFullDiskPlayGoesOn) {
@@ -148,7 +148,7 @@ TEST(Recordings, OnAFullDiskPlayGoesOn) {
   if (!outcome.has_exited || outcome.code != 0)
     GTEST_SKIP() << "no file system may be mounted here; the largest size of a file stands in";
   Game game(Conditions{.change = [](Launch& launch) {
-    launch.arguments = {"unshare", "-rm", "sh", "-c", play_with_a_full_disk_for_games,
+    launch.arguments = {"unshare",   "-rm", "sh", "-c", play_with_a_full_disk_for_games,
                         KAVO_PROGRAM};
   }});
   game.lose();
@@ -164,13 +164,13 @@ TEST(Recordings, AFileThatIsNoneIsNamed) {
   const TemporaryFolder folder;
   write_file(folder / "picture.kavo", "\x89PNG\r\n\x1A\n");
   for (const auto& [file, reason] : std::vector<std::pair<std::string, std::string>>{
-           {folder / "picture.kavo", ": it is no recording of a game"},
-           {folder.path(), ": it is no file"},
-           {"/dev/zero", ": it is no file"}}) {
+           {folder / "picture.kavo", "\": it is no recording of a game\n"},
+           {folder.path(), "\": it is no file\n"},
+           {"/dev/zero", "\": it is no file\n"}}) {
     const Launch launch = kavo::playing::launch(folder.path(), "", {"--replay", "--verify", file});
     const Outcome outcome = Process(launch).wait();
     EXPECT_EQ(outcome.code, 1);
-    EXPECT_EQ(outcome.errors, "kavo: \"" + file + "\"" + reason + "\n");
+    EXPECT_EQ(outcome.errors, "kavo: \"" + file + reason);
   }
 }
 
