@@ -12,6 +12,7 @@
 #include "runtime/text.h"
 #include "tests/fakes/binary_strings.h"
 #include "tests/runtime/values.h"
+#include "tests/support/rounds.h"
 
 namespace {
 
@@ -177,7 +178,7 @@ std::string random_needle(std::mt19937& random, const std::string& text) {
 
 TEST(PiecesProperty, SplitIsWhatTheStraightforwardLoopGives) {
   std::mt19937 random(1); // the same texts every time
-  for (int i = 0; i < 5000; ++i) {
+  for (int i = kavo::test::rounds(5000); i > 0; --i) {
     const auto text = random_text(random, 150);
     const auto separator = random_needle(random, text);
     const auto pieces = kavo::test::own_deep(qor_split(text.c_str(), separator.c_str()));
@@ -189,7 +190,7 @@ TEST(PiecesProperty, SplitIsWhatTheStraightforwardLoopGives) {
 
 TEST(PiecesProperty, ReplaceIsWhatTheStraightforwardLoopGives) {
   std::mt19937 random(2); // the same texts every time
-  for (int i = 0; i < 5000; ++i) {
+  for (int i = kavo::test::rounds(5000); i > 0; --i) {
     const auto text = random_text(random, 150);
     const auto find = random_needle(random, text);
     const auto with = random_text(random, 3);
