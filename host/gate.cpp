@@ -20,13 +20,31 @@ struct PanelKey {
 constexpr PanelKey panel_keys[] = {
     {"Up", Panel::Command::up},         {"Down", Panel::Command::down},
     {"Left", Panel::Command::left},     {"Right", Panel::Command::right},
-    {"Return", Panel::Command::accept}, {"Escape", Panel::Command::back}};
+    {"Return", Panel::Command::accept}, {"Escape", Panel::Command::back},
+    {"Delete", Panel::Command::remove}, {"Backspace", Panel::Command::remove}};
+
+// Whatever they are bound to in play.
+struct PanelControl {
+  Control control;
+  Panel::Command command;
+};
+constexpr PanelControl panel_controls[] = {
+    {Control::cross_up, Panel::Command::up},     {Control::cross_down, Panel::Command::down},
+    {Control::cross_left, Panel::Command::left}, {Control::cross_right, Panel::Command::right},
+    {Control::south, Panel::Command::accept},    {Control::start, Panel::Command::accept},
+    {Control::east, Panel::Command::back},       {Control::west, Panel::Command::remove}};
 
 // Whether a key that is held goes on.
 bool is_steering(const Key& key) {
   return std::ranges::any_of(panel_keys, [&](const PanelKey& each) {
-    return each.name == key.name && each.command != Panel::Command::accept &&
-           each.command != Panel::Command::back;
+    return each.name == key.name && each.command <= Panel::Command::right;
+  });
+}
+
+// What is pressed in a hurry, or held, cannot wait for its release.
+bool is_wanted_in_play(const Bindings& bindings, Control control) {
+  return std::ranges::any_of(all_actions, [&](Action action) {
+    return action != Action::options && is_for(bindings, action, control);
   });
 }
 
@@ -47,12 +65,7 @@ void Gate::key_went_down(const Key& key, bool is_repeat) {
     press_in_panel(key);
   else if (is_opening)
     panel_.open();
-  is_back_ = true;
-}
-
-void Gate::settle() {
-  if (std::exchange(is_back_, false))
-    attention_.act();
+  attention_.act();
 }
 
 bool Gate::opens_panel(const Key& key) const {
@@ -62,6 +75,8 @@ bool Gate::opens_panel(const Key& key) const {
 void Gate::press_in_panel(const Key& key) {
   if (key.name == panel_key)
     return panel_.close();
+  if (panel_.is_listening() && key.name != key_that_leads_back)
+    return panel_.take_key(key.name);
   for (const auto& [name, command] : panel_keys)
     if (key.name == name)
       return panel_.obey(command);
@@ -72,12 +87,68 @@ void Gate::key_went_up(const Key& key) {
     game_.key_went_up(key);
 }
 
+void Gate::control_went_down(const ControlPress& press) {
+  const bool is_opening = is_panel_offered_ && press.control == Control::guide;
+  if (!holds_game_up() && !is_opening)
+    return press_in_game(press);
+  kept_controls_.push_back(press.source);
+  if (panel_.is_open())
+    press_in_panel(press.control);
+  else if (is_opening)
+    panel_.open();
+  attention_.act();
+}
+
+void Gate::press_in_game(const ControlPress& press) {
+  const bool may_open = is_panel_offered_ && press.control == Control::back;
+  const bool is_kept_back = may_open && !is_wanted_in_play(game_.bindings(), press.control);
+  if (may_open)
+    held_back_ = {press, is_kept_back};
+  if (!is_kept_back)
+    game_.control_went_down(press);
+}
+
+void Gate::press_in_panel(Control control) {
+  if (control == Control::guide)
+    return panel_.close();
+  if (panel_.is_listening_to_controls())
+    return panel_.take_control(control);
+  for (const PanelControl& each : panel_controls)
+    if (each.control == control)
+      return panel_.obey(each.command);
+}
+
+void Gate::control_went_up(const ControlPress& press) {
+  if (take_from(kept_controls_, press.source))
+    return;
+  if (held_back_ && held_back_->press.source == press.source) {
+    if (held_back_->is_kept_back)
+      game_.control_went_down(press);
+    held_back_.reset();
+  }
+  game_.control_went_up(press);
+}
+
+void Gate::tend(double now_ms) {
+  constexpr double long_enough_ms = 1000;
+  if (!held_back_)
+    return;
+  const double since = held_back_->since_ms.value_or(now_ms);
+  held_back_->since_ms = since;
+  if (holds_game_up() || now_ms - since < long_enough_ms)
+    return;
+  kept_controls_.push_back(held_back_->press.source);
+  held_back_.reset();
+  panel_.open();
+}
+
 void Gate::keyboard_was_given() {
   attention_.come();
 }
 
 void Gate::keyboard_was_taken() {
   kept_keys_.clear();
+  held_back_.reset();
   attention_.go();
   game_.keyboard_was_taken();
 }
@@ -95,7 +166,7 @@ void Gate::button_went_down(int button, int x, int y) {
     panel_.click(x, y);
   else if (is_opening)
     panel_.open();
-  is_back_ = true;
+  attention_.act();
 }
 
 void Gate::button_went_up(int button, int x, int y) {

@@ -6,15 +6,15 @@
 #include <vector>
 
 #include "host/attention.h"
-#include "host/events.h"
 #include "host/input.h"
+#include "host/keys/bound_keys.h"
 #include "host/panel/panel.h"
 
 namespace kavo::host {
 
 class Gate final : public EventSink {
 public:
-  Gate(Events& game, Panel& panel) : game_(game), panel_(panel) {}
+  Gate(BoundKeys& game, Panel& panel) : game_(game), panel_(panel) {}
 
   // Whether the player can open the panel; where the sign for that is, while it is shown.
   void set_panel_offered(bool is_offered) { is_panel_offered_ = is_offered; }
@@ -28,12 +28,14 @@ public:
   // Whether the game is to stand still.
   bool holds_game_up() const { return attention_.is_waiting() || panel_.is_open(); }
 
-  // After the events that came together: one button of a controller may be several keys, of which
-  // none is to reach the game when the first has ended a standstill.
-  void settle();
+  // After events: a controller's back button that has been held for a second opens the panel.
+  // Where it has nothing to do in play it reaches the game only when it is let go before that.
+  void tend(double now_ms);
 
   void key_went_down(const Key& key, bool is_repeat) override;
   void key_went_up(const Key& key) override;
+  void control_went_down(const ControlPress& press) override;
+  void control_went_up(const ControlPress& press) override;
   void keyboard_was_given() override;
   void keyboard_was_taken() override;
   void picture_was_hidden() override;
@@ -44,17 +46,27 @@ public:
 
 private:
   void press_in_panel(const Key& key);
+  void press_in_panel(Control control);
+  void press_in_game(const ControlPress& press);
   bool opens_panel(const Key& key) const;
 
-  Events& game_;
+  // The back button, while it is down in play.
+  struct HeldBack {
+    ControlPress press;
+    bool is_kept_back; // from the game
+    std::optional<double> since_ms = {};
+  };
+
+  BoundKeys& game_;
   Panel& panel_;
   bool is_panel_offered_ = false;
   bool has_pointer_moved_ = false;
-  bool is_back_ = false; // the player, as a key or a click says
+  std::optional<HeldBack> held_back_;
   std::optional<Box> sign_;
   Attention attention_;
-  std::vector<int> kept_keys_;    // scancodes of those that are down and not the game's
-  std::vector<int> kept_buttons_; // of the pointer
+  std::vector<int> kept_keys_;     // scancodes of those that are down and not the game's
+  std::vector<int> kept_controls_; // sources
+  std::vector<int> kept_buttons_;  // of the pointer
 };
 
 } // namespace kavo::host

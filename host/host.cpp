@@ -85,6 +85,10 @@ void Host::apply_settings() {
   const Settings& settings = settings_.current();
   sound->levels({.music = loudness_of(settings.music), .effects = loudness_of(settings.effects)});
   screen.set_calm(settings.is_calm);
+  bound_keys_.set_bindings(settings.bindings);
+  held_repeat_.set_times(
+      settings.repeats ? std::optional<RepeatTimes>({settings.repeat_delay, settings.repeat_rate})
+                       : std::nullopt);
   gate_.set_panel_offered(is_played_);
   gate_.attention().set_waited_for(is_played_ && settings.waits);
   tell_where_games_are_kept();
@@ -159,7 +163,6 @@ void Host::stand_still() {
   sound->rest();
   while (gate_.holds_game_up() && !is_asked_to_end() && screen.is_open()) {
     events.wait_for(screen.presenter(), gate_);
-    gate_.settle();
     screen.present_again();
   }
   panel_.close();
@@ -204,11 +207,19 @@ PanelWorld Host::panel_world() {
           .change = [this](const Settings& wanted) { change_settings(wanted); },
           .is_full_screen = [this] { return screen.presenter().is_full_screen(); },
           .switch_full_screen = [this] { screen.presenter().switch_full_screen(); },
-          .language = [this] { return language(); }};
+          .language = [this] { return language(); },
+          .is_key = [this](const std::string& name) { return is_key(name); }};
 }
 
 Language Host::language() const {
   return resolved(settings_.current().language, platform_->locale());
+}
+
+// A name with a comma or a semicolon in it could not be read again from a list, but for those that
+// have words there.
+bool Host::is_key(const std::string& name) const {
+  return word_for_key(name).find_first_of(",;") == std::string_view::npos &&
+         platform_->code_of_key(name).has_value();
 }
 
 void Host::change_settings(const Settings& wanted) {
@@ -223,8 +234,10 @@ bool Host::is_key_held(std::string_view key_name) {
   const int code = key_names_.code_of(key_name);
   if (!presenter.unplayable_reason().empty())
     throw CommandError(presenter.unplayable_reason());
-  if (!has_taken_events_)
+  if (!has_taken_events_) {
     take_events();
+    held_repeat_.tend(qor_tick());
+  }
   return keyboard.is_held(code);
 }
 
@@ -238,6 +251,7 @@ void Host::take_events() {
   has_taken_events_ = true;
   if (screen.is_open())
     events.take_from(screen.presenter(), gate_);
+  gate_.tend(qor_tick());
 }
 
 bool Host::is_asked_to_end() {

@@ -11,6 +11,8 @@
 #include "host/gate.h"
 #include "host/key_names.h"
 #include "host/keyboard.h"
+#include "host/keys/bound_keys.h"
+#include "host/keys/held_repeat.h"
 #include "host/panel/panel.h"
 #include "host/platform.h"
 #include "host/random.h"
@@ -81,18 +83,21 @@ private:
   void show_signs();
   PanelWorld panel_world();
   Language language() const;
+  bool is_key(const std::string& name) const;
   void change_settings(const Settings& wanted);
   bool is_asked_to_end();
   void end_program();
 
   Panel panel_{panel_world()};
-  Gate gate_{events, panel_};
+  KeyNames key_names_{*platform_};
+  BoundKeys bound_keys_{events, key_names_};
+  HeldRepeat held_repeat_{keyboard, key_names_};
+  Gate gate_{bound_keys_, panel_};
   double sign_until_ms_ = 0;  // of the runtime's clock
   double hint_until_ms_ = -1; // below 0: not begun
   Frames frames_;
-  SettingsStore settings_;
+  SettingsStore settings_{[this](const std::string& name) { return is_key(name); }};
   bool is_played_ = false;
-  KeyNames key_names_{*platform_};
   QuitSignals quit_signals_;
   WriteSignals write_signals_;
   const char* failure_ = nullptr;

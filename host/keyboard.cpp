@@ -47,6 +47,18 @@ bool Keyboard::is_held(int code) {
   return state.was_reported_held;
 }
 
+bool Keyboard::is_down(int code) {
+  return state_of(code).sources_down > 0;
+}
+
+void Keyboard::press_again(int code) {
+  KeyState& state = state_of(code);
+  if (state.sources_down == 0 || !state.was_reported_held || !state.unreported.empty())
+    return;
+  state.unreported = {next_ordinal_, next_ordinal_ + 1};
+  next_ordinal_ += 2;
+}
+
 bool Keyboard::report(KeyState& state) {
   const Ordinal end = end_of_this_frame();
   const bool was_asked_already = std::exchange(state.was_asked_for, true);

@@ -34,6 +34,13 @@ public:
   // 1 while held; takes one change off the unreported ones.
   bool is_held(int code);
 
+  // Whether it is held by now, reported or not.
+  bool is_down(int code);
+
+  // A key that is held, and was reported so, reads 0 at the next question and then 1 again, as if
+  // it had been let go and pressed in between. For any other nothing happens.
+  void press_again(int code);
+
   void end_frame();
 
 private:

@@ -1,13 +1,4 @@
-// Game controllers as keys of the keyboard. Every button and every direction of the left stick
-// stands for the key or keys that it saves the player from reaching for:
-//
-//   cross, left stick   Left, Right, Up, Down
-//   south               Space and Return
-//   east                Escape
-//   north, west         Up, which turns the piece
-//   start               P and Return
-//   back                O
-//   guide               F1
+// Game controllers: their buttons, sticks and triggers as what the host knows of them.
 //
 // Controllers come and go as they are plugged; any number of them may play along.
 #pragma once
@@ -30,28 +21,31 @@ public:
   Controllers(const Controllers&) = delete;
   Controllers& operator=(const Controllers&) = delete;
 
-  // Passes on the keys that the event pressed or released; other events are left alone. The
-  // scancodes of these keys are above all of a keyboard's, one for each button of each controller
-  // and each of its keys.
+  // Passes on what the event pressed or released; other events are left alone. The sources are
+  // above all scancodes of a keyboard's, one for each part of each controller.
   void deliver(const SDL_Event& event, EventSink& sink);
 
   // Whether any is plugged in.
   bool are_there() const { return !controllers_.empty(); }
 
-  static constexpr int first_scancode = SDL_NUM_SCANCODES;
+  static constexpr int first_source = SDL_NUM_SCANCODES;
 
 private:
-  static constexpr size_t most_keys = 32;
+  static constexpr size_t most_parts = 32;
 
   struct Close {
     void operator()(SDL_GameController* device) const { SDL_GameControllerClose(device); }
   };
+  struct Stick { // -32768..32767 each
+    int x = 0;
+    int y = 0;
+  };
   struct Controller {
     SDL_JoystickID id;
     std::unique_ptr<SDL_GameController, Close> device;
-    int x = 0; // of the left stick, -32768..32767
-    int y = 0;
-    std::bitset<most_keys> held = {}; // by row of the table of keys
+    Stick left = {};
+    Stick right = {};
+    std::bitset<most_parts> held = {};
   };
 
   void plug_in(int device_index);
@@ -59,9 +53,9 @@ private:
   Controller* find(SDL_JoystickID id);
   static void move_stick(Controller& controller, const SDL_ControllerAxisEvent& event,
                          EventSink& sink);
-  static void push(Controller& controller, int control, int value, int other_axis, EventSink& sink);
-  static void set_control(Controller& controller, int control, bool is_down, EventSink& sink);
-  static void set_key(Controller& controller, size_t row, bool is_down, EventSink& sink);
+  static void push_all(Controller& controller, int first, const Stick& stick, EventSink& sink);
+  static void push(Controller& controller, int part, int value, int other_axis, EventSink& sink);
+  static void set_part(Controller& controller, int number, bool is_down, EventSink& sink);
 
   bool is_listening_;
   std::vector<Controller> controllers_;

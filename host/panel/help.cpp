@@ -4,6 +4,7 @@
 #include <array>
 
 #include "host/panel/drawing.h"
+#include "host/panel/key_texts.h"
 #include "host/panel/texts.h"
 
 namespace kavo::host {
@@ -59,14 +60,13 @@ void draw_meter(Canvas& canvas, int y) {
   fill(canvas, 0xF0E178, {middle + pull - 3, y - 6, 6, 24});
 }
 
-void draw_lines(Canvas& canvas, std::span<const std::string_view> lines, int x, int y) {
-  for (std::string_view line : lines) {
-    const bool is_heading = line.starts_with('!');
-    if (is_heading)
-      line.remove_prefix(1);
-    draw_text(canvas, x, y, is_heading ? colour::chosen : colour::plain, line);
-    y += line_height;
-  }
+// Returns where the next line would be.
+int draw_line(Canvas& canvas, std::string_view line, int x, int y) {
+  const bool is_heading = line.starts_with('!');
+  if (is_heading)
+    line.remove_prefix(1);
+  draw_text(canvas, x, y, is_heading ? colour::chosen : colour::plain, line);
+  return y + line_height;
 }
 
 void draw_blocks(Canvas& canvas, std::span<const std::string_view> lines, int x, int y) {
@@ -78,7 +78,8 @@ void draw_blocks(Canvas& canvas, std::span<const std::string_view> lines, int x,
 
 } // namespace
 
-void draw_help_page(Canvas& canvas, int page, Language language, int x, int y) {
+void draw_help_page(Canvas& canvas, int page, const Settings& settings, Language language, int x,
+                    int y) {
   constexpr int below_the_title = 46;
   constexpr int room_of_the_meter = 60;
   const HelpPage content = help_page(page, language);
@@ -90,7 +91,13 @@ void draw_help_page(Canvas& canvas, int page, Language language, int x, int y) {
     draw_meter(canvas, y + 10);
     y += room_of_the_meter;
   }
-  draw_lines(canvas, content.lines, x, y);
+  if (page == page_of_the_keys || page == page_of_the_controller) {
+    const Device device = page == page_of_the_keys ? Device::keyboard : Device::controller;
+    for (const std::string& line : lines_of_help(settings.bindings, device, language))
+      y = draw_line(canvas, line, x, y);
+  }
+  for (const std::string_view line : content.lines)
+    y = draw_line(canvas, line, x, y);
 }
 
 } // namespace kavo::host

@@ -6,7 +6,9 @@
 
 namespace kavo::host {
 
-// Its title at y in the middle of the picture, its lines from x and below.
-void draw_help_page(Canvas& canvas, int page, Language language, int x, int y);
+// Its title at y in the middle of the picture, its lines from x and below. The keys are those of
+// the settings.
+void draw_help_page(Canvas& canvas, int page, const Settings& settings, Language language, int x,
+                    int y);
 
 } // namespace kavo::host

@@ -32,16 +32,26 @@ void Panel::open() {
   selected_ = 0;
 }
 
+void Panel::close() {
+  is_open_ = false;
+  bindings_.stop_listening();
+}
+
 void Panel::go_to(Page page) {
   page_ = page;
   selected_ = 0;
   help_page_ = 0;
 }
 
-// Row by row, as the menu lists them.
+// Row by row, as the pages list them.
 void Panel::go_back() {
   if (page_ == Page::menu)
     return close();
+  if (page_ == Page::bindings) {
+    page_ = Page::settings;
+    selected_ = setting_rows().size() - (bindings_.device() == Device::keyboard ? 3 : 2);
+    return;
+  }
   selected_ = page_ == Page::help ? 0 : 1;
   page_ = Page::menu;
 }
@@ -57,6 +67,7 @@ std::vector<Panel::Row> Panel::rows() {
   case Page::settings:
     return setting_rows();
   case Page::help:
+  case Page::bindings:
     break;
   }
   return {};
@@ -76,12 +87,14 @@ void Panel::change(Change change) {
   world_.change(settings);
 }
 
-Panel::Row Panel::volume_row(Text label, int Settings::*volume) {
+Panel::Row Panel::number_row(Text label, int Settings::*number, const Bounds& bounds,
+                             std::string_view unit) {
   return {std::string(text(label, world_.language())),
-          std::to_string(world_.settings().*volume) + " %", [this, volume](int by) {
-            change([volume, by](Settings& settings) {
-              settings.*volume = std::clamp(settings.*volume + by * volume_bounds.step,
-                                            volume_bounds.least, volume_bounds.most);
+          std::to_string(world_.settings().*number) + " " + std::string(unit),
+          [this, number, bounds](int by) {
+            change([number, bounds, by](Settings& settings) {
+              settings.*number =
+                  std::clamp(settings.*number + by * bounds.step, bounds.least, bounds.most);
             });
           }};
 }
@@ -92,6 +105,13 @@ Panel::Row Panel::switch_row(Text label, bool Settings::*setting) {
           std::string(text(world_.settings().*setting ? Text::yes : Text::no, language)),
           [this, setting](int) {
             change([setting](Settings& settings) { settings.*setting = !(settings.*setting); });
+          }};
+}
+
+Panel::Row Panel::page_of_bindings_row(Text label, Device device) {
+  return {std::string(text(label, world_.language())), "", [this, device](int) {
+            go_to(Page::bindings);
+            bindings_.open(device);
           }};
 }
 
@@ -112,14 +132,20 @@ Panel::Row Panel::language_row() {
 
 std::vector<Panel::Row> Panel::setting_rows() {
   const Language language = world_.language();
-  std::vector<Row> result = {volume_row(Text::music, &Settings::music),
-                             volume_row(Text::effects, &Settings::effects)};
+  std::vector<Row> result = {number_row(Text::music, &Settings::music, volume_bounds, "%"),
+                             number_row(Text::effects, &Settings::effects, volume_bounds, "%")};
   result.push_back({std::string(text(Text::full_screen, language)),
                     std::string(text(world_.is_full_screen() ? Text::yes : Text::no, language)),
                     [this](int) { world_.switch_full_screen(); }});
   result.push_back(switch_row(Text::calm, &Settings::is_calm));
   result.push_back(switch_row(Text::waits, &Settings::waits));
+  result.push_back(switch_row(Text::repeats, &Settings::repeats));
+  result.push_back(
+      number_row(Text::repeat_delay, &Settings::repeat_delay, repeat_delay_bounds, "ms"));
+  result.push_back(number_row(Text::repeat_rate, &Settings::repeat_rate, repeat_rate_bounds, "ms"));
   result.push_back(language_row());
+  result.push_back(page_of_bindings_row(Text::keys, Device::keyboard));
+  result.push_back(page_of_bindings_row(Text::controller, Device::controller));
   result.push_back({std::string(text(Text::defaults, language)), "", [this](int by) {
                       if (by > 0)
                         world_.change(Settings());
@@ -127,9 +153,34 @@ std::vector<Panel::Row> Panel::setting_rows() {
   return result;
 }
 
+void Panel::obey_in_bindings(Command command) {
+  if (bindings_.is_listening())
+    return command == Command::back ? bindings_.stop_listening() : void();
+  switch (command) {
+  case Command::up:
+    return bindings_.move(-1, 0);
+  case Command::down:
+    return bindings_.move(1, 0);
+  case Command::left:
+    return bindings_.move(0, -1);
+  case Command::right:
+    return bindings_.move(0, 1);
+  case Command::accept:
+    return bindings_.accept();
+  case Command::remove:
+    return bindings_.remove();
+  case Command::back:
+    return go_back();
+  }
+}
+
 void Panel::obey(Command command) {
+  if (page_ == Page::bindings)
+    return obey_in_bindings(command);
   if (command == Command::back)
     return go_back();
+  if (command == Command::remove)
+    return;
   if (page_ == Page::help) {
     if (command == Command::left || command == Command::up)
       turn_help_page(-1);
@@ -152,7 +203,9 @@ void Panel::obey(Command command) {
 // The left part of a value makes it less, the right part more; the foot leads back.
 void Panel::click(int x, int y) {
   if (footer.contains(x, y))
-    return go_back();
+    return obey(Command::back);
+  if (page_ == Page::bindings)
+    return bindings_.click(x, y);
   if (page_ == Page::help)
     return turn_help_page(x < frame.x + frame.width / 2 ? -1 : 1);
   const std::vector<Row> all = rows();
@@ -169,6 +222,8 @@ void Panel::draw(Canvas& canvas) {
   draw_box(canvas, frame);
   if (page_ == Page::help)
     draw_help(canvas);
+  else if (page_ == Page::bindings)
+    draw_bindings(canvas);
   else
     draw_rows(canvas);
 }
@@ -195,9 +250,20 @@ void Panel::draw_rows(Canvas& canvas) {
                text(is_menu ? Text::keys_of_a_menu : Text::keys_of_settings, language));
 }
 
+void Panel::draw_bindings(Canvas& canvas) const {
+  const Language language = world_.language();
+  const bool is_of_keys = bindings_.device() == Device::keyboard;
+  draw_centred(canvas, title_y, colour::heading,
+               text(is_of_keys ? Text::keys : Text::controller, language));
+  bindings_.draw(canvas);
+  draw_centred(
+      canvas, footer_y, colour::faint,
+      text(bindings_.is_listening() ? Text::keys_of_listening : Text::keys_of_bindings, language));
+}
+
 void Panel::draw_help(Canvas& canvas) const {
   const Language language = world_.language();
-  draw_help_page(canvas, help_page_, language, frame.x + 20, title_y);
+  draw_help_page(canvas, help_page_, world_.settings(), language, frame.x + 20, title_y);
   draw_centred(canvas, footer_y - 28, colour::plain,
                "< " + std::to_string(help_page_ + 1) + " / " + std::to_string(help_page_count) +
                    " >");

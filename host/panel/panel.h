@@ -8,33 +8,37 @@
 #include <utility>
 #include <vector>
 
+#include "host/panel/binding_page.h"
 #include "host/panel/drawing.h"
 #include "host/panel/texts.h"
-#include "host/settings/settings.h"
+#include "host/panel/world.h"
 
 namespace kavo::host {
 
-// The part of the world that the panel shows and changes.
-struct PanelWorld {
-  std::function<const Settings&()> settings;
-  std::function<void(const Settings&)> change; // effective at once
-  std::function<bool()> is_full_screen;
-  std::function<void()> switch_full_screen;
-  std::function<Language()> language; // English or German
-};
-
 class Panel {
 public:
-  enum class Command : uint8_t { up, down, left, right, accept, back };
+  // `remove` empties what is chosen, where that can be.
+  enum class Command : uint8_t { up, down, left, right, accept, back, remove };
 
   explicit Panel(PanelWorld world) : world_(std::move(world)) {}
+  Panel(const Panel&) = delete;
+  Panel& operator=(const Panel&) = delete;
 
   bool is_open() const { return is_open_; }
   // With its first page.
   void open();
-  void close() { is_open_ = false; }
+  void close();
 
   void obey(Command command);
+
+  // Whether the next key, or the next part of a controller, is to be bound and no command.
+  bool is_listening() const { return bindings_.is_listening(); }
+  bool is_listening_to_controls() const {
+    return is_listening() && bindings_.device() == Device::controller;
+  }
+  void take_key(std::string_view name) { bindings_.take_key(name); }
+  void take_control(Control control) { bindings_.take_control(control); }
+
   // A click at this place of the picture. A pointer that only passes chooses nothing: it would,
   // too, when the window changes under it.
   void click(int x, int y);
@@ -43,7 +47,7 @@ public:
   void draw(Canvas& canvas);
 
 private:
-  enum class Page : uint8_t { menu, help, settings };
+  enum class Page : uint8_t { menu, help, settings, bindings };
   struct Row {
     std::string label;
     std::string value = {};            // empty: none
@@ -53,15 +57,18 @@ private:
   std::vector<Row> rows();
   std::vector<Row> menu_rows();
   std::vector<Row> setting_rows();
-  Row volume_row(Text label, int Settings::*volume);
+  Row number_row(Text label, int Settings::*number, const Bounds& bounds, std::string_view unit);
   Row switch_row(Text label, bool Settings::*setting);
+  Row page_of_bindings_row(Text label, Device device);
   Row language_row();
   void go_to(Page page);
   void go_back();
+  void obey_in_bindings(Command command);
   void turn_help_page(int by);
   template<typename Change>
   void change(Change change);
   void draw_rows(Canvas& canvas);
+  void draw_bindings(Canvas& canvas) const;
   void draw_help(Canvas& canvas) const;
 
   PanelWorld world_;
@@ -69,6 +76,7 @@ private:
   Page page_ = Page::menu;
   size_t selected_ = 0;
   int help_page_ = 0;
+  BindingPage bindings_{world_};
 };
 
 } // namespace kavo::host

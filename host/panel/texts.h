@@ -26,6 +26,19 @@ enum class Text : uint8_t {
   defaults,
   yes,
   no,
+  repeats,
+  repeat_delay,
+  repeat_rate,
+  keys,
+  controller,
+  usual_keys,
+  usual_controls,
+  press_it,
+  taken_from,
+  escape_stays,
+  no_key_for_this,
+  keys_of_bindings,
+  keys_of_listening,
   keys_of_a_menu,
   keys_of_settings,
   keys_of_help,
@@ -39,10 +52,12 @@ struct HelpPage {
   std::string_view title;
   std::span<const std::string_view> lines;
 };
-inline constexpr int help_page_count = 5;
-// Which of them show more than lines.
-inline constexpr int page_of_the_lean = 1;
-inline constexpr int page_of_the_blocks = 2;
+inline constexpr int help_page_count = 6;
+// Which of them show more than these lines.
+inline constexpr int page_of_the_keys = 0; // its first lines are those of what is bound
+inline constexpr int page_of_the_controller = 1;
+inline constexpr int page_of_the_lean = 2;
+inline constexpr int page_of_the_blocks = 3;
 HelpPage help_page(int page, Language language);
 
 // English or German; for an automatic one as the player's locale ("de_DE.UTF-8") has it.

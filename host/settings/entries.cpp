@@ -7,6 +7,8 @@
 #include <utility>
 #include <vector>
 
+#include "host/keys/controls.h"
+
 namespace kavo::host {
 
 namespace {
@@ -73,7 +75,109 @@ private:
   static constexpr std::array<std::string_view, 3> words = {"auto", "en", "de"};
 };
 
+// Names with commas between them; none has a comma or a semicolon of its own in it, for those two
+// keys, and theirs of the keypad, have words. A slot without one is "none", but for the last ones.
+constexpr std::string_view nothing = "none";
+
+std::vector<std::string_view> listed(std::string_view text) {
+  std::vector<std::string_view> result;
+  const auto trimmed = [](std::string_view word) {
+    const size_t start = std::min(word.find_first_not_of(" \t"), word.size());
+    return word.substr(start, word.find_last_not_of(" \t") + 1 - start);
+  };
+  while (!text.empty()) {
+    const size_t end = std::min(text.find(','), text.size());
+    result.push_back(trimmed(text.substr(0, end)));
+    text.remove_prefix(std::min(end + 1, text.size()));
+  }
+  return result;
+}
+
+std::string list_of(std::vector<std::string_view> words) {
+  while (words.size() > 1 && words.back() == nothing)
+    words.pop_back();
+  std::string list;
+  for (const std::string_view word : words)
+    list += (list.empty() ? "" : ", ") + std::string(word);
+  return list;
+}
+
+class KeysEntry final : public Entry {
+public:
+  KeysEntry(Action action, std::string comment)
+      : Entry("keys", std::string(word_for(action)), std::move(comment)), action_(action) {}
+
+  std::string text_in(const Settings& settings) const override {
+    std::vector<std::string_view> words;
+    for (const std::string& key : settings.bindings.keys_of(action_))
+      words.push_back(key.empty() ? nothing : word_for_key(key));
+    return list_of(words);
+  }
+  void read(std::string_view text, Settings& settings) const override {
+    const std::vector<std::string_view> words = listed(text);
+    if (words.size() > Bindings::keys_each || std::ranges::find(words, "") != words.end())
+      throw BadValue{"up to two names of keys, such as \"Left, A\", or none"};
+    Bindings::Keys keys;
+    std::ranges::transform(words, keys.begin(), [](std::string_view word) {
+      return word == nothing ? std::string() : key_called(word);
+    });
+    settings.bindings.keys_of(action_) = keys;
+  }
+
+private:
+  Action action_;
+};
+
+class ControlsEntry final : public Entry {
+public:
+  ControlsEntry(Action action, std::string comment)
+      : Entry("controller", std::string(word_for(action)), std::move(comment)), action_(action) {}
+
+  std::string text_in(const Settings& settings) const override {
+    std::vector<std::string_view> words;
+    for (const std::optional<Control>& control : settings.bindings.controls_of(action_))
+      words.push_back(control ? word_for(*control) : nothing);
+    return list_of(words);
+  }
+  void read(std::string_view text, Settings& settings) const override {
+    const std::vector<std::string_view> words = listed(text);
+    Bindings::Controls controls;
+    const auto is_known = [](std::string_view word) {
+      const auto control = control_called(word);
+      return word == nothing || (control && !is_reserved(*control));
+    };
+    if (words.size() > controls.size() || !std::ranges::all_of(words, is_known))
+      throw BadValue{"up to three parts of a controller, such as \"cross up, west\", or none"};
+    std::ranges::transform(words, controls.begin(), control_called);
+    settings.bindings.controls_of(action_) = controls;
+  }
+
+private:
+  Action action_;
+};
+
 using Entries = std::vector<std::unique_ptr<const Entry>>;
+
+void add_repeat(Entries& entries) {
+  entries.push_back(std::make_unique<SwitchEntry>(
+      "repeat", "on", "Left and Right move again and again while they are held: yes or no.",
+      &Settings::repeats));
+  entries.push_back(std::make_unique<NumberEntry>(
+      "repeat", "delay", "Milliseconds before the second move: 100 to 400.",
+      &Settings::repeat_delay, repeat_delay_bounds));
+  entries.push_back(std::make_unique<NumberEntry>(
+      "repeat", "rate", "Milliseconds from one move to the next then: 30 to 120.",
+      &Settings::repeat_rate, repeat_rate_bounds));
+}
+
+void add_bindings(Entries& entries) {
+  const char* comment = "Up to two keys for each, or none. Escape keeps its own.";
+  for (const Action action : all_actions)
+    entries.push_back(std::make_unique<KeysEntry>(action, std::exchange(comment, "")));
+  comment = "Up to three parts of a controller for each. The left stick counts as the cross.";
+  for (const Action action : all_actions)
+    entries.push_back(std::make_unique<ControlsEntry>(action, std::exchange(comment, "")));
+}
 
 Entries make_entries() {
   Entries entries;
@@ -91,6 +195,8 @@ Entries make_entries() {
   entries.push_back(std::make_unique<SwitchEntry>(
       "player", "records", "The last games are kept, to be seen again: yes or no.",
       &Settings::records));
+  add_repeat(entries);
+  add_bindings(entries);
   return entries;
 }
 

@@ -1,7 +1,10 @@
-// What a player may set, for all games to come: how loud, how calm, in which language.
+// What a player may set, for all games to come: how loud, how calm, in which language, with which
+// keys.
 #pragma once
 
 #include <cstdint>
+
+#include "host/keys/bindings.h"
 
 namespace kavo::host {
 
@@ -14,6 +17,10 @@ struct Settings {
   bool waits = true;   // while its player is elsewhere
   bool records = true; // keeps the last games
   Language language = Language::automatic;
+  bool repeats = false;   // Left and Right, while they are held
+  int repeat_delay = 200; // milliseconds
+  int repeat_rate = 50;   // milliseconds
+  Bindings bindings = {};
 
   bool operator==(const Settings&) const = default;
 };
@@ -25,6 +32,8 @@ struct Bounds {
   int step;
 };
 
-inline constexpr Bounds volume_bounds = {0, 100, 5}; // percent
+inline constexpr Bounds volume_bounds = {0, 100, 5};          // percent
+inline constexpr Bounds repeat_delay_bounds = {100, 400, 20}; // milliseconds
+inline constexpr Bounds repeat_rate_bounds = {30, 120, 10};   // milliseconds
 
 } // namespace kavo::host

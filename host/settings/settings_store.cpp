@@ -3,10 +3,12 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <charconv>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 #include <optional>
 #include <system_error>
 #include <utility>
@@ -122,7 +124,9 @@ void SettingsStore::read_file() {
     return keep(current_, current_);
   try {
     remove_leftovers(link_end(file_).parent_path());
-    for (const std::string& complaint : read_settings(content_of(file_), current_))
+    std::vector<std::string> complaints = read_settings(content_of(file_), current_);
+    std::ranges::move(repair(current_.bindings, is_key_), std::back_inserter(complaints));
+    for (const std::string& complaint : complaints)
       news_.push_back(file_.string() + ": " + complaint);
   } catch (const CommandError& error) {
     give_up(error.what());

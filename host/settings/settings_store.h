@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "host/settings/settings.h"
@@ -18,6 +19,10 @@ struct WindowWish {
 
 class SettingsStore {
 public:
+  // `is_key` says whether a key is called that, where the game is played; without it any name is
+  // one.
+  explicit SettingsStore(IsKey is_key = {}) : is_key_(std::move(is_key)) {}
+
   // From settings.ini in this folder; without a folder nothing is read and nothing kept. A first
   // start leaves a file there, if it can. What the environment asks for (QORRT_CALM, QORRT_RECORD,
   // QORRT_MUSIC, QORRT_EFFECTS, QORRT_LANG) goes before the file and is not kept.
@@ -46,6 +51,7 @@ private:
   void keep(const Settings& before, const Settings& after);
   void give_up(const std::string& reason);
 
+  IsKey is_key_;
   std::filesystem::path file_; // empty: none
   Settings current_;
   WindowWish window_;

@@ -33,11 +33,13 @@ void VirtualController::release(SDL_GameControllerButton button) {
 }
 
 void VirtualController::push_stick(double x, double y) {
+  move(SDL_CONTROLLER_AXIS_LEFTX, x);
+  move(SDL_CONTROLLER_AXIS_LEFTY, y);
+}
+
+void VirtualController::move(SDL_GameControllerAxis axis, double place) {
   constexpr double full = SDL_JOYSTICK_AXIS_MAX;
-  SDL_JoystickSetVirtualAxis(device_, SDL_CONTROLLER_AXIS_LEFTX,
-                             static_cast<int16_t>(std::lround(x * full)));
-  SDL_JoystickSetVirtualAxis(device_, SDL_CONTROLLER_AXIS_LEFTY,
-                             static_cast<int16_t>(std::lround(y * full)));
+  SDL_JoystickSetVirtualAxis(device_, axis, static_cast<int16_t>(std::lround(place * full)));
 }
 
 int VirtualController::index() const {

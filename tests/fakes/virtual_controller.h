@@ -16,6 +16,8 @@ public:
 
   void press(SDL_GameControllerButton button);
   void release(SDL_GameControllerButton button);
+  // From -1 to 1; a trigger rests at -1.
+  void move(SDL_GameControllerAxis axis, double place);
   // The left stick, each axis from -1 (left, up) to 1.
   void push_stick(double x, double y);
 

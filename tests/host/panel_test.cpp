@@ -9,10 +9,13 @@
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
+#include "host/keys/controls.h"
 #include "host/panel/drawing.h"
+#include "host/panel/key_texts.h"
 #include "host/panel/texts.h"
 #include "host/screen/font.h"
 #include "host/screen/png.h"
@@ -42,7 +45,7 @@ constexpr int width = 660;
 constexpr int height = 800;
 
 // The player's hands: keys by their names, "hold" one until it has repeated itself three times,
-// "move x y" and "click x y".
+// "move x y", "click x y" and "south button".
 struct Hands {
   static void act(EventSink& sink, const std::string& deed) {
     int x = 0;
@@ -53,12 +56,19 @@ struct Hands {
       sink.button_went_down(1, x, y);
       return sink.button_went_up(1, x, y);
     }
+    if (deed.ends_with(" button"))
+      return press(sink, *host::control_called(deed.substr(0, deed.size() - 7)));
     const bool is_long = deed.starts_with("hold ");
     const std::string name = is_long ? deed.substr(5) : deed;
     sink.key_went_down(key_named(name), false);
     for (int repeat = 0; is_long && repeat < 3; ++repeat)
       sink.key_went_down(key_named(name), true);
     sink.key_went_up(key_named(name));
+  }
+  static void press(EventSink& sink, host::Control control) {
+    const host::ControlPress pressed = {1000 + static_cast<int>(control), control};
+    sink.control_went_down(pressed);
+    sink.control_went_up(pressed);
   }
 };
 
@@ -128,9 +138,12 @@ const std::vector<PageOfPanel>& pages() {
   static const std::vector<PageOfPanel> all = {
       {"menu", {"F1"}},
       {"settings", {"F1", "Down", "Return"}},
+      {"set-keys", {"F1", "Down", "Return", "Up", "Up", "Up", "Return", "Down"}},
+      {"set-controller", {"F1", "Down", "Return", "Up", "Up", "Return", "Down", "Down", "Return"}},
       {"keys", {"F1", "Return"}},
-      {"lean", {"F1", "Return", "Right"}},
-      {"blocks", {"F1", "Return", "Right", "Right"}},
+      {"controller", {"F1", "Return", "Right"}},
+      {"lean", {"F1", "Return", "Right", "Right"}},
+      {"blocks", {"F1", "Return", "Right", "Right", "Right"}},
       {"points", {"F1", "Return", "Left", "Left"}},
       {"words", {"F1", "Return", "Left"}},
   };
@@ -205,6 +218,26 @@ TEST(PanelTexts, FitAndHaveALetterForEachOfTheirs) {
   EXPECT_NE(host::text(Text::back_to_the_game, Language::german).find("ü"), std::string_view::npos);
 }
 
+TEST(PanelTexts, OfKeysFitTheirSlots) {
+  host::Bindings longest;
+  for (auto& keys : longest.keys)
+    keys = {"Keypad Backspace", "AudioRewindEverything"};
+  for (auto& controls : longest.controls)
+    controls.fill(host::Control::right_stick_right);
+  for (const Language language : {Language::english, Language::german}) {
+    for (const auto& bindings : {host::Bindings(), longest})
+      for (const auto device : {host::Device::keyboard, host::Device::controller})
+        for (const std::string& line : host::lines_of_help(bindings, device, language))
+          expect_drawable(line, 70);
+    for (const host::Action action : host::all_actions)
+      expect_drawable(host::label_of(action, language), 16);
+    for (int number = 0; number < host::control_count; ++number)
+      expect_drawable(host::text_of_control(static_cast<host::Control>(number), language), 16);
+    expect_drawable(host::text_of_key("AudioRewindEverything", language), 16);
+    expect_drawable(host::text(Text::press_it, language), 16);
+  }
+}
+
 TEST(PanelTexts, AreOfThePlayersLanguage) {
   for (const char* locale : {"de", "de_DE.UTF-8", "de_AT@euro", "de.UTF-8"})
     EXPECT_EQ(host::resolved(Language::automatic, locale), Language::german) << locale;
@@ -245,7 +278,9 @@ TEST_F(PanelTest, EscapeLeadsBackFromEveryPage) {
     const Played program;
     open(program);
     std::vector<std::string> deeds = page.way;
-    deeds.insert(deeds.end(), page.name == std::string("menu") ? 1 : 2, "Escape");
+    const std::map<std::string, size_t> depths = {
+        {"menu", 1}, {"set-keys", 3}, {"set-controller", 4}};
+    deeds.insert(deeds.end(), depths.contains(page.name) ? depths.at(page.name) : 2, "Escape");
     play(program, deeds);
     EXPECT_EQ(program.send("GFX.KEYSTATE", "Escape"), 0.0);
   }
@@ -262,9 +297,18 @@ TEST_F(PanelTest, EverySettingIsEffectiveAtOnceAndThereAtTheNextStart) {
       {{"Left", "Left"}, [](Settings& settings) { settings.music = 90; }},
       {{"Right"}, [](Settings& settings) { settings.music = 95; }},
       {{"Down", "Left"}, [](Settings& settings) { settings.effects = 95; }},
-      {{"Up", "Up", "Up", "Up", "Right"}, [](Settings& settings) { settings.is_calm = true; }},
-      {{"Up", "Up", "Up", "Return"}, [](Settings& settings) { settings.waits = false; }},
-      {{"Up", "Up", "Right", "Right"},
+      {{"Down", "Down", "Down", "Right"}, [](Settings& settings) { settings.is_calm = true; }},
+      {{"Down", "Down", "Down", "Down", "Return"},
+       [](Settings& settings) { settings.waits = false; }},
+      {{"Up", "Up", "Up", "Up", "Up", "Up", "Up", "Right"},
+       [](Settings& settings) { settings.repeats = true; }},
+      {{"Up", "Up", "Up", "Up", "Up", "Up", "Right"},
+       [](Settings& settings) { settings.repeat_delay = 220; }},
+      {{"Up", "Up", "Up", "Up", "Up", "Left", "Left"},
+       [](Settings& settings) { settings.repeat_rate = 30; }},
+      {{"Up", "Up", "Up", "Return", "Right", "Return", "J"},
+       [](Settings& settings) { settings.bindings.keys_of(host::Action::left)[1] = "J"; }},
+      {{"Up", "Up", "Up", "Up", "Right", "Right"},
        [](Settings& settings) { settings.language = Language::german; }},
   };
   Settings expected;
@@ -286,6 +330,144 @@ TEST_F(PanelTest, EverySettingIsEffectiveAtOnceAndThereAtTheNextStart) {
   open(program);
   play(program, {"F1", "Down", "Return", "Up", "Return", "F1"});
   EXPECT_EQ(kept(), Settings()) << "back to the defaults";
+}
+
+// ---- keys ---------------------------------------------------------------------------------------
+
+const std::vector<std::string> to_keys = {"F1", "Down", "Return", "Up", "Up", "Up", "Return"};
+const std::vector<std::string> to_controller = {"F1", "Down", "Return", "Up", "Up", "Return"};
+
+std::vector<std::string> operator+(std::vector<std::string> before,
+                                   const std::vector<std::string>& after) {
+  before.insert(before.end(), after.begin(), after.end());
+  return before;
+}
+
+// How the key answers in this frame and in the next, when it is tapped now.
+std::vector<double> answers_to_a_tap(const Played& program, const std::string& tapped,
+                                     const char* asked) {
+  stage().play = [&](EventSink& sink) {
+    Hands::act(sink, tapped);
+    stage().play = nullptr;
+  };
+  std::vector<double> answers;
+  for (int frame = 0; frame < 2; ++frame) {
+    program.send("SCREENFLIP");
+    answers.push_back(program.send("GFX.KEYSTATE", asked));
+  }
+  return answers;
+}
+
+const std::vector<double> one_press = {1, 0};
+const std::vector<double> nothing = {0, 0};
+
+TEST_F(PanelTest, EveryActionGetsAnotherKeyAndKeepsIt) {
+  const std::vector<std::string> others = {"J", "L", "I", "K", "7", "8", "9", "0", "X", "Q"};
+  const std::vector<const char*> names = {"Left", "Right",  "Up", "Down", "Space",
+                                          "P",    "Return", "O",  "M",    "Escape"};
+  std::vector<std::string> deeds = to_keys + std::vector<std::string>{"Right"};
+  for (const std::string& other : others)
+    deeds = deeds + std::vector<std::string>{"Return", other, "Down"};
+  {
+    const Played program;
+    open(program);
+    play(program, deeds + std::vector<std::string>{"F1"});
+    for (size_t number = 0; number < others.size(); ++number)
+      EXPECT_EQ(answers_to_a_tap(program, others[number], names[number]), one_press);
+  }
+  const Played next;
+  open(next);
+  for (size_t number = 0; number < others.size(); ++number) {
+    EXPECT_EQ(answers_to_a_tap(next, others[number], names[number]), one_press) << "a new start";
+    EXPECT_EQ(answers_to_a_tap(next, names[number], names[number]), one_press) << "the first slot";
+  }
+  EXPECT_EQ(answers_to_a_tap(next, "A", "A"), nothing) << "it was left's second one";
+}
+
+TEST_F(PanelTest, AKeyThatIsTakenChangesHands) {
+  const Played program;
+  open(program);
+  play(program, to_keys + std::vector<std::string>{"Return", "Space", "F1"});
+  EXPECT_EQ(answers_to_a_tap(program, "Left", "Left"), nothing);
+  EXPECT_EQ(answers_to_a_tap(program, "Space", "Left"), one_press);
+  EXPECT_EQ(answers_to_a_tap(program, "Space", "Space"), nothing);
+  EXPECT_EQ(kept().bindings.keys_of(host::Action::left), (host::Bindings::Keys{"Space", "A"}));
+  EXPECT_EQ(kept().bindings.keys_of(host::Action::drop), (host::Bindings::Keys{"", ""}));
+}
+
+TEST_F(PanelTest, EscapeAndF1AreNeverBoundAndArrowsReturnAndEscapeAlwaysWorkIt) {
+  const Played program;
+  open(program);
+  // Escape ends the listening only. Return, arrows and Escape are given away where they can be.
+  play(program, to_keys + std::vector<std::string>{"Return", "Escape", "Return", "Return", "Down",
+                                                   "Return", "Up", "Down", "Return", "Down", "F1"});
+  EXPECT_EQ(kept().bindings.keys_of(host::Action::left), (host::Bindings::Keys{"Return", "A"}));
+  EXPECT_EQ(kept().bindings.keys_of(host::Action::right), (host::Bindings::Keys{"Up", "D"}));
+  EXPECT_EQ(kept().bindings.keys_of(host::Action::turn), (host::Bindings::Keys{"Down", "W"}));
+  EXPECT_EQ(answers_to_a_tap(program, "Escape", "Escape"), one_press);
+  // The first slot of the last action stays, the second is free; F1 closes while it listens.
+  play(program, to_keys + std::vector<std::string>{"Up", "Up", "Return", "Delete", "Right",
+                                                   "Return", "Q", "Return", "F1"});
+  EXPECT_EQ(kept().bindings.keys_of(host::Action::escape), (host::Bindings::Keys{"Escape", "Q"}));
+  play(program, to_keys + std::vector<std::string>{"Up", "Return", "F1"});
+  EXPECT_EQ(kept().bindings, host::Bindings()) << "back to the defaults";
+}
+
+TEST_F(PanelTest, ASlotIsEmptied) {
+  const Played program;
+  open(program);
+  play(program, to_keys + std::vector<std::string>{"Delete", "F1"});
+  EXPECT_EQ(kept().bindings.keys_of(host::Action::left), (host::Bindings::Keys{"", "A"}));
+  EXPECT_EQ(answers_to_a_tap(program, "Left", "Left"), nothing);
+  play(program, to_controller + std::vector<std::string>{"west button", "F1"});
+  EXPECT_EQ(kept().bindings.controls_of(host::Action::left), host::Bindings::Controls());
+}
+
+TEST_F(PanelTest, EveryActionGetsAnotherButtonAndKeepsIt) {
+  const std::vector<std::string> others = {
+      "left shoulder", "right shoulder", "left trigger", "right trigger", "left stick",
+      "right stick",   "r-stick up",     "r-stick down", "paddle 1",      "misc"};
+  const std::vector<const char*> names = {"Left", "Right",  "Up", "Down", "Space",
+                                          "P",    "Return", "O",  "M",    "Escape"};
+  std::vector<std::string> deeds = to_controller + std::vector<std::string>{"Right"};
+  for (const std::string& other : others)
+    deeds = deeds + std::vector<std::string>{"Return", other + " button", "Down"};
+  {
+    const Played program;
+    open(program);
+    play(program, deeds + std::vector<std::string>{"F1"});
+  }
+  const Played next;
+  open(next);
+  for (size_t number = 0; number < others.size(); ++number)
+    EXPECT_EQ(answers_to_a_tap(next, others[number] + " button", names[number]), one_press)
+        << others[number];
+  EXPECT_EQ(answers_to_a_tap(next, "south button", "Space"), one_press);
+}
+
+TEST_F(PanelTest, AControllerWorksItWhateverItsButtonsAreBoundTo) {
+  const Played program;
+  open(program);
+  // South for left, east for right: they still open and lead back here.
+  play(program,
+       to_controller + std::vector<std::string>{"south button", "south button", "cross down button",
+                                                "south button", "east button", "guide button"});
+  EXPECT_EQ(kept().bindings.controls_of(host::Action::left),
+            (host::Bindings::Controls{host::Control::south}));
+  EXPECT_EQ(answers_to_a_tap(program, "south button", "Space"), nothing);
+  EXPECT_EQ(answers_to_a_tap(program, "south button", "Left"), one_press);
+  play(program, {"guide button", "cross down button", "start button", "cross left button",
+                 "east button", "east button"});
+  EXPECT_EQ(kept().music, 95);
+}
+
+TEST_F(PanelTest, ClicksChooseASlot) {
+  const Played program;
+  open(program);
+  play(program, to_keys + std::vector<std::string>{"click 450 150", "J", "click 250 200", "K",
+                                                   "click 330 715", "F1"});
+  EXPECT_EQ(kept().bindings.keys_of(host::Action::left), (host::Bindings::Keys{"Left", "J"}));
+  EXPECT_EQ(kept().bindings.keys_of(host::Action::right), (host::Bindings::Keys{"K", "D"}));
 }
 
 TEST_F(PanelTest, VolumesStayWithinTheirBounds) {
@@ -367,6 +549,112 @@ TEST_F(PanelTest, AFirstStartTellsOfItForFiveSeconds) {
   const Played second;
   open(second);
   EXPECT_FALSE(says());
+}
+
+// ---- a controller's back button
+// -------------------------------------------------------------------
+
+class BackButton : public PanelTest {
+protected:
+  BackButton() { open(program); }
+
+  // What the game sees of it as O in this frame, in which the player does that.
+  double frame(const std::function<void(EventSink&)>& deed = {}) {
+    stage().play = [&](EventSink& sink) {
+      if (deed)
+        deed(sink);
+    };
+    program.send("SCREENFLIP");
+    const double answer = program.send("GFX.KEYSTATE", "O");
+    stage().play = nullptr;
+    return answer;
+  }
+
+  static constexpr host::ControlPress back = {1000, host::Control::back};
+  static void press(EventSink& sink) { sink.control_went_down(back); }
+  static void release(EventSink& sink) { sink.control_went_up(back); }
+
+  FakeTime time;
+  Played program;
+};
+
+TEST_F(BackButton, HeldForASecondOpensThePanelAndIsNotTheGames) {
+  EXPECT_EQ(frame(press), 0.0);
+  fake_now_ms += 999;
+  EXPECT_EQ(frame(), 0.0);
+  fake_now_ms += 1;
+  EXPECT_EQ(frame(), 0.0);
+  int waits = 0;
+  stage().wait = [&](EventSink& sink) {
+    ++waits;
+    release(sink);
+    Hands::act(sink, "east button");
+  };
+  EXPECT_EQ(frame(), 0.0);
+  EXPECT_EQ(waits, 1);
+  EXPECT_EQ(frame(), 0.0);
+}
+
+TEST_F(BackButton, LetGoBeforeThatIsTheGames) {
+  EXPECT_EQ(frame(press), 0.0);
+  fake_now_ms += 500;
+  EXPECT_EQ(frame(release), 1.0);
+  EXPECT_EQ(frame(), 0.0);
+  fake_now_ms += 5000;
+  EXPECT_EQ(frame(), 0.0);
+}
+
+TEST_F(BackButton, BoundToWhatCannotWaitItIsTheGamesAtOnceAndOpensThePanelAsWell) {
+  play(program, to_controller + std::vector<std::string>{"Down", "Down", "Down", "Return",
+                                                         "back button", "F1"});
+  stage().play = press;
+  program.send("SCREENFLIP");
+  EXPECT_EQ(program.send("GFX.KEYSTATE", "Down"), 1.0);
+  stage().play = nullptr;
+  fake_now_ms += 1000;
+  program.send("SCREENFLIP");
+  EXPECT_EQ(program.send("GFX.KEYSTATE", "Down"), 1.0);
+  stage().wait = [](EventSink& sink) { Hands::act(sink, "F1"); };
+  program.send("SCREENFLIP");
+  EXPECT_EQ(program.send("GFX.KEYSTATE", "Down"), 0.0) << "what is held is let go";
+}
+
+// ---- keys that repeat themselves
+// ------------------------------------------------------------------
+
+TEST_F(PanelTest, AHeldDirectionRepeatsItselfWhenThatIsSet) {
+  const FakeTime time;
+  const Played program;
+  open(program);
+  const std::string left = "Left";
+  const auto presses_in = [&](int frames) {
+    int presses = 0;
+    double before = 0;
+    for (int frame = 0; frame < frames; ++frame) {
+      fake_now_ms += 10;
+      program.send("SCREENFLIP");
+      const double now = program.send("GFX.KEYSTATE", "Left");
+      presses += static_cast<int>(now > before);
+      before = now;
+    }
+    return presses;
+  };
+  const auto hold = [&] {
+    stage().play = [&](EventSink& sink) {
+      sink.key_went_down(key_named(left), false);
+      stage().play = nullptr;
+    };
+    const int presses = presses_in(70);
+    stage().play = [&](EventSink& sink) {
+      sink.key_went_up(key_named(left));
+      stage().play = nullptr;
+    };
+    presses_in(5);
+    return presses;
+  };
+  EXPECT_EQ(hold(), 1);
+  play(program, {"F1", "Down", "Return", "Up", "Up", "Up", "Up", "Up", "Up", "Up", "Return", "F1"});
+  EXPECT_EQ(hold(), 11) << "one, and from 200 ms on one in 50 ms of 700";
 }
 
 TEST_F(PanelTest, IsNotThereForAProgramThatNobodyPlays) {

@@ -16,6 +16,10 @@
 namespace {
 
 namespace fs = std::filesystem;
+using kavo::host::Action;
+using kavo::host::all_actions;
+using kavo::host::Bindings;
+using kavo::host::Control;
 using kavo::host::Language;
 using kavo::host::new_settings_text;
 using kavo::host::read_settings;
@@ -36,6 +40,19 @@ Settings unusual() {
   settings.is_calm = true;
   settings.waits = false;
   settings.language = Language::german;
+  settings.repeats = true;
+  settings.repeat_delay = 400;
+  settings.repeat_rate = 30;
+  Bindings& bindings = settings.bindings;
+  for (size_t number = 0; number < all_actions.size(); ++number) {
+    const std::string digit = std::to_string(number);
+    bindings.keys_of(all_actions[number]) = {digit, "Keypad " + digit};
+    bindings.controls_of(all_actions[number]) = {};
+  }
+  bindings.keys_of(Action::escape)[0] = "Escape";
+  bindings.keys_of(Action::music) = {"", ""};
+  bindings.keys_of(Action::left) = {",", ";"};
+  bindings.controls_of(Action::turn) = {Control::west, Control::right_stick_up};
   return settings;
 }
 
@@ -96,6 +113,38 @@ TEST(SettingsText, NamesABadValueAndLeavesItsSettingAsItIs) {
                    "sound.effects must be a whole number from 0 to 100, got \"101\"",
                    "picture.calm must be yes or no, got \"1\"",
                    "player.language must be auto, en or de, got \"fr\""}));
+  EXPECT_EQ(settings, Settings());
+}
+
+TEST(SettingsText, HasKeysByTheirNames) {
+  const std::string text = new_settings_text({});
+  EXPECT_NE(text.find("\nleft = Left, A\nright = Right, D\n"), std::string::npos) << text;
+  EXPECT_NE(text.find("\nturn = cross up, west, north\n"), std::string::npos) << text;
+  Settings settings;
+  EXPECT_EQ(read_settings("[keys]\nleft = Q\nturn =  Comma ,Left Shift\nmusic = none\n"
+                          "[controller]\ndrop = left trigger\n",
+                          settings),
+            Lines());
+  EXPECT_EQ(settings.bindings.keys_of(Action::left), (Bindings::Keys{"Q", ""}));
+  EXPECT_EQ(settings.bindings.keys_of(Action::turn), (Bindings::Keys{",", "Left Shift"}));
+  EXPECT_EQ(settings.bindings.keys_of(Action::music), (Bindings::Keys{"", ""}));
+  EXPECT_EQ(settings.bindings.controls_of(Action::drop),
+            (Bindings::Controls{Control::left_trigger}));
+}
+
+TEST(SettingsText, NamesKeysThatCannotBeListed) {
+  Settings settings;
+  EXPECT_EQ(read_settings("[keys]\nleft = A, B, C\nright = A,, B\n"
+                          "[controller]\ndrop = trigger\nturn = guide\n",
+                          settings),
+            (Lines{"keys.left must be up to two names of keys, such as \"Left, A\", or none, got "
+                   "\"A, B, C\"",
+                   "keys.right must be up to two names of keys, such as \"Left, A\", or none, got "
+                   "\"A,, B\"",
+                   "controller.drop must be up to three parts of a controller, such as \"cross up, "
+                   "west\", or none, got \"trigger\"",
+                   "controller.turn must be up to three parts of a controller, such as \"cross up, "
+                   "west\", or none, got \"guide\""}));
   EXPECT_EQ(settings, Settings());
 }
 
@@ -173,6 +222,20 @@ TEST_F(SettingsStoreTest, NamesTheFileOfABadValue) {
       store.take_news(),
       Lines{file.string() + ": sound.music must be a whole number from 0 to 100, got \"much\""});
   EXPECT_EQ(store.current(), Settings());
+}
+
+TEST_F(SettingsStoreTest, NamesKeysThatNoKeyIsCalledOrTwoActionsHave) {
+  fs::create_directories(folder);
+  write_file(file, "[keys]\nleft = Foo\nright = Q\nturn = Q, W\n");
+  SettingsStore picky([](const std::string& name) { return name != "Foo"; });
+  picky.open(folder);
+  EXPECT_EQ(picky.take_news(),
+            (Lines{file.string() + ": keys.left cannot have the key \"Foo\"",
+                   file.string() + ": keys.turn cannot have \"Q\", which right has"}));
+  Settings expected;
+  expected.bindings.keys_of(Action::right) = {"Q", ""};
+  expected.bindings.keys_of(Action::turn) = {"", "W"};
+  EXPECT_EQ(picky.current(), expected);
 }
 
 TEST_F(SettingsStoreTest, KeepsNothingWithoutAFolder) {

@@ -103,16 +103,10 @@ TEST_F(WaitingTest, WithADimmedPictureThatIsBrightAgainAfterwards) {
   EXPECT_EQ(std::ranges::count(corners, dimmed_white), 3);
 }
 
-// As a controller's lower button does.
-TEST_F(WaitingTest, OfTwoKeysOfOneButtonNoneIsTheGames) {
+TEST_F(WaitingTest, OfTheTwoKeysOfAControllersButtonNoneIsTheGames) {
   const Played program;
   open(program);
-  const std::string space = "Space";
-  const std::string enter = "Return";
-  while_waiting = {[&](EventSink& sink) {
-    sink.key_went_down(key_named(space), false);
-    sink.key_went_down(key_named(enter), false);
-  }};
+  while_waiting = {[](EventSink& sink) { sink.control_went_down({1000, host::Control::south}); }};
   show(program, go);
   EXPECT_EQ(program.send("GFX.KEYSTATE", "Space"), 0.0);
   EXPECT_EQ(program.send("GFX.KEYSTATE", "Return"), 0.0);

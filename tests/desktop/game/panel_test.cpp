@@ -10,6 +10,9 @@ namespace {
 using kavo::playing::Conditions;
 using kavo::playing::Game;
 
+constexpr int row_of_keys = 9; // on the page of settings
+constexpr int row_of_drop = 4; // on that of the keys
+
 bool is_kept(const Game& game, const std::string& line) {
   return kavo::desktop::eventually([&] {
     const std::string text = kavo::test::read_file(game.folder / "config/kavo/settings.ini");
@@ -63,6 +66,51 @@ TEST(OpenPanel, KeepsWhatIsSetForTheNextStart) {
   for (const char* key : {"Down", "Return", "Left"})
     next.tap(key);
   EXPECT_TRUE(is_kept(game, "music = 85"));
+}
+
+constexpr uint32_t chosen_ground = 0x1C3048;
+
+// Steps down from the first row to this one, each step seen at this column of the picture: one key
+// twice within two milliseconds is a key that repeats itself, to the window system's library.
+void step_down(Game& game, int row, int column) {
+  for (int next = 1; next <= row; ++next) {
+    game.tap("Down");
+    ASSERT_TRUE(game.shows([=](const auto& picture) {
+      return picture.at(column, 142 + 40 * next) == chosen_ground;
+    })) << next;
+  }
+}
+
+void open_settings(Game& game) {
+  open_panel(game);
+  game.tap("Down");
+  game.tap("Return");
+  ASSERT_TRUE(game.is_panel_open()); // again the first row of a page
+}
+
+TEST(OpenPanel, BindsAnotherKeyForThisGameAndTheNext) {
+  Game game;
+  ASSERT_TRUE(game.is_on_title());
+  open_settings(game);
+  step_down(game, row_of_keys, 62);
+  game.tap("Return");
+  step_down(game, row_of_drop, 242);
+  game.tap("Return");
+  game.tap("o");
+  EXPECT_TRUE(is_kept(game, "drop = O"));
+  game.tap("F1");
+  ASSERT_TRUE(game.is_on_title());
+  game.tap("o");
+  EXPECT_TRUE(game.is_playing());
+  game.window->ask_to_close();
+  EXPECT_EQ(game.process->wait().errors, "");
+  Game next(Conditions{.change = [&](kavo::desktop::Launch& launch) {
+    launch.folder = game.folder.path();
+    launch.environment["XDG_CONFIG_HOME"] = game.folder / "config";
+  }});
+  ASSERT_TRUE(next.is_on_title());
+  next.tap("o");
+  EXPECT_TRUE(next.is_playing());
 }
 
 TEST(OpenPanel, SwitchesToFullScreenAndBack) {

@@ -1,4 +1,4 @@
-// Controllers as the keys that they stand for, with SDL's virtual controllers.
+// Controllers as the keys that they stand for as the game comes, with SDL's virtual controllers.
 #include <gtest/gtest.h>
 
 #include <optional>
@@ -7,16 +7,22 @@
 #include <vector>
 
 #include "host/desktop/controllers.h"
-#include "host/events.h"
+#include "host/desktop/desktop_platform.h"
 #include "host/keyboard.h"
+#include "host/keys/bound_keys.h"
+#include "host/keys/controls.h"
 #include "tests/fakes/virtual_controller.h"
 
 namespace {
 
+using kavo::host::BoundKeys;
+using kavo::host::Control;
 using kavo::host::Controllers;
+using kavo::host::ControlPress;
 using kavo::host::EventSink;
 using kavo::host::Key;
 using kavo::host::Keyboard;
+using kavo::host::KeyNames;
 using kavo::test::VirtualController;
 
 // Keys that go down and up as "+Left", "-Left".
@@ -53,7 +59,7 @@ protected:
   Lines heard() {
     SDL_Event event = {};
     while (SDL_PollEvent(&event) != 0)
-      controllers->deliver(event, sink);
+      controllers->deliver(event, bound);
     return std::exchange(sink.lines, {});
   }
 
@@ -70,8 +76,11 @@ protected:
     return heard();
   }
 
+  kavo::host::DesktopPlatform platform;
+  KeyNames names{platform};
   std::optional<Controllers> controllers{std::in_place};
   Heard sink;
+  BoundKeys bound{sink, names};
   std::optional<VirtualController> controller{std::in_place};
 };
 
@@ -96,15 +105,68 @@ TEST_F(ControllerTest, EveryButtonIsItsKeys) {
   }
 }
 
-// SDL keeps the release of a short press back for a quarter of a second.
-TEST_F(ControllerTest, TheGuideButtonOpensThePanel) {
-  EXPECT_EQ(after_press(SDL_CONTROLLER_BUTTON_GUIDE), Lines{"+F1"});
-  controller->release(SDL_CONTROLLER_BUTTON_GUIDE);
-  Lines released;
-  const uint64_t end = SDL_GetTicks64() + 30'000;
-  while (released.empty() && SDL_GetTicks64() < end)
-    released = heard();
-  EXPECT_EQ(released, Lines{"-F1"});
+// What goes down and up as "+south", "-south".
+class HeardParts final : public EventSink {
+public:
+  void control_went_down(const ControlPress& press) override { note("+", press); }
+  void control_went_up(const ControlPress& press) override { note("-", press); }
+  void key_went_down(const Key&, bool) override {}
+  void key_went_up(const Key&) override {}
+  void keyboard_was_taken() override {}
+  void button_went_down(int, int, int) override {}
+  void button_went_up(int, int, int) override {}
+  void pointer_moved(int, int) override {}
+  void close_was_asked() override {}
+
+  Lines lines;
+
+private:
+  void note(const char* sign, const ControlPress& press) {
+    lines.push_back(sign + std::string(kavo::host::word_for(press.control)));
+  }
+};
+
+class PartsOfAController : public ControllerTest {
+protected:
+  Lines heard_parts() {
+    SDL_Event event = {};
+    while (SDL_PollEvent(&event) != 0)
+      controllers->deliver(event, parts);
+    return std::exchange(parts.lines, {});
+  }
+
+  HeardParts parts;
+};
+
+// SDL keeps the release of a short press of the guide button back for a quarter of a second.
+TEST_F(PartsOfAController, EveryButtonHasItsName) {
+  constexpr std::pair<SDL_GameControllerButton, const char*> buttons[] = {
+      {SDL_CONTROLLER_BUTTON_A, "south"},
+      {SDL_CONTROLLER_BUTTON_LEFTSHOULDER, "left shoulder"},
+      {SDL_CONTROLLER_BUTTON_RIGHTSTICK, "right stick"},
+      {SDL_CONTROLLER_BUTTON_DPAD_UP, "cross up"},
+      {SDL_CONTROLLER_BUTTON_GUIDE, "guide"}};
+  for (const auto& [button, name] : buttons) {
+    controller->press(button);
+    EXPECT_EQ(heard_parts(), Lines{std::string("+") + name});
+    controller->release(button);
+    Lines released;
+    const uint64_t end = SDL_GetTicks64() + 30'000;
+    while (released.empty() && SDL_GetTicks64() < end)
+      released = heard_parts();
+    EXPECT_EQ(released, Lines{std::string("-") + name});
+  }
+}
+
+TEST_F(PartsOfAController, TriggersAndTheOtherStickAreButtons) {
+  controller->move(SDL_CONTROLLER_AXIS_TRIGGERLEFT, 1);
+  EXPECT_EQ(heard_parts(), Lines{"+left trigger"});
+  controller->move(SDL_CONTROLLER_AXIS_TRIGGERLEFT, 0);
+  EXPECT_EQ(heard_parts(), Lines{}) << "half way is neither";
+  controller->move(SDL_CONTROLLER_AXIS_TRIGGERLEFT, -1);
+  EXPECT_EQ(heard_parts(), Lines{"-left trigger"});
+  controller->move(SDL_CONTROLLER_AXIS_RIGHTY, -1);
+  EXPECT_EQ(heard_parts(), Lines{"+r-stick up"});
 }
 
 TEST_F(ControllerTest, ThePushedStickIsOnePress) {
@@ -157,7 +219,7 @@ TEST_F(ControllerTest, ItsKeysAreNotThoseOfTheKeyboard) {
   sink.keyboard.key_down(SDL_SCANCODE_LEFT, SDLK_LEFT);
   after_release(SDL_CONTROLLER_BUTTON_DPAD_LEFT);
   EXPECT_TRUE(sink.keyboard.is_held(SDLK_LEFT)) << "the keyboard still holds it";
-  EXPECT_GE(*sink.sources.begin(), Controllers::first_scancode);
+  EXPECT_GE(*sink.sources.begin(), Controllers::first_source);
 }
 
 TEST_F(ControllerTest, SouthIsSpaceAndReturnInOneFrame) {
