@@ -41,12 +41,12 @@ const ActionRow& row_of(Action action) {
 }
 
 // No screen asks for both.
-bool may_share(Action one, Action other) {
+bool may_share(Action first, Action second) {
   const auto is_of_play = [](Action action) {
     return action == Action::drop || action == Action::pause;
   };
-  return (one == Action::accept && is_of_play(other)) ||
-         (other == Action::accept && is_of_play(one));
+  return (first == Action::accept && is_of_play(second)) ||
+         (second == Action::accept && is_of_play(first));
 }
 
 Bindings::Keys usual_keys(Action action) {
