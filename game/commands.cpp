@@ -87,6 +87,10 @@ Out<double> key_state(const char* key) {
   return send("GFX.KEYSTATE", key);
 }
 
+Out<double> replay(int64_t standing, double milliseconds, double length, int64_t frame) {
+  return send("REPLAY", standing, milliseconds, length, frame);
+}
+
 Out<> sound_init() {
   return tell("SOUND.INIT");
 }

@@ -39,6 +39,12 @@ Out<> gfx_close();
 // Non-zero while the key is held.
 Out<double> key_state(const char* key);
 
+// For who shows a recorded game: how it stands (0 goes on, 1 has ended as recorded, 2 is not
+// recorded any further, 3 has come to differ, -1 is over), the milliseconds shown and recorded, the
+// frames shown. Gives how many times as fast the player wants to see it, 0 its end, below 0 no more
+// of it.
+Out<double> replay(int64_t standing, double milliseconds, double length, int64_t frame);
+
 // Sound. Times in seconds, levels and gains 0..1, cutoff in hertz, tempo in beats a minute.
 Out<> sound_init();
 Out<> sound_bpm(int64_t tempo);

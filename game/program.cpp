@@ -68,7 +68,7 @@ Out<> start_up(int argc, char** argv) {
   DO(start_host(argc, argv));
   DO(qor_mkdir_native("tmp"));
   DO(set_geometry());
-  DO(command::screen(SCRW, SCRH, "KAVO - Schlagseite", 1));
+  DO(command::screen(SCRW, SCRH, window_title, 1));
   DO(set_up_sound());
   DO(create_state());
   DO(read_arguments());

@@ -6,6 +6,8 @@
 
 namespace kavo {
 
+inline constexpr const char* window_title = "KAVO - Schlagseite";
+
 // Brings the host and the game state up. TESTMODE then tells that the arguments ask for a scene
 // (game/shell/scenes.h), which takes the place of the other steps.
 Out<> start_up(int argc, char** argv);

@@ -28,6 +28,7 @@ constexpr Command own_commands[] = {
     number_command("GFX.KEYSTATE", key_state, text),
     number_command("GFX.SAVE_SCREENSHOT", save_screenshot, text),
     number_command("GFX.CLOSE", close_screen),
+    number_command("REPLAY", report_replay, number, number, number, number),
     number_command("RND", random_number, number),
     number_command("BINWRITER", write_binary_file, text, text),
     array_command("TRANSPOSE", transpose_matrix, array),

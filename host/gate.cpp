@@ -34,6 +34,16 @@ constexpr PanelControl panel_controls[] = {
     {Control::south, Panel::Command::accept},    {Control::start, Panel::Command::accept},
     {Control::east, Panel::Command::back},       {Control::west, Panel::Command::remove}};
 
+// By the keys that do the same (replay_controls.h).
+struct ReplayControl {
+  Control control;
+  std::string_view key;
+};
+constexpr ReplayControl replay_controls[] = {
+    {Control::cross_left, "Left"}, {Control::cross_right, "Right"}, {Control::south, "Space"},
+    {Control::start, "Space"},     {Control::north, "End"},         {Control::east, "Escape"},
+    {Control::back, "Escape"}};
+
 // Whether a key that is held goes on.
 bool is_steering(const Key& key) {
   return std::ranges::any_of(panel_keys, [&](const PanelKey& each) {
@@ -52,6 +62,11 @@ bool is_wanted_in_play(const Bindings& bindings, Control control) {
 
 // What a key repeats is the business of who has the key.
 void Gate::key_went_down(const Key& key, bool is_repeat) {
+  if (is_of_replay()) {
+    if (!is_repeat)
+      kept_keys_.push_back(key.scancode);
+    return replay_.press(key.name);
+  }
   const bool is_kept = std::ranges::find(kept_keys_, key.scancode) != kept_keys_.end();
   if (is_kept && is_repeat)
     return panel_.is_open() && is_steering(key) ? press_in_panel(key) : void();
@@ -66,6 +81,11 @@ void Gate::key_went_down(const Key& key, bool is_repeat) {
   else if (is_opening)
     panel_.open();
   attention_.act();
+}
+
+// A recorded game is shown, and no game waits for its player before it.
+bool Gate::is_of_replay() const {
+  return replay_.is_on() && !panel_.is_open() && !attention_.is_waiting();
 }
 
 bool Gate::opens_panel(const Key& key) const {
@@ -88,6 +108,10 @@ void Gate::key_went_up(const Key& key) {
 }
 
 void Gate::control_went_down(const ControlPress& press) {
+  if (is_of_replay()) {
+    kept_controls_.push_back(press.source);
+    return press_in_replay(press.control);
+  }
   const bool is_opening = is_panel_offered_ && press.control == Control::guide;
   if (!holds_game_up() && !is_opening)
     return press_in_game(press);
@@ -97,6 +121,12 @@ void Gate::control_went_down(const ControlPress& press) {
   else if (is_opening)
     panel_.open();
   attention_.act();
+}
+
+void Gate::press_in_replay(Control control) {
+  for (const ReplayControl& each : replay_controls)
+    if (each.control == control)
+      return replay_.press(each.key);
 }
 
 void Gate::press_in_game(const ControlPress& press) {
@@ -158,6 +188,10 @@ void Gate::picture_was_hidden() {
 }
 
 void Gate::button_went_down(int button, int x, int y) {
+  if (is_of_replay()) {
+    kept_buttons_.push_back(button);
+    return replay_.click();
+  }
   const bool is_opening = is_panel_offered_ && sign_ && sign_->contains(x, y);
   if (!holds_game_up() && !is_opening)
     return game_.button_went_down(button, x, y);

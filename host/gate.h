@@ -9,12 +9,14 @@
 #include "host/input.h"
 #include "host/keys/bound_keys.h"
 #include "host/panel/panel.h"
+#include "host/replaying/replay_controls.h"
 
 namespace kavo::host {
 
 class Gate final : public EventSink {
 public:
-  Gate(BoundKeys& game, Panel& panel) : game_(game), panel_(panel) {}
+  Gate(BoundKeys& game, Panel& panel, ReplayControls& replay)
+      : game_(game), panel_(panel), replay_(replay) {}
 
   // Whether the player can open the panel; where the sign for that is, while it is shown.
   void set_panel_offered(bool is_offered) { is_panel_offered_ = is_offered; }
@@ -26,7 +28,9 @@ public:
   Attention& attention() { return attention_; }
 
   // Whether the game is to stand still.
-  bool holds_game_up() const { return attention_.is_waiting() || panel_.is_open(); }
+  bool holds_game_up() const {
+    return attention_.is_waiting() || panel_.is_open() || replay_.is_paused();
+  }
 
   // After events: a controller's back button that has been held for a second opens the panel.
   // Where it has nothing to do in play it reaches the game only when it is let go before that.
@@ -45,6 +49,8 @@ public:
   void close_was_asked() override;
 
 private:
+  bool is_of_replay() const;
+  void press_in_replay(Control control);
   void press_in_panel(const Key& key);
   void press_in_panel(Control control);
   void press_in_game(const ControlPress& press);
@@ -59,6 +65,7 @@ private:
 
   BoundKeys& game_;
   Panel& panel_;
+  ReplayControls& replay_;
   bool is_panel_offered_ = false;
   bool has_pointer_moved_ = false;
   std::optional<HeldBack> held_back_;

@@ -68,14 +68,17 @@ Host::~Host() {
 
 void Host::start(int argument_count, const char* const* arguments) {
   const bool is_named = argument_count >= 1 && arguments != nullptr;
-  is_played_ = is_named && (argument_count < 2 || std::string_view(arguments[1]) != "shot");
-  start_scores(argument_count, arguments);
+  const std::string_view word = is_named && argument_count > 1 ? arguments[1] : "";
+  has_settings_ = is_named && word != "shot";
+  is_played_ = has_settings_ && word != "--replay";
+  if (word != "--replay")
+    start_scores(argument_count, arguments);
   start_settings();
 }
 
 // What nobody plays heeds the environment only.
 void Host::start_settings() {
-  settings_.open(is_played_ ? platform_->settings_folder() : std::filesystem::path());
+  settings_.open(has_settings_ ? platform_->settings_folder() : std::filesystem::path());
   for (const std::string& line : settings_.take_news())
     platform_->tell(line);
   apply_settings();
@@ -105,8 +108,20 @@ void Host::tell_where_games_are_kept() {
     events.tell_where_games_are_kept(folder, is_played_ && settings_.current().records);
 }
 
+double Host::take_replay_report(const ReplayReport& report) {
+  if (!replay_.is_on())
+    keyboard.release_all();
+  replay_.take(report);
+  return replay_.wish();
+}
+
+void Host::end_replay() {
+  replay_.end();
+  keyboard.release_all();
+}
+
 void Host::open_screen(const ScreenRequest& request) {
-  if (!is_played_)
+  if (!has_settings_)
     start_settings();
   ScreenRequest wanted = request;
   wanted.is_full_screen = settings_.window().is_full_screen;
@@ -176,12 +191,16 @@ void Host::stand_still() {
 void Host::draw_above(Canvas& canvas) {
   if (panel_.is_open())
     panel_.draw(canvas);
+  else if (replay_.is_on())
+    draw_foot_line(canvas, replay_.line(language()));
   else
     draw_waiting(canvas, language());
 }
 
 // A sign that leads to the panel while the pointer moves, and a line that tells of it at first.
 void Host::show_signs() {
+  if (replay_.is_on())
+    return screen.set_overlay([this](Canvas& canvas) { draw_above(canvas); });
   constexpr double sign_ms = 2000;
   constexpr double hint_ms = 5000;
   const double now = qor_tick();

@@ -16,6 +16,7 @@
 #include "host/panel/panel.h"
 #include "host/platform.h"
 #include "host/random.h"
+#include "host/replaying/replay_controls.h"
 #include "host/scores/scores.h"
 #include "host/screen/screen.h"
 #include "host/settings/settings_store.h"
@@ -42,6 +43,11 @@ public:
   // Takes the events first when the frame has not done so yet.
   bool is_key_held(std::string_view key_name);
 
+  // A program shows a recorded game: its keys are the host's until it has ended. Gives what the
+  // player wishes (replay_controls.h).
+  double take_replay_report(const ReplayReport& report);
+  void end_replay();
+
   void set_dispatcher(qorrt_dispatch_fn dispatch);
 
   int64_t begin_frame() { return frames_.begin(); }
@@ -50,8 +56,9 @@ public:
   void end_frame(int64_t token);
 
   // Before anything else is asked of it, by the program's arguments: none is a program of no name,
-  // which nobody plays: it has neither scores nor settings, and a scene has no settings either.
-  // Ends the program, with status 0, when another one has the scores.
+  // which nobody plays: it has neither scores nor settings, a scene has no settings either, and
+  // what shows a recorded game has no scores. Ends the program, with status 0, when another one has
+  // the scores.
   void start(int argument_count, const char* const* arguments);
 
   // Replaces the screen that may be open.
@@ -92,12 +99,14 @@ private:
   KeyNames key_names_{*platform_};
   BoundKeys bound_keys_{events, key_names_};
   HeldRepeat held_repeat_{keyboard, key_names_};
-  Gate gate_{bound_keys_, panel_};
+  ReplayControls replay_;
+  Gate gate_{bound_keys_, panel_, replay_};
   double sign_until_ms_ = 0;  // of the runtime's clock
   double hint_until_ms_ = -1; // below 0: not begun
   Frames frames_;
   SettingsStore settings_{[this](const std::string& name) { return is_key(name); }};
   bool is_played_ = false;
+  bool has_settings_ = false; // of its player
   QuitSignals quit_signals_;
   WriteSignals write_signals_;
   const char* failure_ = nullptr;

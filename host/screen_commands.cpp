@@ -71,6 +71,21 @@ double show_picture(Host& host, const Arguments&) {
   return 0;
 }
 
+double report_replay(Host& host, const Arguments& arguments) {
+  using Standing = ReplayReport::Standing;
+  constexpr int over = -1;
+  const auto standing = static_cast<int>(
+      arguments.whole_number(0, "standing", over, static_cast<int>(Standing::diverged)));
+  if (standing == over) {
+    host.end_replay();
+    return ReplayControls::leave;
+  }
+  return host.take_replay_report({.standing = static_cast<Standing>(standing),
+                                  .milliseconds = arguments.number(1),
+                                  .length_ms = arguments.number(2),
+                                  .frame = arguments.whole_number(3, "frame", 0, INT64_MAX)});
+}
+
 double key_state(Host& host, const Arguments& arguments) {
   return host.is_key_held(arguments.text(0)) ? 1 : 0;
 }

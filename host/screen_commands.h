@@ -26,6 +26,9 @@ double draw_text(Host& host, const Arguments& arguments);
 // SCREENFLIP
 double show_picture(Host& host, const Arguments& arguments);
 
+// REPLAY standing, milliseconds, length, frame
+double report_replay(Host& host, const Arguments& arguments);
+
 // GFX.KEYSTATE key name: 1 while held, 0 otherwise
 double key_state(Host& host, const Arguments& arguments);
 

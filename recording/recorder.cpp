@@ -22,6 +22,7 @@ struct Tape {
   qor_clock clock{}; // that is asked
   Fingerprint fingerprint;
   Frame frame;
+  bool is_in_host = false; // which may ask the same clock for itself
 };
 
 Tape tape;
@@ -33,7 +34,9 @@ Asks note(const char* name, const void* slots, const uint32_t* tags, int64_t cou
 
 double call_number(int64_t handle, const char* name, const void* slots, const uint32_t* tags,
                    int64_t count) {
+  tape.is_in_host = true;
   const double answer = qorrt_call_typed_f64(handle, name, slots, tags, count);
+  tape.is_in_host = false;
   const Asks asks = note(name, slots, tags, count);
   if (asks == Asks::key)
     tape.frame.keys.push_back(answer);
@@ -51,7 +54,9 @@ std::vector<std::string> texts_in(const QorArray* array) {
 
 QorArray* call_array(int64_t handle, const char* name, const void* slots, const uint32_t* tags,
                      int64_t count) {
+  tape.is_in_host = true;
   QorArray* answer = qorrt_call_typed_arr(handle, name, slots, tags, count);
+  tape.is_in_host = false;
   if (note(name, slots, tags, count) == Asks::folder)
     tape.frame.folders.push_back(texts_in(answer));
   return answer;
@@ -59,7 +64,8 @@ QorArray* call_array(int64_t handle, const char* name, const void* slots, const 
 
 double read_clock(void*) {
   const double reading = tape.clock.tick(tape.clock.context);
-  tape.frame.clock.push_back(reading);
+  if (!tape.is_in_host)
+    tape.frame.clock.push_back(reading);
   return reading;
 }
 

@@ -22,6 +22,8 @@ struct Deck {
   size_t folders = 0;
   double last_reading = 0;
   bool is_exhausted = false;
+  // Outside of a frame, and in the host, questions and commands are not the recorded game's.
+  bool is_in_frame = false;
   bool is_presented = false;
   std::function<void(double)> pause;
   double first_reading = 0;
@@ -60,17 +62,28 @@ bool is_save(const char* name) {
   return std::strcmp(name, "BINWRITER") == 0;
 }
 
+// The host may ask the same clock for itself.
+template<typename Call>
+auto in_host(Call call) {
+  in_use->is_in_frame = false;
+  const auto answer = call();
+  in_use->is_in_frame = true;
+  return answer;
+}
+
 double answer_number(int64_t handle, const char* name, const void* slots, const uint32_t* tags,
                      int64_t count) {
+  if (!in_use->is_in_frame)
+    return qorrt_call_typed_f64(handle, name, slots, tags, count);
   switch (in_use->fingerprint.add(name, static_cast<const qor_slot*>(slots), tags, count)) {
   case Asks::key:
     return next_of(in_use->frame.keys, in_use->keys, 0);
   case Asks::chance:
     return next_of(in_use->frame.chance, in_use->chance, 0);
   default:
-    return in_use->is_presented && !is_save(name)
-               ? qorrt_call_typed_f64(handle, name, slots, tags, count)
-               : 0;
+    if (!in_use->is_presented || is_save(name))
+      return 0;
+    return in_host([&] { return qorrt_call_typed_f64(handle, name, slots, tags, count); });
   }
 }
 
@@ -97,11 +110,15 @@ QorArray* answer_array(int64_t handle, const char* name, const void* slots, cons
 }
 
 double answer_tick(void*) {
+  if (!in_use->is_in_frame)
+    return in_use->clock_before.tick(in_use->clock_before.context);
   in_use->last_reading = next_of(in_use->frame.clock, in_use->clock, in_use->last_reading);
   return in_use->last_reading;
 }
 
 void pass_time(void*, uint32_t milliseconds) {
+  if (!in_use->is_in_frame)
+    return in_use->clock_before.sleep(in_use->clock_before.context, milliseconds);
   if (in_use->pause)
     in_use->pause(in_use->last_reading + milliseconds - in_use->first_reading);
 }
@@ -165,7 +182,9 @@ Standing Replay::play_frame() {
     return standing_ = Standing::cut_off;
   }
   deck_->open_frame();
+  deck_->is_in_frame = true;
   static_cast<void>(run_frame());
+  deck_->is_in_frame = false;
   return standing_ = stand_after_frame();
 }
 

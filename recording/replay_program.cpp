@@ -6,11 +6,13 @@
 #include <string>
 #include <string_view>
 
+#include "game/audio/sounds.h"
+#include "game/commands.h"
 #include "game/program.h"
 #include "game/state.h"
 #include "recording/host_news.h"
 #include "recording/kept_games.h"
-#include "recording/replay.h"
+#include "recording/show.h"
 #include "recording/version.h"
 
 namespace kavo::recording {
@@ -73,7 +75,7 @@ std::string by_other_version(const Recording& recording) {
                    ")";
 }
 
-std::string verdict(const Recording& recording, const Replay& replay, Standing standing) {
+std::string verdict(const Recording& recording, const Progress& progress, Standing standing) {
   switch (standing) {
   case Standing::as_recorded:
     return "ended as recorded";
@@ -83,8 +85,8 @@ std::string verdict(const Recording& recording, const Replay& replay, Standing s
   case Standing::failed:
     return "an error ended the game: " + std::string(chars(Text(qor_err_msg())));
   default:
-    return "not as recorded from frame " + std::to_string(replay.progress().frames + 1) + " at " +
-           clock_text(replay.progress().milliseconds) + " on" + by_other_version(recording);
+    return "not as recorded from frame " + std::to_string(progress.frames + 1) + " at " +
+           clock_text(progress.milliseconds) + " on" + by_other_version(recording);
   }
 }
 
@@ -96,18 +98,46 @@ int verify(const Recording& recording) {
     standing = replay.play_frame();
   const std::chrono::duration<double, std::milli> taken = Clock::now() - start;
   std::printf("%s\n%s; played at %.0f times its pace\n", text_of(replay.progress()).c_str(),
-              verdict(recording, replay, standing).c_str(),
+              verdict(recording, replay.progress(), standing).c_str(),
               replay.progress().milliseconds / taken.count());
   qor_err_clear();
   return standing == Standing::as_recorded ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
-int replay(const Wish& wish) {
-  const int64_t handle = qorrt_init(0, nullptr);
+// What the game does before its first frame, as far as a recorded one needs it.
+Out<> open_window() {
+  DO(set_geometry());
+  DO(command::screen(SCRW, SCRH, window_title, 1));
+  DO(set_up_sound());
+  return {};
+}
+
+Out<> close_window() {
+  DO(command::sound_shutdown());
+  DO(command::gfx_close());
+  return {};
+}
+
+int show_in_window(const Recording& recording) {
+  static_cast<void>(open_window());
+  const Shown shown = error_is_pending() ? Shown{.standing = Standing::failed} : show(recording);
+  if (shown.standing == Standing::failed)
+    qor_throw_uncaught();
+  static_cast<void>(close_window());
+  const bool is_left = shown.standing == Standing::playing;
+  if (!is_left)
+    std::printf("%s\n%s\n", text_of(shown.progress).c_str(),
+                verdict(recording, shown.progress, shown.standing).c_str());
+  return is_left || shown.standing == Standing::as_recorded ? EXIT_SUCCESS : EXIT_FAILURE;
+}
+
+// Without a window nobody plays, and a program of no name has neither scores nor settings.
+int replay(const Wish& wish, int argc, char** argv) {
+  const int64_t handle = wish.is_to_verify ? qorrt_init(0, nullptr) : qorrt_init(argc, argv);
   qor_runtime_set_handle(handle);
   qorrt_set_event_dispatcher(handle, dispatch_event);
   const Recording recording = read_recording(wish.file.empty() ? last_game() : wish.file);
-  const int status = verify(recording);
+  const int status = wish.is_to_verify ? verify(recording) : show_in_window(recording);
   qorrt_shutdown(handle);
   release_state();
   return status;
@@ -117,7 +147,7 @@ int replay(const Wish& wish) {
 
 int replay_to_exit(int argc, char** argv) {
   try {
-    return replay(wish_in(argc, argv));
+    return replay(wish_in(argc, argv), argc, argv);
   } catch (const std::exception& error) {
     static_cast<void>(std::fprintf(stderr, "kavo: %s\n", error.what()));
     release_state();

@@ -39,6 +39,7 @@ std::vector<std::function<void()>> typed_functions() {
       polled([] { return command::save_screenshot("a.png"); }),
       polled([] { return command::gfx_close(); }),
       polled([] { return command::key_state("Left"); }),
+      polled([] { return command::replay(0, 16.5, 1000, 1); }),
       polled([] { return command::sound_init(); }),
       polled([] { return command::sound_bpm(120); }),
       polled([] { return command::sound_voice(0, "SAW", 0, 0, 0, 0); }),

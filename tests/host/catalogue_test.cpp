@@ -41,6 +41,7 @@ TEST(Catalogue, HasEveryCommandOnce) {
                                                "RND",
                                                "BINWRITER",
                                                "TRANSPOSE",
+                                               "REPLAY",
                                                "RESHAPE",
                                                "MVINS",
                                                "SPLIT",

@@ -160,6 +160,37 @@ TEST(Recordings, OnAFullDiskPlayGoesOn) {
   EXPECT_TRUE(end.errors.ends_with(": No space left on device\n")) << end.errors;
 }
 
+TEST(Recordings, AKeptGameIsShownInTheWindowAndLeftByEscapeOrByClosingIt) {
+  Game played;
+  played.lose();
+  played.enter_name();
+  EXPECT_TRUE(played.is_on_title());
+  leave(played);
+  const std::string file = games_in(games_folder(played)).front();
+  const std::string content = read_file(file);
+  const auto show = [&file](Launch& launch) {
+    launch.arguments.insert(launch.arguments.end(), {"--replay", file});
+  };
+
+  Game shown(Conditions{.change = show});
+  EXPECT_TRUE(shown.is_playing());
+  shown.tap("space");
+  shown.tap("space");
+  shown.tap("End");
+  shown.tap("Escape");
+  const Outcome outcome = shown.process->wait();
+  EXPECT_EQ(outcome.code, 0) << outcome.errors;
+  EXPECT_EQ(outcome.errors, "");
+  EXPECT_FALSE(fs::exists(shown.folder / "tmp")) << "it keeps scores";
+  EXPECT_FALSE(fs::exists(games_folder(shown))) << "it keeps games";
+
+  Game closed(Conditions{.change = show});
+  EXPECT_TRUE(closed.is_playing());
+  closed.window->ask_to_close();
+  EXPECT_EQ(closed.process->wait().code, 0);
+  EXPECT_EQ(read_file(file), content);
+}
+
 TEST(Recordings, AFileThatIsNoneIsNamed) {
   const TemporaryFolder folder;
   write_file(folder / "picture.kavo", "\x89PNG\r\n\x1A\n");
