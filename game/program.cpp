@@ -21,7 +21,7 @@ void start_host(int argc, char** argv) {
   qor_set_args(argc, argv);
   const int64_t handle = qorrt_init(argc, argv);
   qor_runtime_set_handle(handle);
-  qorrt_set_event_dispatcher(handle, wiring.dispatch);
+  qorrt_set_event_dispatcher(handle, qorrt_dispatch_event);
 }
 
 // The stars stay where they are for the whole run.

@@ -11,8 +11,7 @@ struct Wiring {
                    int64_t) = qorrt_call_typed_f64;
   QorArray* (*array)(int64_t, const char*, const void*, const uint32_t*,
                      int64_t) = qorrt_call_typed_arr;
-  qorrt_dispatch_fn dispatch = qorrt_dispatch_event; // what the host is given at start-up
-  void (*frame_ended)() = [] {};                     // one of the program's own loop
+  void (*frame_ended)() = [] {}; // one of the program's own loop
 };
 
 inline constinit Wiring wiring;

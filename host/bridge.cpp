@@ -143,7 +143,7 @@ void qorrt_shutdown(int64_t handle) {
 
 void qorrt_set_event_dispatcher(int64_t handle, qorrt_dispatch_fn dispatch) {
   if (Host* host = host_of(handle))
-    host->set_dispatcher(dispatch);
+    host->events.set_dispatcher(dispatch);
 }
 
 double qorrt_call_typed_f64(int64_t handle, const char* name, const void* slots,

@@ -41,10 +41,6 @@ void Events::ask_to_quit() {
   raise("QUIT", {});
 }
 
-void Events::tell_where_games_are_kept(const std::string& folder, bool is_wanted) {
-  raise("RECORDINGS", {text(folder.c_str()), number(is_wanted)});
-}
-
 void Events::key_went_down(const Key& key, bool is_repeat) {
   if (!is_repeat)
     keyboard_.key_down(key.scancode, key.code);

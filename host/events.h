@@ -3,7 +3,6 @@
 
 #include <cstdint>
 #include <initializer_list>
-#include <string>
 
 #include "host/input.h"
 #include "host/keyboard.h"
@@ -17,10 +16,6 @@ public:
   explicit Events(Keyboard& keyboard) : keyboard_(keyboard) {}
 
   void set_dispatcher(qorrt_dispatch_fn dispatch) { dispatch_ = dispatch; }
-
-  // Tells the program where its games are kept and whether the player wants that: RECORDINGS, which
-  // is no input. A program that records none lets it pass.
-  void tell_where_games_are_kept(const std::string& folder, bool is_wanted);
 
   // Lets `presenter` report what happened to `sink`, or wait for it. A dispatcher that gets here
   // again is not served twice.

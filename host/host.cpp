@@ -10,6 +10,7 @@
 #include "host/failure.h"
 #include "host/panel/drawing.h"
 #include "host/panel/texts.h"
+#include "host/program.h"
 #include "host/standard_streams.h"
 #include "runtime/clock.h"
 
@@ -97,15 +98,10 @@ void Host::apply_settings() {
   tell_where_games_are_kept();
 }
 
-void Host::set_dispatcher(qorrt_dispatch_fn dispatch) {
-  events.set_dispatcher(dispatch);
-  tell_where_games_are_kept();
-}
-
 void Host::tell_where_games_are_kept() {
   const std::string folder = platform_->games_folder().string();
-  if (!folder.empty())
-    events.tell_where_games_are_kept(folder, is_played_ && settings_.current().records);
+  if (kavo_games_are_kept != nullptr && !folder.empty())
+    kavo_games_are_kept(folder.c_str(), is_played_ && settings_.current().records);
 }
 
 double Host::take_replay_report(const ReplayReport& report) {

@@ -48,8 +48,6 @@ public:
   double take_replay_report(const ReplayReport& report);
   void end_replay();
 
-  void set_dispatcher(qorrt_dispatch_fn dispatch);
-
   int64_t begin_frame() { return frames_.begin(); }
 
   // Ends the program in order, with status 0, when that was asked for and no frame is open.

@@ -1,12 +1,10 @@
-// What the host tells the program beyond input, as events that only this program knows.
+// What the host has told the program: where games are kept, and whether the player wants that.
 #pragma once
 
-#include <cstdint>
 #include <filesystem>
 
 namespace kavo::recording {
 
-// RECORDINGS folder, is_wanted: where games are kept, and whether the player wants that.
 struct HostNews {
   std::filesystem::path folder = {}; // empty: the host knows none
   bool is_recording_wanted = false;
@@ -14,8 +12,5 @@ struct HostNews {
 };
 
 HostNews& host_news();
-
-// The dispatcher that hears of it, and passes on all else to the game.
-void dispatch_event(const char* name, const int64_t* values, const uint32_t* tags, int64_t count);
 
 } // namespace kavo::recording

@@ -39,7 +39,6 @@ void frame_ended() {
 } // namespace
 
 int run_to_exit(int argc, char** argv) {
-  wiring.dispatch = dispatch_event;
   if (argc > 1 && std::string_view(argv[1]) == "--replay")
     return replay_to_exit(argc, argv);
   recorder();

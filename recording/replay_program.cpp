@@ -135,7 +135,7 @@ int show_in_window(const Recording& recording) {
 int replay(const Wish& wish, int argc, char** argv) {
   const int64_t handle = wish.is_to_verify ? qorrt_init(0, nullptr) : qorrt_init(argc, argv);
   qor_runtime_set_handle(handle);
-  qorrt_set_event_dispatcher(handle, dispatch_event);
+  qorrt_set_event_dispatcher(handle, qorrt_dispatch_event);
   const Recording recording = read_recording(wish.file.empty() ? last_game() : wish.file);
   const int status = wish.is_to_verify ? verify(recording) : show_in_window(recording);
   qorrt_shutdown(handle);
