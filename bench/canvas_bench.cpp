@@ -57,7 +57,18 @@ void BareFills(benchmark::State& state) {
   state.counters["pixels"] = static_cast<double>(wanted);
 }
 
+// With other colours in every frame, for a canvas that is given the same frame again draws nothing.
 void CanvasAlone(benchmark::State& state) {
+  Canvas canvas(width, height);
+  int frame = 0;
+  for ([[maybe_unused]] const auto _ : state) {
+    kavo::bench::draw_anew(canvas, busy_frame(), ++frame);
+    benchmark::DoNotOptimize(canvas.pixels().data());
+    benchmark::ClobberMemory();
+  }
+}
+
+void CanvasAgain(benchmark::State& state) {
   Canvas canvas(width, height);
   for ([[maybe_unused]] const auto _ : state) {
     for (const Shape& shape : busy_frame())
@@ -236,6 +247,8 @@ void Scaled(benchmark::State& state) {
 
 BENCHMARK(BareFills)->Name("busy_frame/bare_fills")->Unit(benchmark::kMicrosecond);
 BENCHMARK(CanvasAlone)->Name("busy_frame/ours")->Unit(benchmark::kMicrosecond);
+BENCHMARK(CanvasAgain)->Name("same_frame_again/ours")->Unit(benchmark::kMicrosecond);
+BENCHMARK(CanvasAlone)->Name("same_frame_again/drawn_anew")->Unit(benchmark::kMicrosecond);
 BENCHMARK(SdlSoftwareRenderer)->Name("busy_frame/SDL")->Unit(benchmark::kMicrosecond);
 BENCHMARK(Cairo)->Name("busy_frame/Cairo")->Unit(benchmark::kMicrosecond);
 BENCHMARK(Scaled)->Arg(800)->Arg(1600)->Arg(1080)->Arg(728)->Unit(benchmark::kMicrosecond);
@@ -244,6 +257,7 @@ BENCHMARK(Scaled)->Arg(800)->Arg(1600)->Arg(1080)->Arg(728)->Unit(benchmark::kMi
 
 int main(int argc, char** argv) {
   kavo::bench::expect("busy_frame/bare_fills", kavo::bench::at_most(1.8));
+  kavo::bench::expect("same_frame_again/drawn_anew", kavo::bench::at_most(0.5));
   kavo::bench::expect("busy_frame/SDL", kavo::bench::at_least(10));
   kavo::bench::expect("busy_frame/Cairo", kavo::bench::at_least(4));
   return kavo::bench::run(argc, argv);

@@ -80,4 +80,17 @@ void draw(kavo::host::Canvas& canvas, const Shape& shape) {
   }
 }
 
+void draw_anew(kavo::host::Canvas& canvas, const Shapes& shapes, int frame) {
+  bool is_on_ground = false;
+  for (const Shape& shape : shapes) {
+    if (shape.kind == Shape::Kind::colour && is_on_ground)
+      canvas.set_colour(shape.colour() ^ static_cast<uint32_t>(frame & 1));
+    else
+      draw(canvas, shape);
+    is_on_ground =
+        is_on_ground || (shape.kind == Shape::Kind::filled && shape.numbers[2] >= canvas.width() &&
+                         shape.numbers[3] >= canvas.height());
+  }
+}
+
 } // namespace kavo::bench

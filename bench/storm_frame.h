@@ -26,4 +26,8 @@ Shapes storm_frame();
 
 void draw(kavo::host::Canvas& canvas, const Shape& shape);
 
+// All of them, every second time in other colours but on the same ground, so that no shape is what
+// it was in the last frame: a canvas need not draw those again.
+void draw_anew(kavo::host::Canvas& canvas, const Shapes& shapes, int frame);
+
 } // namespace kavo::bench

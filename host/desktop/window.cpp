@@ -51,6 +51,12 @@ bool has_layout_of(const Canvas& canvas, const SDL_Surface& surface) {
          surface.pitch == canvas.width() * static_cast<int>(sizeof(uint32_t));
 }
 
+PixelBuffer buffer_of(const SDL_Surface& surface) {
+  return {static_cast<uint32_t*>(surface.pixels),
+          {surface.w, surface.h},
+          surface.pitch / static_cast<int>(sizeof(uint32_t))};
+}
+
 // Since the first call. SDL's own clock of so many bits is younger than the oldest SDL to play
 // with.
 uint64_t now_ms() {
@@ -127,12 +133,8 @@ void Window::present(Canvas& canvas) {
   SDL_Surface* target = surface();
   if (target == nullptr)
     present_without_surface(canvas);
-  else if (has_layout_of(canvas, *target))
-    present_unscaled(canvas, *target);
-  else if (target->format->format == SDL_PIXELFORMAT_RGB888)
-    present_scaled(canvas, *target);
-  else
-    present_converted(canvas, *target);
+  else if (const std::vector<Area> areas = present_on(*target, canvas); !areas.empty())
+    update(areas);
   if (!controllers_)
     controllers_.emplace();
 }
@@ -153,6 +155,8 @@ void Window::present_without_surface(const Canvas& canvas) {
   if (!x_picture_)
     x_picture_ = XPicture::in(window_.get());
   if (x_picture_) {
+    if (shown_.take_changes(canvas).empty())
+      return;
     Size size = {};
     SDL_GL_GetDrawableSize(window_.get(), &size.width, &size.height);
     x_picture_->show(canvas, size);
@@ -180,51 +184,70 @@ void Window::send_home() {
   lodger_ = nullptr;
 }
 
+// The window's memory and the desktop keep what is as it was, which most of a picture is. Gives
+// where the window's memory has to be shown.
+std::vector<Area> Window::present_on(const SDL_Surface& surface, Canvas& canvas) {
+  const bool is_anything_shown = shown_.is_known();
+  std::vector<Area> changed = shown_.take_changes(canvas);
+  std::vector<Area> everything = {{0, 0, surface.w, surface.h}};
+  if (changed.empty() && is_a_sign_of_life_due())
+    return {{0, 0, surface.w, 1}};
+  if (changed.empty())
+    return {};
+  if (has_layout_of(canvas, surface)) {
+    lodge(canvas, surface);
+    return changed;
+  }
+  if (surface.format->format != SDL_PIXELFORMAT_RGB888) {
+    draw_converted(canvas, surface);
+    return everything;
+  }
+  if (is_anything_shown)
+    return draw_scaled(canvas, changed, surface);
+  scaler_.draw(canvas, buffer_of(surface));
+  return everything;
+}
+
+// Those who record the desktop wait for a picture now and then.
+bool Window::is_a_sign_of_life_due() const {
+  constexpr uint64_t interval_ms = 1000;
+  return now_ms() - last_shown_at_ms_ >= interval_ms;
+}
+
 // A picture that needs no scaling is drawn in the window's memory itself.
-void Window::present_unscaled(Canvas& canvas, const SDL_Surface& surface) {
+void Window::lodge(Canvas& canvas, const SDL_Surface& surface) {
   if (lodger_ != &canvas)
     send_home();
   canvas.move_to(static_cast<uint32_t*>(surface.pixels));
   lodger_ = &canvas;
-  update({{0, 0, surface.w, surface.h}});
 }
 
-// The window's memory and the desktop keep the rows that are as they were, which most are. One row
-// goes out in any case, so that every frame is one to those who record the desktop.
-void Window::present_scaled(const Canvas& canvas, const SDL_Surface& surface) {
-  const PixelBuffer target = {static_cast<uint32_t*>(surface.pixels),
-                              {surface.w, surface.h},
-                              surface.pitch / static_cast<int>(sizeof(uint32_t))};
-  const bool is_anything_shown = shown_.is_known();
-  const std::vector<Rows>& changed = shown_.find(canvas);
-  if (!is_anything_shown) {
-    scaler_.draw(canvas, target);
-    return update({{0, 0, surface.w, surface.h}});
-  }
-  std::vector<SDL_Rect> areas;
-  areas.reserve(changed.size());
-  for (const Rows& rows : changed) {
-    const Area area = scaler_.draw_rows(canvas, rows, target);
-    areas.push_back({area.x, area.y, area.width, area.height});
-  }
-  if (areas.empty())
-    areas.push_back({0, 0, surface.w, 1});
-  update(areas);
+std::vector<Area> Window::draw_scaled(const Canvas& canvas, const std::vector<Area>& parts,
+                                      const SDL_Surface& surface) {
+  std::vector<Area> areas;
+  areas.reserve(parts.size());
+  for (const Area& part : parts)
+    areas.push_back(scaler_.draw_part(canvas, part, buffer_of(surface)));
+  return areas;
 }
 
-void Window::present_converted(const Canvas& canvas, const SDL_Surface& surface) {
+void Window::draw_converted(const Canvas& canvas, const SDL_Surface& surface) {
   converted_.resize(static_cast<size_t>(surface.w) * static_cast<size_t>(surface.h));
   scaler_.draw(canvas, {converted_.data(), {surface.w, surface.h}, surface.w});
   SDL_ConvertPixels(surface.w, surface.h, SDL_PIXELFORMAT_RGB888, converted_.data(),
                     surface.w * static_cast<int>(sizeof(uint32_t)), surface.format->format,
                     surface.pixels, surface.pitch);
-  update({{0, 0, surface.w, surface.h}});
 }
 
-void Window::update(const std::vector<SDL_Rect>& areas) {
-  if (SDL_UpdateWindowSurfaceRects(window_.get(), areas.data(), static_cast<int>(areas.size())) !=
-      0)
+void Window::update(const std::vector<Area>& areas) {
+  std::vector<SDL_Rect> rectangles;
+  rectangles.reserve(areas.size());
+  for (const Area& area : areas)
+    rectangles.push_back({area.x, area.y, area.width, area.height});
+  if (SDL_UpdateWindowSurfaceRects(window_.get(), rectangles.data(),
+                                   static_cast<int>(rectangles.size())) != 0)
     fail();
+  last_shown_at_ms_ = now_ms();
 }
 
 void Window::deliver_events(EventSink& sink) {

@@ -13,9 +13,9 @@
 #include "host/desktop/idle_pointer.h"
 #include "host/desktop/screen_saver.h"
 #include "host/desktop/x_picture.h"
-#include "host/screen/changed_rows.h"
 #include "host/screen/presenter.h"
 #include "host/screen/scaler.h"
+#include "host/screen/shown_picture.h"
 
 namespace kavo::host {
 
@@ -63,16 +63,20 @@ private:
   SDL_Point picture_point(int x, int y) const;
   static int SDLCALL watch_changes(void* data, SDL_Event* event);
   void send_home();
-  void present_unscaled(Canvas& canvas, const SDL_Surface& surface);
-  void present_scaled(const Canvas& canvas, const SDL_Surface& surface);
-  void present_converted(const Canvas& canvas, const SDL_Surface& surface);
-  void update(const std::vector<SDL_Rect>& areas);
+  std::vector<Area> present_on(const SDL_Surface& surface, Canvas& canvas);
+  void lodge(Canvas& canvas, const SDL_Surface& surface);
+  std::vector<Area> draw_scaled(const Canvas& canvas, const std::vector<Area>& parts,
+                                const SDL_Surface& surface);
+  void draw_converted(const Canvas& canvas, const SDL_Surface& surface);
+  bool is_a_sign_of_life_due() const;
+  void update(const std::vector<Area>& areas);
 
   Video video_;
   std::unique_ptr<SDL_Window, DestroyWindow> window_;
   Size picture_;
   Scaler scaler_;
-  ChangedRows shown_;               // scaled, in this window as it is now
+  ShownPicture shown_; // in this window as it is now
+  uint64_t last_shown_at_ms_ = 0;
   Canvas* lodger_ = nullptr;        // whose picture lies in the window's memory
   std::vector<uint32_t> converted_; // for displays of another pixel format
   std::optional<Controllers>

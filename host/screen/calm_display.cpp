@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <utility>
+#include <vector>
 
 namespace kavo::host {
 
@@ -33,13 +34,33 @@ void follow(std::span<const uint32_t> drawn, std::span<uint32_t> shown, int shar
 void CalmDisplay::present(Canvas& canvas) {
   if (!is_calm_) {
     is_behind_ = true;
-    return display_->present(canvas);
+    return display().present(canvas);
   }
-  if (!shown_)
-    shown_.emplace(width_, height_);
-  follow(canvas.pixels(), shown_->pixels_to_change(),
-         std::exchange(is_behind_, false) ? whole_share : share_);
-  display_->present(*shown_);
+  Canvas& shown = own_picture(canvas);
+  if (std::exchange(is_behind_, false)) {
+    followed_.take_changes(canvas);
+    std::ranges::copy(canvas.pixels(), shown.pixels_to_change().begin());
+    has_row_arrived_.assign(static_cast<size_t>(canvas.height()), true);
+  } else {
+    follow_where_it_moves(canvas, shown);
+  }
+  display().present(shown);
+}
+
+void CalmDisplay::follow_where_it_moves(const Canvas& canvas, Canvas& shown) {
+  has_row_arrived_.resize(static_cast<size_t>(canvas.height()));
+  for (const Area& changed : followed_.take_changes(canvas))
+    std::fill_n(has_row_arrived_.begin() + changed.y, changed.height, false);
+  const auto width = static_cast<size_t>(canvas.width());
+  for (int y = 0; y < canvas.height(); ++y) {
+    std::vector<bool>::reference has_arrived = has_row_arrived_[static_cast<size_t>(y)];
+    if (has_arrived)
+      continue;
+    const std::span<const uint32_t> drawn = {canvas.row(y), width};
+    const std::span<uint32_t> row = shown.pixels_to_change({y, y + 1});
+    follow(drawn, row, share_);
+    has_arrived = std::ranges::equal(drawn, row);
+  }
 }
 
 } // namespace kavo::host

@@ -4,12 +4,12 @@
 
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <span>
-#include <string>
 #include <utility>
+#include <vector>
 
-#include "host/screen/presenter.h"
+#include "host/screen/display_in_front.h"
+#include "host/screen/shown_picture.h"
 
 namespace kavo::host {
 
@@ -23,34 +23,28 @@ void follow(std::span<const uint32_t> drawn, std::span<uint32_t> shown, int shar
 // Stands before another display. It is black at first, so that the first picture comes up softly,
 // too; between two pictures it stays as it is, however long that takes. It can be switched off, and
 // then only passes on what is drawn.
-class CalmDisplay final : public Presenter {
+class CalmDisplay final : public DisplayInFront {
 public:
   // The larger, the less it smears. `kavo-film flashes --calm=27 3 5000 4` counts three flashes in
   // a second of fast play at most, with 28 it counts four; this is half done as soon as 27.
   static constexpr int usual_share = 26;
 
-  CalmDisplay(int width, int height, std::unique_ptr<Presenter> display, int share = usual_share)
-      : width_(width), height_(height), share_(share), display_(std::move(display)) {}
+  explicit CalmDisplay(std::unique_ptr<Presenter> display, int share = usual_share)
+      : DisplayInFront(std::move(display)), share_(share) {}
 
   // Switched on between two pictures it goes on from the last one.
   void set_calm(bool is_calm) { is_calm_ = is_calm; }
 
   void present(Canvas& canvas) override;
-  void deliver_events(EventSink& sink) override { display_->deliver_events(sink); }
-  void wait_for_events(EventSink& sink) override { display_->wait_for_events(sink); }
-  bool is_full_screen() const override { return display_->is_full_screen(); }
-  void switch_full_screen() override { display_->switch_full_screen(); }
-  const std::string& unplayable_reason() const override { return display_->unplayable_reason(); }
 
 private:
-  int width_;
-  int height_;
-  std::optional<Canvas>
-      shown_; // while it is calm; outlives the display, in whose memory it may lie
+  void follow_where_it_moves(const Canvas& canvas, Canvas& shown);
+
   int share_;
   bool is_calm_ = true;
-  bool is_behind_ = false; // it was passed by since it showed something itself
-  std::unique_ptr<Presenter> display_;
+  bool is_behind_ = false;            // it was passed by since it showed something itself
+  ShownPicture followed_;             // which picture it follows
+  std::vector<bool> has_row_arrived_; // at what is drawn there
 };
 
 } // namespace kavo::host

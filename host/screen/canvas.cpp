@@ -1,13 +1,10 @@
 #include "host/screen/canvas.h"
 
 #include <algorithm>
-#include <array>
-#include <bit>
 #include <cstdlib>
-#include <utility>
 
-#include "host/screen/font.h"
-#include "host/screen/legibility.h"
+#include "host/screen/fingerprint.h"
+#include "host/screen/painter.h"
 #include "host/screen/pixels.h"
 
 namespace kavo::host {
@@ -18,66 +15,23 @@ namespace {
 // coordinates still fit 64 bits.
 constexpr int farthest = 1'000'000'000;
 
+// So many shapes are painted at once at the latest: a program may draw for ever and show nothing.
+constexpr size_t most_shapes = 8192;
+
 Range clipped(int64_t start, int64_t size, int limit) {
   return {static_cast<int>(std::clamp<int64_t>(start, 0, limit)),
           static_cast<int>(std::clamp<int64_t>(start + size, 0, limit))};
 }
 
-// The coordinate of a line on its slower axis at each step along its faster one, nearest pixel
-// first. Works in 64-bit integers: exact, also when the line starts far outside.
-class Slope {
-public:
-  // `run` is positive, `rise` at most as large as `run` in either direction.
-  Slope(int64_t start, int64_t run, int64_t rise, int64_t first_step)
-      : twice_run_(2 * run), twice_rise_(2 * rise) {
-    const int64_t scaled = first_step * twice_rise_ + run;
-    int64_t whole = scaled / twice_run_;
-    remainder_ = scaled % twice_run_;
-    if (remainder_ < 0) {
-      remainder_ += twice_run_;
-      --whole;
-    }
-    position_ = start + whole;
-  }
-
-  int64_t position() const { return position_; }
-
-  void step() {
-    remainder_ += twice_rise_;
-    if (remainder_ >= twice_run_) {
-      remainder_ -= twice_run_;
-      ++position_;
-    } else if (remainder_ < 0) {
-      remainder_ += twice_run_;
-      --position_;
-    }
-  }
-
-private:
-  int64_t twice_run_;
-  int64_t twice_rise_;
-  int64_t position_;
-  int64_t remainder_;
-};
-
-// A glyph's row and the pixels beside it in ten bits: column x − 1 of the picture is the highest.
-unsigned bit_of(int64_t column, int64_t x) {
-  return 1U << (x + Canvas::cell_width - column);
+uint64_t two_in_one(int one, int other) {
+  return uint64_t{static_cast<uint32_t>(one)} << 32U | static_cast<uint32_t>(other);
 }
 
-unsigned bits_of(const Range& columns, int64_t x) {
-  return 2 * bit_of(columns.begin, x) - bit_of(columns.end - 1, x);
-}
-
-unsigned bits_in_row(const uint8_t* rows, int64_t line) {
-  return line < 0 || line >= Canvas::cell_height ? 0U : rows[line];
-}
-
-// The pixels of a line that touch one of the glyph's and are none; lines −1 and 16 touch it, too.
-unsigned bits_around(const uint8_t* rows, int64_t line) {
-  const unsigned own = bits_in_row(rows, line);
-  const unsigned near = own | bits_in_row(rows, line - 1) | bits_in_row(rows, line + 1);
-  return (near | near << 1U | near << 2U) & ~(own << 1U);
+uint64_t print_of(const Shape& shape) {
+  const uint64_t what =
+      shape.kind == Shape::Kind::text ? print_of_text(shape.text) : two_in_one(shape.x2, shape.y2);
+  return print_of_shape(two_in_one(shape.x1, shape.y1), what,
+                        two_in_one(static_cast<int>(shape.kind), static_cast<int>(shape.colour)));
 }
 
 } // namespace
@@ -85,10 +39,28 @@ unsigned bits_around(const uint8_t* rows, int64_t line) {
 Canvas::Canvas(int width, int height)
     : width_(width), height_(height),
       own_pixels_(static_cast<size_t>(width) * static_cast<size_t>(height)), pixels_(own_pixels_),
-      ground_(width, height) {}
+      ground_(width, height), tiles_(width, height) {}
+
+std::span<uint32_t> Canvas::pixels_to_change(Range rows) {
+  paint_what_is_due();
+  ground_.make_room(pixels_.data(), {0, width_}, rows, false);
+  tiles_.spoil(rows);
+  return pixels_.subspan(static_cast<size_t>(rows.begin) * static_cast<size_t>(width_),
+                         static_cast<size_t>(rows.end - rows.begin) * static_cast<size_t>(width_));
+}
+
+uint64_t Canvas::version() const {
+  paint_what_is_due();
+  return tiles_.version();
+}
+
+std::vector<Area> Canvas::changed_since(uint64_t version) const {
+  paint_what_is_due();
+  return tiles_.changed_since(version);
+}
 
 void Canvas::move_to(uint32_t* memory) {
-  ground_.lay(pixels_.data());
+  paint_what_is_due();
   if (memory == pixels_.data())
     return;
   std::copy(pixels_.begin(), pixels_.end(), memory);
@@ -103,20 +75,70 @@ void Canvas::move_home() {
   pixels_ = own_pixels_;
 }
 
+void Canvas::paint() const {
+  const std::vector<Area>& changed = tiles_.settle();
+  if (!due_.cover || tiles_.are_mostly_changed())
+    paint_everything();
+  else
+    paint_within(changed);
+  due_.cover.reset();
+  due_.shapes.clear();
+}
+
+void Canvas::paint_everything() const {
+  if (due_.cover)
+    ground_.change(*due_.cover);
+  Painter painter(pixels_.data(), width_, ground_, {0, 0, width_, height_});
+  due_.shapes.for_each([&painter](const Shape& shape) { painter.paint(shape); });
+  ground_.lay(pixels_.data());
+}
+
+// Everything begins with a cover, so that what is outside these areas is there already.
+void Canvas::paint_within(std::span<const Area> areas) const {
+  const auto painter = [this](const Area& area) {
+    return Painter(pixels_.data(), width_, ground_, area);
+  };
+  for (const Area& area : areas)
+    painter(area).paint({.kind = Shape::Kind::rectangle,
+                         .colour = *due_.cover,
+                         .columns = area.columns(),
+                         .rows = area.rows()});
+  due_.shapes.for_each([&](const Shape& shape) {
+    if (!tiles_.are_changed_within(shape.columns, shape.rows))
+      return;
+    for (const Area& area : areas)
+      painter(area).paint(shape);
+  });
+}
+
+void Canvas::cover(uint32_t colour) {
+  tiles_.cover_all(colour);
+  due_.shapes.clear();
+  due_.cover = colour;
+}
+
 void Canvas::fill_rectangle(int x, int y, int width, int height) {
   const Range columns = clipped(x, width, width_);
   const Range rows = clipped(y, height, height_);
   if (columns.is_empty() || rows.is_empty())
     return;
-  const int run = columns.end - columns.begin;
-  const int lines = rows.end - rows.begin;
-  if (run == width_ && lines == height_)
-    return ground_.change(colour_);
-  ground_.make_room(pixels_.data(), columns, rows, true);
-  uint32_t* row = &pixels_[int64_t{rows.begin} * width_ + columns.begin];
-  if (run == width_)
-    return fill({row, 0, int64_t{run} * lines, 1}, colour_);
-  fill({row, width_, run, lines}, colour_);
+  if (columns.end - columns.begin == width_ && rows.end - rows.begin == height_)
+    return cover(colour_);
+  note({.kind = Shape::Kind::rectangle, .colour = colour_, .columns = columns, .rows = rows});
+  tiles_.cover(columns, rows, colour_);
+}
+
+void Canvas::note(const Shape& shape) {
+  if (due_.shapes.size() >= most_shapes)
+    paint();
+  due_.shapes.add(shape);
+}
+
+void Canvas::note_with_bounds(const Shape& shape) {
+  if (shape.columns.is_empty() || shape.rows.is_empty())
+    return;
+  note(shape);
+  tiles_.touch(shape.columns, shape.rows, print_of(shape));
 }
 
 void Canvas::outline_rectangle(int x, int y, int width, int height) {
@@ -140,93 +162,26 @@ void Canvas::line(int x1, int y1, int x2, int y2) {
     return fill_rectangle(std::min(x1, x2), y1, std::abs(x2 - x1) + 1, 1);
   if (x1 == x2)
     return fill_rectangle(x1, std::min(y1, y2), 1, std::abs(y2 - y1) + 1);
-  if (std::abs(x2 - x1) >= std::abs(y2 - y1))
-    return shallow_line(x1, y1, x2, y2);
-  steep_line(x1, y1, x2, y2);
+  note_with_bounds({.kind = Shape::Kind::line,
+                    .colour = colour_,
+                    .columns = clipped(std::min(x1, x2), int64_t{std::abs(x2 - x1)} + 1, width_),
+                    .rows = clipped(std::min(y1, y2), int64_t{std::abs(y2 - y1)} + 1, height_),
+                    .x1 = x1,
+                    .y1 = y1,
+                    .x2 = x2,
+                    .y2 = y2});
 }
 
-void Canvas::shallow_line(int64_t x1, int64_t y1, int64_t x2, int64_t y2) {
-  if (x1 > x2) {
-    std::swap(x1, x2);
-    std::swap(y1, y2);
-  }
-  const Range columns = clipped(x1, x2 - x1 + 1, width_);
-  if (columns.is_empty())
-    return;
-  const Range rows = clipped(std::min(y1, y2), std::abs(y2 - y1) + 1, height_);
-  ground_.make_room(pixels_.data(), columns, rows, false);
-  Slope slope(y1, x2 - x1, y2 - y1, columns.begin - x1);
-  for (int64_t x = columns.begin; x < columns.end; ++x, slope.step())
-    if (slope.position() >= 0 && slope.position() < height_)
-      pixels_[static_cast<size_t>(slope.position() * width_ + x)] = colour_;
-}
-
-void Canvas::steep_line(int64_t x1, int64_t y1, int64_t x2, int64_t y2) {
-  if (y1 > y2) {
-    std::swap(x1, x2);
-    std::swap(y1, y2);
-  }
-  const Range rows = clipped(y1, y2 - y1 + 1, height_);
-  if (rows.is_empty())
-    return;
-  const Range columns = clipped(std::min(x1, x2), std::abs(x2 - x1) + 1, width_);
-  ground_.make_room(pixels_.data(), columns, rows, false);
-  Slope slope(x1, y2 - y1, x2 - x1, rows.begin - y1);
-  for (int64_t y = rows.begin; y < rows.end; ++y, slope.step())
-    if (slope.position() >= 0 && slope.position() < width_)
-      pixels_[static_cast<size_t>(y * width_ + slope.position())] = colour_;
-}
-
+// A letter has a byte or more, and an outline of a pixel around it.
 void Canvas::text(int x, int y, std::string_view utf8) {
-  const auto for_each_glyph = [&](auto draw) {
-    std::string_view rest = utf8;
-    for (int64_t pen = x; !rest.empty() && pen - 1 < width_; pen += cell_width)
-      draw(pen, glyph_rows(next_code_point(rest)));
-  };
-  // All outlines first, so that none covers the letter beside it.
-  Legibility letters(colour_);
-  if (letters.have_outline())
-    for_each_glyph(
-        [&](int64_t pen, const uint8_t* rows) { outline_of_glyph(pen, y, rows, letters); });
-  for_each_glyph([&](int64_t pen, const uint8_t* rows) { glyph(pen, y, rows); });
-}
-
-void Canvas::outline_of_glyph(int64_t x, int64_t y, const uint8_t* rows, Legibility& letters) {
-  constexpr int outlined_width = cell_width + 2;
-  const Range columns = clipped(x - 1, outlined_width, width_);
-  const Range lines = clipped(y - 1, cell_height + 2, height_);
-  if (columns.is_empty() || lines.is_empty())
-    return;
-  ground_.make_room(pixels_.data(), columns, lines, false);
-  uint32_t* row = &pixels_[int64_t{lines.begin} * width_];
-  const PixelRows ground = {row + columns.begin, width_, columns.end - columns.begin,
-                            lines.end - lines.begin};
-  if (ground.width == outlined_width && !letters.are_lost_on(*ground.first) &&
-      has_one_colour(ground, *ground.first))
-    return;
-  const unsigned visible = bits_of(columns, x);
-  for (int64_t line = lines.begin; line < lines.end; ++line, row += width_)
-    for (unsigned bits = bits_around(rows, line - y) & visible; bits != 0; bits &= bits - 1) {
-      uint32_t& pixel = row[x + cell_width - std::countr_zero(bits)];
-      if (letters.are_lost_on(pixel))
-        pixel = Legibility::outline;
-    }
-}
-
-void Canvas::glyph(int64_t x, int64_t y, const uint8_t* rows) {
-  const Range columns = clipped(x, cell_width, width_);
-  const Range lines = clipped(y, cell_height, height_);
-  if (columns.is_empty() || lines.is_empty())
-    return;
-  ground_.make_room(pixels_.data(), columns, lines, false);
-  uint32_t* row = &pixels_[int64_t{lines.begin} * width_];
-  rows += lines.begin - y;
-  if (columns.end - columns.begin == cell_width)
-    return fill_bits({row + x, width_, cell_width, lines.end - lines.begin}, rows, colour_);
-  for (int64_t line = lines.begin; line < lines.end; ++line, ++rows, row += width_)
-    for (int64_t column = columns.begin; column < columns.end; ++column)
-      if ((static_cast<unsigned>(*rows) << (column - x)) & 0x80U)
-        row[column] = colour_;
+  const int64_t most_letters = std::ssize(utf8);
+  note_with_bounds({.kind = Shape::Kind::text,
+                    .colour = colour_,
+                    .columns = clipped(int64_t{x} - 1, most_letters * cell_width + 2, width_),
+                    .rows = clipped(int64_t{y} - 1, cell_height + 2, height_),
+                    .x1 = x,
+                    .y1 = y,
+                    .text = utf8});
 }
 
 } // namespace kavo::host

@@ -6,6 +6,9 @@
 
 namespace kavo::host {
 
+inline constexpr int cell_width = 8; // of one character, in pixels
+inline constexpr int cell_height = 16;
+
 // One character: 16 rows from the top, the leftmost pixel in the highest bit.
 struct Glyph {
   char32_t code_point;

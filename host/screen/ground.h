@@ -10,14 +10,9 @@
 #include <cstdint>
 #include <vector>
 
-namespace kavo::host {
+#include "host/screen/area.h"
 
-// From one column or row to the one before another.
-struct Range {
-  int begin;
-  int end;
-  bool is_empty() const { return begin >= end; }
-};
+namespace kavo::host {
 
 class Ground {
 public:

@@ -3,20 +3,18 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 #include <optional>
-#include <string>
 #include <utility>
 
-#include "host/screen/presenter.h"
+#include "host/screen/display_in_front.h"
 
 namespace kavo::host {
 
-class Overlay final : public Presenter {
+class Overlay final : public DisplayInFront {
 public:
   using Draw = std::function<void(Canvas&)>;
 
-  explicit Overlay(std::unique_ptr<Presenter> display) : display_(std::move(display)) {}
+  using DisplayInFront::DisplayInFront;
 
   // From the next picture on; empty shows pictures as they are.
   void set_drawing(Draw draw) { draw_ = std::move(draw); }
@@ -25,17 +23,11 @@ public:
   void present_again();
 
   void present(Canvas& canvas) override;
-  void deliver_events(EventSink& sink) override { display_->deliver_events(sink); }
-  void wait_for_events(EventSink& sink) override { display_->wait_for_events(sink); }
-  bool is_full_screen() const override { return display_->is_full_screen(); }
-  void switch_full_screen() override { display_->switch_full_screen(); }
-  const std::string& unplayable_reason() const override { return display_->unplayable_reason(); }
 
 private:
   Draw draw_;
-  std::optional<Canvas> shown_; // outlives the display, in whose memory it may lie
-  std::unique_ptr<Presenter> display_;
-  Canvas* last_ = nullptr; // its owner's, who also owns this
+  std::optional<Canvas> drawn_; // the last picture with what is above it
+  Canvas* last_ = nullptr;      // its owner's, who also owns this
 };
 
 } // namespace kavo::host

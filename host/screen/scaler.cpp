@@ -37,21 +37,29 @@ void draw_bars(const Area& picture, const PixelBuffer& target) {
   fill(target, {right, picture.y, target.size.width - right, picture.height});
 }
 
-Area draw_multiplied(const Canvas& canvas, Rows rows, const Area& area, const PixelBuffer& target) {
+Area draw_multiplied(const Canvas& canvas, const Area& part, const Area& area,
+                     const PixelBuffer& target) {
   const int factor = area.width / canvas.width();
-  const Area drawn = {area.x, area.y + rows.first * factor, area.width, rows.count * factor};
-  for (int y = 0; y < rows.count; ++y) {
-    uint32_t* first = target.pixels + (drawn.y + y * factor) * target.pitch + area.x;
-    const uint32_t* source = canvas.row(rows.first + y);
+  const Area drawn = {area.x + part.x * factor, area.y + part.y * factor, part.width * factor,
+                      part.height * factor};
+  for (int y = 0; y < part.height; ++y) {
+    uint32_t* first = target.pixels + (drawn.y + y * factor) * target.pitch + drawn.x;
+    const uint32_t* source = canvas.row(part.y + y) + part.x;
     if (factor == 1)
-      std::copy_n(source, area.width, first);
+      std::copy_n(source, part.width, first);
     else
-      for (int x = 0; x < canvas.width(); ++x)
+      for (int x = 0; x < part.width; ++x)
         std::fill_n(first + static_cast<ptrdiff_t>(x) * factor, factor, source[x]);
     for (int copy = 1; copy < factor; ++copy)
-      std::copy_n(first, area.width, first + copy * target.pitch);
+      std::copy_n(first, drawn.width, first + copy * target.pitch);
   }
   return drawn;
+}
+
+// The pixels of the result, of `to` in all, that cover some of these of the original's `from`.
+Range covering(Range original, int from, int to) {
+  return {static_cast<int>(int64_t{original.begin} * to / from),
+          static_cast<int>((int64_t{original.end} * to + from - 1) / from)};
 }
 
 } // namespace
@@ -74,16 +82,16 @@ Area letterbox(Size picture, Size window) {
 
 void Scaler::draw(const Canvas& canvas, const PixelBuffer& target) {
   draw_bars(letterbox({canvas.width(), canvas.height()}, target.size), target);
-  draw_rows(canvas, {0, canvas.height()}, target);
+  draw_part(canvas, {0, 0, canvas.width(), canvas.height()}, target);
 }
 
-Area Scaler::draw_rows(const Canvas& canvas, Rows rows, const PixelBuffer& target) {
+Area Scaler::draw_part(const Canvas& canvas, const Area& part, const PixelBuffer& target) {
   const Area area = letterbox({canvas.width(), canvas.height()}, target.size);
   const int factor = area.width / canvas.width();
   const bool is_whole_multiple =
       area.width == factor * canvas.width() && area.height == factor * canvas.height();
-  return is_whole_multiple ? draw_multiplied(canvas, rows, area, target)
-                           : draw_resampled(canvas, rows, area, target);
+  return is_whole_multiple ? draw_multiplied(canvas, part, area, target)
+                           : draw_resampled(canvas, part, area, target);
 }
 
 void Scaler::Axis::prepare(int original_size, int result_size) {
@@ -111,44 +119,44 @@ void Scaler::Axis::prepare(int original_size, int result_size) {
   }
 }
 
-Area Scaler::draw_resampled(const Canvas& canvas, Rows rows, const Area& area,
+Area Scaler::draw_resampled(const Canvas& canvas, const Area& part, const Area& area,
                             const PixelBuffer& target) {
   columns_.prepare(canvas.width(), area.width);
   rows_.prepare(canvas.height(), area.height);
   narrowed_.resize(static_cast<size_t>(area.width) * static_cast<size_t>(canvas.height()));
-  const int end = rows.first + rows.count;
-  for (int y = rows.first; y < end; ++y)
-    scale_row(canvas.row(y), &narrowed_[static_cast<size_t>(y) * columns_.covers.size()]);
-  // All rows of the result that cover some of them.
-  const int first_result = rows.first * area.height / canvas.height();
-  const int end_result = (end * area.height + canvas.height() - 1) / canvas.height();
-  for (int y = first_result; y < end_result; ++y)
-    mix_rows(rows_.covers[static_cast<size_t>(y)],
+  const Range columns = covering(part.columns(), canvas.width(), area.width);
+  const Range rows = covering(part.rows(), canvas.height(), area.height);
+  for (int y = part.y; y < part.y + part.height; ++y)
+    scale_row(canvas.row(y), columns, &narrowed_[static_cast<size_t>(y) * columns_.covers.size()]);
+  for (int y = rows.begin; y < rows.end; ++y)
+    mix_rows(rows_.covers[static_cast<size_t>(y)], columns,
              target.pixels + (area.y + y) * target.pitch + area.x);
-  return {area.x, area.y + first_result, area.width, end_result - first_result};
+  return {area.x + columns.begin, area.y + rows.begin, columns.end - columns.begin,
+          rows.end - rows.begin};
 }
 
-void Scaler::scale_row(const uint32_t* source, uint32_t* result) const {
-  for (const Axis::Cover& cover : columns_.covers) {
+void Scaler::scale_row(const uint32_t* source, Range columns, uint32_t* result) const {
+  for (int x = columns.begin; x < columns.end; ++x) {
+    const Axis::Cover& cover = columns_.covers[static_cast<size_t>(x)];
     Sum sum;
     for (int i = 0; i < cover.count; ++i)
       sum.add(source[cover.first + i], columns_.weights[cover.weights + static_cast<size_t>(i)]);
-    *result++ = sum.pixel();
+    result[x] = sum.pixel();
   }
 }
 
-void Scaler::mix_rows(const Axis::Cover& cover, uint32_t* result) const {
+void Scaler::mix_rows(const Axis::Cover& cover, Range columns, uint32_t* result) const {
   const size_t width = columns_.covers.size();
   const uint32_t* first = &narrowed_[static_cast<size_t>(cover.first) * width];
   const uint32_t* weights = &rows_.weights[cover.weights];
   if (cover.count == 1) {
-    std::copy_n(first, width, result);
+    std::copy(first + columns.begin, first + columns.end, result + columns.begin);
     return;
   }
-  for (size_t x = 0; x < width; ++x) {
+  for (int x = columns.begin; x < columns.end; ++x) {
     Sum sum;
     for (int i = 0; i < cover.count; ++i)
-      sum.add(first[static_cast<size_t>(i) * width + x], weights[i]);
+      sum.add(first[static_cast<size_t>(i) * width + static_cast<size_t>(x)], weights[i]);
     result[x] = sum.pixel();
   }
 }

@@ -7,22 +7,10 @@
 #include <cstdint>
 #include <vector>
 
+#include "host/screen/area.h"
 #include "host/screen/canvas.h"
-#include "host/screen/changed_rows.h"
 
 namespace kavo::host {
-
-struct Size {
-  int width;
-  int height;
-};
-
-struct Area {
-  int x;
-  int y;
-  int width;
-  int height;
-};
 
 // The largest size with the picture's proportions that the bounds allow, at least 1 × 1.
 Size largest_within(Size picture, Size bounds);
@@ -42,9 +30,9 @@ public:
   // Fills the whole target: the picture in its letterbox, black around it.
   void draw(const Canvas& canvas, const PixelBuffer& target);
 
-  // Draws so many rows of the picture anew where the target holds what was drawn before, by this
-  // scaler and in this size, and only these rows have changed since. Gives where in the target.
-  Area draw_rows(const Canvas& canvas, Rows rows, const PixelBuffer& target);
+  // Draws a part of the picture anew where the target holds what was drawn before, by this scaler
+  // and in this size, and only such parts have changed since. Gives where in the target.
+  Area draw_part(const Canvas& canvas, const Area& part, const PixelBuffer& target);
 
 private:
   // For each pixel of the result along one axis: the original's pixels that it covers and how
@@ -63,9 +51,10 @@ private:
     void prepare(int original_size, int result_size);
   };
 
-  Area draw_resampled(const Canvas& canvas, Rows rows, const Area& area, const PixelBuffer& target);
-  void scale_row(const uint32_t* source, uint32_t* result) const;
-  void mix_rows(const Axis::Cover& cover, uint32_t* result) const;
+  Area draw_resampled(const Canvas& canvas, const Area& part, const Area& area,
+                      const PixelBuffer& target);
+  void scale_row(const uint32_t* source, Range columns, uint32_t* result) const;
+  void mix_rows(const Axis::Cover& cover, Range columns, uint32_t* result) const;
 
   Axis columns_;
   Axis rows_;

@@ -21,7 +21,7 @@ void Screen::open(const ScreenRequest& request) {
   auto overlay = std::make_unique<Overlay>(platform_.open_display(request));
   overlay_ = overlay.get();
   overlay_->set_drawing(draw_overlay_);
-  presenter_ = std::make_unique<CalmDisplay>(request.width, request.height, std::move(overlay));
+  presenter_ = std::make_unique<CalmDisplay>(std::move(overlay));
   presenter_->set_calm(is_calm_);
 }
 

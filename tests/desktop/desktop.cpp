@@ -181,6 +181,18 @@ void DesktopWindow::move(int x, int y) const {
   connection_->finish();
 }
 
+void DesktopWindow::deface(uint32_t colour) const {
+  Display* display = connection_->display();
+  const WindowSize all = size();
+  XGCValues values = {};
+  values.foreground = colour;
+  const GC context = XCreateGC(display, id_, GCForeground, &values);
+  XFillRectangle(display, id_, context, 0, 0, static_cast<unsigned>(all.width),
+                 static_cast<unsigned>(all.height));
+  XFreeGC(display, context);
+  connection_->finish();
+}
+
 void DesktopWindow::minimise() const {
   XIconifyWindow(connection_->display(), id_, DefaultScreen(connection_->display()));
   connection_->finish();

@@ -71,6 +71,9 @@ public:
   // with all of itself; the other gives nothing then.
   Bitmap pixels() const;
   std::optional<Bitmap> pixels_if_visible() const;
+  // Paints it all over without a word to its program: what has the colour afterwards is what the
+  // program has not sent since.
+  void deface(uint32_t colour) const;
   // Gives it the keyboard.
   void focus() const;
   void take_focus_away() const;

@@ -36,11 +36,10 @@ private:
 
 class StagePlatform final : public host::Offscreen {
 public:
-  std::unique_ptr<host::Presenter> open_display(const host::ScreenRequest& request) override {
+  std::unique_ptr<host::Presenter> open_display(const host::ScreenRequest&) override {
     auto display = std::make_unique<StageDisplay>();
     if (const auto share = stage().calm_share)
-      return std::make_unique<host::CalmDisplay>(request.width, request.height, std::move(display),
-                                                 *share);
+      return std::make_unique<host::CalmDisplay>(std::move(display), *share);
     return display;
   }
   std::unique_ptr<sound::Output> make_sound_output() override {

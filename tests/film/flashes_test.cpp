@@ -34,10 +34,9 @@ int flashes_of_shaken(const host::Canvas& still, int by) {
   for (int frame = 0; frame <= 16; ++frame) {
     host::Canvas picture = copy_of(still);
     std::vector<uint32_t> pixels(still.pixels().begin(), still.pixels().end());
-    picture.move_to(pixels.data());
     std::rotate(pixels.begin(), pixels.begin() + frame % 2 * by, pixels.end());
+    std::ranges::copy(pixels, picture.pixels_to_change().begin());
     meter.look_at(picture, frame * 16.0);
-    picture.move_home();
   }
   return meter.general().in_step.most();
 }

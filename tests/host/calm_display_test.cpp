@@ -123,7 +123,7 @@ Canvas one_pixel(uint32_t colour) {
 
 TEST(CalmDisplay, BringsTheFirstPictureUpFromBlack) {
   Pixels seen;
-  CalmDisplay display(1, 1, std::make_unique<Wall>(seen), 64);
+  CalmDisplay display(std::make_unique<Wall>(seen), 64);
   Canvas drawn = one_pixel(0x00FF0080);
   display.present(drawn);
   EXPECT_EQ(seen, Pixels{0x00400020});
@@ -133,7 +133,7 @@ TEST(CalmDisplay, BringsTheFirstPictureUpFromBlack) {
 
 TEST(CalmDisplay, LeavesWhatIsDrawnAsItIs) {
   Pixels seen;
-  CalmDisplay display(1, 1, std::make_unique<Wall>(seen, true));
+  CalmDisplay display(std::make_unique<Wall>(seen, true));
   Canvas drawn = one_pixel(0x00FFFFFF);
   display.present(drawn);
   EXPECT_EQ(drawn.row(0)[0], 0x00FFFFFFU);
@@ -142,8 +142,8 @@ TEST(CalmDisplay, LeavesWhatIsDrawnAsItIs) {
 
 TEST(CalmDisplay, GoesOnWhereItWasInTheDisplaysMemoryToo) {
   Pixels seen_at_home, seen_in_memory;
-  CalmDisplay home(1, 1, std::make_unique<Wall>(seen_at_home));
-  CalmDisplay memory(1, 1, std::make_unique<Wall>(seen_in_memory, true));
+  CalmDisplay home(std::make_unique<Wall>(seen_at_home));
+  CalmDisplay memory(std::make_unique<Wall>(seen_in_memory, true));
   for (int frame = 0; frame < 40; ++frame) {
     Canvas drawn = one_pixel(frame < 20 ? 0x00FFCC33 : 0x00003366);
     home.present(drawn);
@@ -168,7 +168,7 @@ TEST(CalmDisplay, SwitchedOffShowsWhatIsDrawnAndSwitchedOnGoesOnFromThere) {
     Pixels seen;
     Canvas bright = one_pixel(0x00FF0080);
     Canvas dark = one_pixel(0);
-    CalmDisplay display(1, 1, std::make_unique<Wall>(seen, takes_the_picture_in), 64);
+    CalmDisplay display(std::make_unique<Wall>(seen, takes_the_picture_in), 64);
     display.set_calm(false);
     display.present(bright);
     EXPECT_EQ(seen, Pixels{0x00FF0080});
@@ -185,7 +185,7 @@ TEST(CalmDisplay, SwitchedOffShowsWhatIsDrawnAndSwitchedOnGoesOnFromThere) {
 
 TEST(CalmDisplay, PassesOnWhatTheDisplayTells) {
   Pixels seen;
-  CalmDisplay display(1, 1, std::make_unique<Wall>(seen));
+  CalmDisplay display(std::make_unique<Wall>(seen));
   CountsCloses sink;
   display.deliver_events(sink);
   EXPECT_EQ(sink.closes, 1);

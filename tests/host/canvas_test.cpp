@@ -95,8 +95,8 @@ TEST(Canvas, MovesWithItsPictureIntoOtherMemoryAndIsDrawnThere) {
   canvas.move_to(memory.data());
   EXPECT_EQ(memory, (std::vector<uint32_t>{0, 0x00FFFFFF, 0, 0, 0, 0}));
   canvas.fill_rectangle(0, 1, 2, 1);
-  EXPECT_EQ(memory, (std::vector<uint32_t>{0, 0x00FFFFFF, 0, 0x00FFFFFF, 0x00FFFFFF, 0}));
   EXPECT_EQ(canvas.pixels().data(), memory.data());
+  EXPECT_EQ(memory, (std::vector<uint32_t>{0, 0x00FFFFFF, 0, 0x00FFFFFF, 0x00FFFFFF, 0}));
 }
 
 TEST(Canvas, LeavesAClearedPictureInTheMemoryItMovesTo) {

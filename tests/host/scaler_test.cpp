@@ -6,7 +6,6 @@
 #include <random>
 #include <vector>
 
-#include "host/screen/changed_rows.h"
 #include "host/screen/scaler.h"
 
 namespace {
@@ -107,8 +106,8 @@ TEST(Scaler, KeepsAnEvenColourExactlyAtEverySize) {
   }
 }
 
-// Some rows of other noise.
-void change_rows(Canvas& canvas, std::mt19937& random) {
+// Some of it, to other noise.
+void change_some(Canvas& canvas, std::mt19937& random) {
   for (int i = 0; i < 4; ++i) {
     canvas.set_colour(static_cast<uint32_t>(random()));
     canvas.fill_rectangle(static_cast<int>(random() % 33), static_cast<int>(random() % 40), 5, 2);
@@ -121,21 +120,20 @@ bool is_within(const std::vector<Area>& areas, int x, int y) {
   });
 }
 
-// Draws only the changed rows of a few pictures, and compares with drawing each of them whole.
-void expect_rows_drawn_as_the_whole(int width, int height) {
+// Draws only the changed parts of a few pictures, and compares with drawing each of them whole.
+void expect_parts_drawn_as_the_whole(int width, int height) {
   std::mt19937 random(5);
   Canvas canvas = noise(33, 40);
-  kavo::host::ChangedRows shown;
   Scaler scaler;
-  shown.find(canvas);
   std::vector<uint32_t> pixels(static_cast<size_t>(width) * static_cast<size_t>(height));
   scaler.draw(canvas, {pixels.data(), {width, height}, width});
   for (int picture = 0; picture < 5; ++picture) {
-    change_rows(canvas, random);
+    const uint64_t version = canvas.version();
+    change_some(canvas, random);
     const std::vector<uint32_t> before = pixels;
     std::vector<Area> areas;
-    for (const auto& rows : shown.find(canvas))
-      areas.push_back(scaler.draw_rows(canvas, rows, {pixels.data(), {width, height}, width}));
+    for (const Area& part : canvas.changed_since(version))
+      areas.push_back(scaler.draw_part(canvas, part, {pixels.data(), {width, height}, width}));
     ASSERT_EQ(pixels, scaled(canvas, width, height));
     for (int y = 0; y < height; ++y)
       for (int x = 0; x < width; ++x)
@@ -144,7 +142,7 @@ void expect_rows_drawn_as_the_whole(int width, int height) {
   }
 }
 
-TEST(Scaler, DrawsChangedRowsAsItDrawsTheWholeAtEverySize) {
+TEST(Scaler, DrawsChangedPartsAsItDrawsTheWholeAtEverySize) {
   for (const Size size : {Size{33, 40},
                           {66, 80},
                           {99, 130},
@@ -155,7 +153,7 @@ TEST(Scaler, DrawsChangedRowsAsItDrawsTheWholeAtEverySize) {
                           {100, 7},
                           {1, 1}}) {
     SCOPED_TRACE(size.width);
-    expect_rows_drawn_as_the_whole(size.width, size.height);
+    expect_parts_drawn_as_the_whole(size.width, size.height);
   }
 }
 

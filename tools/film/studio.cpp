@@ -34,10 +34,7 @@ bool run_game(std::initializer_list<const char*> arguments, int seed) {
 
 host::Canvas copy_of(const host::Canvas& picture) {
   host::Canvas copy(picture.width(), picture.height());
-  std::vector<uint32_t> memory(picture.pixels().size());
-  copy.move_to(memory.data());
-  std::ranges::copy(picture.pixels(), memory.begin());
-  copy.move_home();
+  std::ranges::copy(picture.pixels(), copy.pixels_to_change().begin());
   return copy;
 }
 

@@ -119,19 +119,6 @@ TEST_F(WindowTest, ShowsWhatChangesInAScaledPictureAndKeepsTheRest) {
       ASSERT_EQ(shown.at(x, y), colour(x / 2, y / 2)) << x << ',' << y;
 }
 
-// No window manager, no event but that the desktop has lost a part of the picture.
-TEST_F(WindowTest, ShowsAScaledPictureAgainThatAnotherWindowCovered) {
-  const DesktopWindow window = open(2);
-  const WindowSize size = {2 * width, 2 * height};
-  draw_squares(bridge);
-  ASSERT_TRUE(comes_to_show_squares(window, size));
-  {
-    const auto other = desktop.start({{"xev", "-geometry", "300x300+500+500"}, {}, "."});
-    ASSERT_TRUE(flip_until([&] { return !shows_squares(window.pixels()); }));
-  }
-  EXPECT_TRUE(comes_to_show_squares(window, size));
-}
-
 TEST_F(WindowTest, ASecondScreenReplacesIt) {
   open();
   bridge.send("SCREEN", 100, 50, "another", 1);
