@@ -11,6 +11,7 @@
 #include "host/panel/drawing.h"
 #include "host/panel/texts.h"
 #include "host/program.h"
+#include "host/settings/window_state.h"
 #include "host/standard_streams.h"
 #include "runtime/clock.h"
 
@@ -64,7 +65,7 @@ Host::Host(std::unique_ptr<Platform> platform)
 Host::~Host() {
   playing = nullptr;
   sound.reset();
-  screen.close();
+  close_screen();
 }
 
 void Host::start(int argument_count, const char* const* arguments) {
@@ -119,10 +120,44 @@ void Host::end_replay() {
 void Host::open_screen(const ScreenRequest& request) {
   if (!has_settings_)
     start_settings();
+  close_screen();
+  if (is_played_)
+    remembered_place_ = read_window_state(platform_->state_folder());
+  const WindowWish& wish = settings_.window();
   ScreenRequest wanted = request;
-  wanted.is_full_screen = settings_.window().is_full_screen;
-  wanted.scale = settings_.window().scale.value_or(request.scale);
+  wanted.is_full_screen = wish.is_full_screen.value_or(remembered_place_.has_value() &&
+                                                       remembered_place_->is_full_screen);
+  wanted.scale = wish.scale.value_or(request.scale);
+  wanted.may_grow = is_played_ && !wish.scale;
+  if (!wish.scale)
+    wanted.place = remembered_place_;
   screen.open(wanted);
+  opened_place_ = screen.presenter().place();
+}
+
+void Host::close_screen() {
+  remember_window();
+  screen.close();
+}
+
+// What was asked for this game only is not kept, unless the player has changed it since.
+void Host::remember_window() {
+  if (!is_played_ || !screen.is_open() || !opened_place_)
+    return;
+  WindowPlace place = *screen.presenter().place();
+  const WindowWish& wish = settings_.window();
+  if (wish.is_full_screen && place.is_full_screen == opened_place_->is_full_screen)
+    place.is_full_screen = remembered_place_.has_value() && remembered_place_->is_full_screen;
+  const bool has_its_size =
+      place.width == opened_place_->width && place.height == opened_place_->height;
+  if (wish.scale && has_its_size) {
+    if (!remembered_place_)
+      return;
+    place.width = remembered_place_->width;
+    place.height = remembered_place_->height;
+    place.corner = remembered_place_->corner;
+  }
+  write_window_state(platform_->state_folder(), place);
 }
 
 void Host::start_scores(int argument_count, const char* const* arguments) {
@@ -142,9 +177,10 @@ void Host::start_scores(int argument_count, const char* const* arguments) {
 void Host::leave() {
   sound->shutdown();
   scores.leave();
+  remember_window();
   if (failure_ == nullptr)
     return;
-  screen.close();
+  close_screen();
   platform_->show_message(in_players_words(failure_));
 }
 
@@ -172,11 +208,15 @@ void Host::stand_still() {
   screen.set_overlay([this](Canvas& canvas) { draw_above(canvas); });
   screen.present_again();
   sound->rest();
+  is_standing_still_ = true;
   while (gate_.holds_game_up() && !is_asked_to_end() && screen.is_open()) {
     events.wait_for(screen.presenter(), gate_);
+    rest_when_heard();
     screen.present_again();
   }
   panel_.close();
+  is_standing_still_ = false;
+  heard_until_ms_.reset();
   screen.set_overlay({});
   if (!is_asked_to_end() && screen.is_open()) {
     screen.present_again();
@@ -222,6 +262,8 @@ PanelWorld Host::panel_world() {
           .change = [this](const Settings& wanted) { change_settings(wanted); },
           .is_full_screen = [this] { return screen.presenter().is_full_screen(); },
           .switch_full_screen = [this] { screen.presenter().switch_full_screen(); },
+          .window_scale = [this] { return screen.presenter().scale(); },
+          .set_window_scale = [this](int scale) { screen.presenter().set_scale(scale); },
           .language = [this] { return language(); },
           .is_key = [this](const std::string& name) { return is_key(name); }};
 }
@@ -238,10 +280,33 @@ bool Host::is_key(const std::string& name) const {
 }
 
 void Host::change_settings(const Settings& wanted) {
+  const Settings before = settings_.current();
   settings_.change(wanted);
   for (const std::string& line : settings_.take_news())
     platform_->tell(line);
   apply_settings();
+  if (is_standing_still_)
+    let_volumes_be_heard(before);
+}
+
+// For a moment the music goes on, and an effect plays on a voice that the game leaves alone.
+void Host::let_volumes_be_heard(const Settings& before) {
+  constexpr double moment_ms = 1500;
+  constexpr double unused_voice = 15;
+  const Settings& now = settings_.current();
+  if (now.music == before.music && now.effects == before.effects)
+    return;
+  sound->wake();
+  if (now.effects != before.effects)
+    sound->play(unused_voice, "e5");
+  heard_until_ms_ = qor_tick() + moment_ms;
+}
+
+void Host::rest_when_heard() {
+  if (!heard_until_ms_ || (panel_.is_open() && qor_tick() < *heard_until_ms_))
+    return;
+  heard_until_ms_.reset();
+  sound->rest();
 }
 
 bool Host::is_key_held(std::string_view key_name) {
@@ -277,7 +342,7 @@ bool Host::is_asked_to_end() {
 
 void Host::end_program() {
   sound->shutdown();
-  screen.close();
+  close_screen();
   platform_->end_program(EXIT_SUCCESS);
 }
 

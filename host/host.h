@@ -62,6 +62,8 @@ public:
   // Replaces the screen that may be open.
   void open_screen(const ScreenRequest& request);
 
+  void close_screen();
+
   // The program has heard of this error of a command and is about to end with it. The text outlives
   // the host.
   void note_failure(const char* error) { failure_ = error; }
@@ -82,6 +84,7 @@ private:
   void start_scores(int argument_count, const char* const* arguments);
   void apply_settings();
   void tell_where_games_are_kept();
+  void remember_window();
   void take_events();
   void stand_still();
   void draw_above(Canvas& canvas);
@@ -90,6 +93,8 @@ private:
   Language language() const;
   bool is_key(const std::string& name) const;
   void change_settings(const Settings& wanted);
+  void let_volumes_be_heard(const Settings& before);
+  void rest_when_heard();
   bool is_asked_to_end();
   void end_program();
 
@@ -101,7 +106,11 @@ private:
   Gate gate_{bound_keys_, panel_, replay_};
   double sign_until_ms_ = 0;  // of the runtime's clock
   double hint_until_ms_ = -1; // below 0: not begun
+  bool is_standing_still_ = false;
+  std::optional<double> heard_until_ms_; // while it stands still
   Frames frames_;
+  std::optional<WindowPlace> remembered_place_; // of the window, when it was last left
+  std::optional<WindowPlace> opened_place_;     // as it came up
   SettingsStore settings_{[this](const std::string& name) { return is_key(name); }};
   bool is_played_ = false;
   bool has_settings_ = false; // of its player

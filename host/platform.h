@@ -43,6 +43,8 @@ public:
 
   // Where the player's last games are kept, whether or not it is there yet; empty where none are.
   virtual std::filesystem::path games_folder() { return {}; }
+  // Where what the program remembers by itself lies, in the same way.
+  virtual std::filesystem::path state_folder() { return {}; }
 
   // One line, without its end, that the player should read. Play goes on.
   virtual void tell(const std::string& line) = 0;

@@ -97,7 +97,7 @@ double save_screenshot(Host& host, const Arguments& arguments) {
 
 double close_screen(Host& host, const Arguments&) {
   host.keyboard.release_all();
-  host.screen.close();
+  host.close_screen();
   return 0;
 }
 

@@ -98,8 +98,12 @@ std::filesystem::path DesktopPlatform::settings_folder() {
 }
 
 std::filesystem::path DesktopPlatform::games_folder() {
-  const std::filesystem::path folder = players_folder("XDG_STATE_HOME", ".local/state");
+  const std::filesystem::path folder = state_folder();
   return folder.empty() ? folder : folder / "games";
+}
+
+std::filesystem::path DesktopPlatform::state_folder() {
+  return players_folder("XDG_STATE_HOME", ".local/state");
 }
 
 void DesktopPlatform::tell(const std::string& line) {

@@ -23,6 +23,8 @@ public:
   // Below $XDG_CONFIG_HOME.
   std::filesystem::path settings_folder() override;
   std::filesystem::path games_folder() override;
+  // Below $XDG_STATE_HOME.
+  std::filesystem::path state_folder() override;
   // On standard error.
   void tell(const std::string& line) override;
   // In a window, when the game was started from a menu.

@@ -1,7 +1,7 @@
 #include "host/desktop/window.h"
 
+#include <algorithm>
 #include <chrono>
-#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <string_view>
@@ -12,13 +12,11 @@
 #include "host/desktop/display_wait.h"
 #include "host/desktop/icon.h"
 #include "host/desktop/key_meaning.h"
+#include "host/desktop/window_place.h"
 
 namespace kavo::host {
 
 namespace {
-
-constexpr int title_bar_height = 40; // what desktops put above a window, generously
-constexpr int border_width = 8;
 
 [[noreturn]] void fail() {
   throw CommandError(SDL_GetError());
@@ -66,31 +64,31 @@ uint64_t now_ms() {
   return static_cast<uint64_t>(passed.count());
 }
 
-// Without the panels, as far as the desktop tells of them.
-SDL_Rect room_on_display() {
-  SDL_Rect bounds = {};
-  if (SDL_GetDisplayUsableBounds(0, &bounds) != 0)
+// Each without its panels, as far as the desktop tells of them.
+std::vector<Area> rooms_on_displays() {
+  std::vector<Area> rooms;
+  for (int display = 0; display < SDL_GetNumVideoDisplays(); ++display) {
+    SDL_Rect bounds = {};
+    if (SDL_GetDisplayUsableBounds(display, &bounds) == 0)
+      rooms.push_back({bounds.x, bounds.y, bounds.w, bounds.h});
+  }
+  if (rooms.empty())
     fail();
-  return bounds;
+  return rooms;
 }
 
-// In the middle, together with its title bar. SDL forgets that and, on a small display, would have
-// the bar push the picture off the lower edge.
-SDL_Point start_place(Size window, const SDL_Rect& room) {
-  return {room.x + (room.w - window.width) / 2,
-          room.y + (room.h - title_bar_height - window.height) / 2};
+Area start_place(const ScreenRequest& request) {
+  const std::vector<Area> rooms = rooms_on_displays();
+  const Size picture = {request.width, request.height};
+  if (request.place)
+    return placed_again(*request.place, picture, rooms);
+  const Size room = {rooms[0].width, rooms[0].height};
+  const int times =
+      request.may_grow ? largest_comfortable_multiple(picture, request.scale, room) : 1;
+  return middle_of(rooms[0], start_size(picture, times * request.scale, room));
 }
 
 } // namespace
-
-Size start_size(Size picture, double scale, Size room) {
-  const Size wanted = {static_cast<int>(std::lround(picture.width * scale)),
-                       static_cast<int>(std::lround(picture.height * scale))};
-  const Size bounds = {room.width - border_width, room.height - title_bar_height};
-  if (wanted.width <= bounds.width && wanted.height <= bounds.height)
-    return wanted;
-  return largest_within(picture, bounds);
-}
 
 Window::Video::Video() {
   if (!is_set("SDL_VIDEODRIVER"))
@@ -109,14 +107,16 @@ Window::Video::Video() {
 }
 
 Window::Window(const ScreenRequest& request) : picture_{request.width, request.height} {
-  const SDL_Rect room = room_on_display();
-  const Size size = start_size(picture_, request.scale, {room.w, room.h});
-  const SDL_Point place = start_place(size, room);
-  window_.reset(SDL_CreateWindow(request.title.c_str(), place.x, place.y, size.width, size.height,
+  const Area place = start_place(request);
+  window_.reset(SDL_CreateWindow(request.title.c_str(), place.x, place.y, place.width, place.height,
                                  SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI |
                                      (request.is_full_screen ? SDL_WINDOW_FULLSCREEN_DESKTOP : 0)));
   if (!window_)
     fail();
+  place_ = {.width = place.width, .height = place.height};
+  if (request.place)
+    place_.corner = request.place->corner;
+  note_place();
   set_icon(window_.get());
   // Keys are keys here; an input method would keep some of them for itself.
   SDL_StopTextInput();
@@ -338,12 +338,53 @@ void Window::deliver_window_event(const SDL_WindowEvent& event, EventSink& sink)
     return sink.keyboard_was_given();
   case SDL_WINDOWEVENT_FOCUS_LOST:
     return sink.keyboard_was_taken();
+  case SDL_WINDOWEVENT_MOVED:
+  case SDL_WINDOWEVENT_SIZE_CHANGED:
+    return note_place();
   case SDL_WINDOWEVENT_MINIMIZED:
   case SDL_WINDOWEVENT_HIDDEN:
     return sink.picture_was_hidden();
   default:
     return;
   }
+}
+
+// A window that fills a display, or is maximised, will be as it was before. Wayland does not tell
+// where windows are; where there is a border the desktop puts that at the place that is asked for.
+void Window::note_place() {
+  constexpr uint32_t passing = SDL_WINDOW_MAXIMIZED | SDL_WINDOW_MINIMIZED | SDL_WINDOW_HIDDEN;
+  place_.is_full_screen = fills_display(window_.get());
+  if (place_.is_full_screen || (SDL_GetWindowFlags(window_.get()) & passing) != 0)
+    return;
+  SDL_GetWindowSize(window_.get(), &place_.width, &place_.height);
+  place_.corner.reset();
+  if (std::string_view(SDL_GetCurrentVideoDriver()) != "x11")
+    return;
+  WindowPlace::Corner corner = {};
+  int top = 0;
+  int left = 0;
+  SDL_GetWindowPosition(window_.get(), &corner.x, &corner.y);
+  SDL_GetWindowBordersSize(window_.get(), &top, &left, nullptr, nullptr);
+  place_.corner = {corner.x - left, corner.y - top};
+}
+
+// Of the display that the window is on.
+Size Window::room() const {
+  SDL_Rect bounds = {};
+  const int display = std::max(0, SDL_GetWindowDisplayIndex(window_.get()));
+  return SDL_GetDisplayUsableBounds(display, &bounds) == 0 ? Size{bounds.w, bounds.h} : Size{};
+}
+
+std::optional<WindowScale> Window::scale() const {
+  return WindowScale{.now = static_cast<double>(place_.height) / picture_.height,
+                     .largest = largest_multiple(picture_, room())};
+}
+
+void Window::set_scale(int scale) {
+  SDL_SetWindowFullscreen(window_.get(), 0);
+  SDL_RestoreWindow(window_.get());
+  SDL_SetWindowSize(window_.get(), scale * picture_.width, scale * picture_.height);
+  note_place();
 }
 
 // As it will be when what is due has been done.

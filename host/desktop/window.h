@@ -19,10 +19,6 @@
 
 namespace kavo::host {
 
-// The window's size at the start: the picture times `scale`, or as large as fits on a display
-// with so much room beside panels, with its title bar.
-Size start_size(Size picture, double scale, Size room);
-
 class Window final : public Presenter {
 public:
   // Throws CommandError with SDL's reason when there is no display to open it on.
@@ -37,6 +33,9 @@ public:
   void wait_for_events(EventSink& sink) override;
   bool is_full_screen() const override;
   void switch_full_screen() override { is_switch_due_ = !is_switch_due_; }
+  std::optional<WindowPlace> place() const override { return place_; }
+  std::optional<WindowScale> scale() const override;
+  void set_scale(int scale) override;
   const std::string& unplayable_reason() const override { return unplayable_reason_; }
 
 private:
@@ -53,7 +52,9 @@ private:
 
   void deliver(const SDL_Event& event, EventSink& sink);
   void deliver_key(const SDL_KeyboardEvent& event, EventSink& sink);
-  static void deliver_window_event(const SDL_WindowEvent& event, EventSink& sink);
+  void note_place();
+  Size room() const;
+  void deliver_window_event(const SDL_WindowEvent& event, EventSink& sink);
   SDL_Surface* surface();
   void present_without_surface(const Canvas& canvas);
   int longest_wait_ms() const;
@@ -84,6 +85,7 @@ private:
   std::unique_ptr<XPicture> x_picture_; // when SDL has no memory for the window
   bool has_complained_ = false;         // that nothing can be shown
   bool is_switch_due_ = false;          // to full screen or back
+  WindowPlace place_;
   IdlePointer pointer_;
   uint64_t last_event_at_ms_ = 0;
   ScreenSaver screen_saver_;

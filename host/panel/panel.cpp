@@ -1,6 +1,7 @@
 #include "host/panel/panel.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "host/panel/help.h"
@@ -13,7 +14,7 @@ namespace {
 constexpr Box frame = {30, 60, 600, 680};
 constexpr int title_y = frame.y + 24;
 constexpr int first_row_y = frame.y + 90;
-constexpr int row_height = 40;
+constexpr int row_height = 38;
 constexpr int label_x = frame.x + 50;
 constexpr int value_x = frame.x + 350;
 constexpr int footer_y = frame.y + frame.height - 36;
@@ -22,6 +23,13 @@ constexpr Box footer = {frame.x, footer_y - 12, frame.width, 40};
 Box row_box(size_t row) {
   return {frame.x + 30, first_row_y + static_cast<int>(row) * row_height - 10, frame.width - 60,
           36};
+}
+
+// With one digit after the point, where the number is not whole.
+std::string in_times(double scale) {
+  const auto tenths = std::lround(scale * 10);
+  const std::string whole = std::to_string(tenths / 10);
+  return (tenths % 10 == 0 ? whole : whole + "." + std::to_string(tenths % 10)) + " ×";
 }
 
 } // namespace
@@ -130,15 +138,34 @@ Panel::Row Panel::language_row() {
           }};
 }
 
+Panel::Row Panel::full_screen_row() {
+  const Language language = world_.language();
+  return {std::string(text(Text::full_screen, language)),
+          std::string(text(world_.is_full_screen() ? Text::yes : Text::no, language)),
+          [this](int) { world_.switch_full_screen(); }};
+}
+
+// From whatever size it has to the next whole one.
+Panel::Row Panel::window_size_row() {
+  const std::optional<WindowScale> scale = world_.window_scale();
+  std::string label(text(Text::window_size, world_.language()));
+  if (!scale)
+    return {std::move(label), "-", [](int) {}};
+  return {std::move(label), in_times(scale->now), [this, scale](int by) {
+            const double next = by > 0 ? std::floor(scale->now) + 1 : std::ceil(scale->now) - 1;
+            world_.set_window_scale(std::clamp(static_cast<int>(next), 1, scale->largest));
+          }};
+}
+
 std::vector<Panel::Row> Panel::setting_rows() {
   const Language language = world_.language();
   std::vector<Row> result = {number_row(Text::music, &Settings::music, volume_bounds, "%"),
                              number_row(Text::effects, &Settings::effects, volume_bounds, "%")};
-  result.push_back({std::string(text(Text::full_screen, language)),
-                    std::string(text(world_.is_full_screen() ? Text::yes : Text::no, language)),
-                    [this](int) { world_.switch_full_screen(); }});
+  result.push_back(full_screen_row());
+  result.push_back(window_size_row());
   result.push_back(switch_row(Text::calm, &Settings::is_calm));
   result.push_back(switch_row(Text::waits, &Settings::waits));
+  result.push_back(switch_row(Text::records, &Settings::records));
   result.push_back(switch_row(Text::repeats, &Settings::repeats));
   result.push_back(
       number_row(Text::repeat_delay, &Settings::repeat_delay, repeat_delay_bounds, "ms"));

@@ -61,6 +61,8 @@ private:
   Row switch_row(Text label, bool Settings::*setting);
   Row page_of_bindings_row(Text label, Device device);
   Row language_row();
+  Row full_screen_row();
+  Row window_size_row();
   void go_to(Page page);
   void go_back();
   void obey_in_bindings(Command command);

@@ -1,14 +1,12 @@
 #include "host/scores/table_file.h"
 
-#include <fcntl.h>
 #include <sys/stat.h>
 
 #include <cerrno>
 #include <cstdint>
 #include <cstdio>
-#include <vector>
 
-#include "host/descriptor.h"
+#include "host/bounded_file.h"
 
 namespace kavo::host {
 
@@ -46,24 +44,11 @@ bool is_there(const std::string& path) {
   return ::lstat(path.c_str(), &status) == 0;
 }
 
-// Sizes that a file system only pretends do not count; what comes out of the file does.
 TableFile read_through(const std::string& path) {
-  const Descriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
-  if (!file.is_open())
-    return out_of_reach(errno);
-  std::vector<char> content(static_cast<size_t>(largest_table) + 1);
-  size_t size = 0;
-  while (size < content.size()) {
-    const ssize_t count = ::read(file.value(), content.data() + size, content.size() - size);
-    if (count < 0 && errno == EINTR)
-      continue;
-    if (count < 0)
-      return out_of_reach(errno);
-    if (count == 0)
-      return {.kind = Kind::table};
-    size += static_cast<size_t>(count);
-  }
-  return no_table(too_large);
+  const BoundedFile file = read_bounded(path, static_cast<size_t>(largest_table));
+  if (file.error != 0)
+    return out_of_reach(file.error);
+  return file.is_whole() ? TableFile{.kind = Kind::table} : no_table(too_large);
 }
 
 TableFile look_where_stat_failed(const std::string& path, int error) {

@@ -19,6 +19,9 @@ public:
   void wait_for_events(EventSink& sink) override { display_->wait_for_events(sink); }
   bool is_full_screen() const override { return display_->is_full_screen(); }
   void switch_full_screen() override { display_->switch_full_screen(); }
+  std::optional<WindowPlace> place() const override { return display_->place(); }
+  std::optional<WindowScale> scale() const override { return display_->scale(); }
+  void set_scale(int scale) override { display_->set_scale(scale); }
   const std::string& unplayable_reason() const override { return display_->unplayable_reason(); }
 
 protected:

@@ -1,10 +1,6 @@
 #include "host/settings/settings_store.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-
 #include <algorithm>
-#include <cerrno>
 #include <charconv>
 #include <cstdlib>
 #include <cstring>
@@ -13,10 +9,11 @@
 #include <system_error>
 #include <utility>
 
+#include "host/bounded_file.h"
 #include "host/command_error.h"
-#include "host/descriptor.h"
 #include "host/files.h"
 #include "host/settings/entries.h"
+#include "host/settings/own_folder.h"
 #include "host/settings/settings_file.h"
 #include "host/temporary_file.h"
 
@@ -29,48 +26,15 @@ namespace fs = std::filesystem;
 // Twenty times what the game writes.
 constexpr size_t largest_file = 65'536; // bytes
 
-// Throws CommandError with what is in the way. Never waits for anybody.
+// Throws CommandError with what is in the way.
 std::string content_of(const fs::path& path) {
-  const auto fail = [&path](const std::string& why) {
-    throw CommandError("cannot read " + shown(path.string()) + ": " + why);
-  };
-  const Descriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
-  struct stat status = {};
-  if (!file.is_open() || ::fstat(file.value(), &status) != 0)
-    fail(std::strerror(errno));
-  if (!S_ISREG(status.st_mode))
-    fail("it is no file");
-  std::string content(largest_file + 1, '\0');
-  size_t size = 0;
-  while (size < content.size()) {
-    const ssize_t count = ::read(file.value(), content.data() + size, content.size() - size);
-    if (count < 0 && errno == EINTR)
-      continue;
-    if (count < 0)
-      fail(std::strerror(errno));
-    if (count == 0)
-      break;
-    size += static_cast<size_t>(count);
-  }
-  if (size > largest_file)
-    fail("it is larger than settings can be");
-  content.resize(size);
-  return content;
-}
-
-bool is_missing(const fs::path& path) {
-  struct stat status = {};
-  return ::stat(path.c_str(), &status) != 0 && errno == ENOENT;
-}
-
-// Each folder on the way is the player's alone, as the desktop's rules for such folders ask.
-void make_folders(const fs::path& folder) {
-  if (!is_missing(folder))
-    return;
-  if (folder.parent_path() != folder)
-    make_folders(folder.parent_path());
-  if (::mkdir(folder.c_str(), S_IRWXU) == 0)
-    ::chmod(folder.c_str(), S_IRWXU); // whatever the mask takes
+  BoundedFile file = read_bounded(path.string(), largest_file);
+  if (file.is_whole())
+    return std::move(file.content);
+  throw CommandError("cannot read " + shown(path.string()) + ": " +
+                     (file.error != 0 ? std::strerror(file.error)
+                      : !file.is_file ? "it is no file"
+                                      : "it is larger than settings can be"));
 }
 
 // Those entries of `after` that are not as in `before`, on top of what is usual.
@@ -150,7 +114,7 @@ void SettingsStore::read_environment() {
 
 void SettingsStore::read_window_wish() {
   window_ = {};
-  window_.is_full_screen = is_wanted("QORRT_FULLSCREEN").value_or(false);
+  window_.is_full_screen = is_wanted("QORRT_FULLSCREEN");
   const std::string_view text = value_of("QORRT_SCALE");
   if (text.empty())
     return;
@@ -173,7 +137,7 @@ void SettingsStore::change(const Settings& wanted) {
 void SettingsStore::keep(const Settings& before, const Settings& after) {
   try {
     if (is_missing(file_)) {
-      make_folders(file_.parent_path());
+      make_own_folder(file_.parent_path());
       return write_whole_file(file_.string(), new_settings_text(usual_with_changes(before, after)));
     }
     write_whole_file(file_.string(), with_changes(content_of(file_), before, after));

@@ -14,7 +14,7 @@ namespace kavo::host {
 // What a start asks of the window, and no setting does: it remembers its own place.
 struct WindowWish {
   std::optional<int> scale; // the picture's size, in times
-  bool is_full_screen = false;
+  std::optional<bool> is_full_screen;
 };
 
 class SettingsStore {

@@ -27,6 +27,9 @@ public:
       throw std::logic_error("the host waits for a player whom nobody plays");
     stage().wait(sink);
   }
+  std::optional<host::WindowPlace> place() const override { return stage().place; }
+  std::optional<host::WindowScale> scale() const override { return stage().scale; }
+  void set_scale(int scale) override { stage().scale->now = scale; }
   const std::string& unplayable_reason() const override { return playable_; }
 
 private:
@@ -36,7 +39,8 @@ private:
 
 class StagePlatform final : public host::Offscreen {
 public:
-  std::unique_ptr<host::Presenter> open_display(const host::ScreenRequest&) override {
+  std::unique_ptr<host::Presenter> open_display(const host::ScreenRequest& request) override {
+    stage().requests.push_back(request);
     auto display = std::make_unique<StageDisplay>();
     if (const auto share = stage().calm_share)
       return std::make_unique<host::CalmDisplay>(std::move(display), *share);
@@ -50,6 +54,7 @@ public:
   }
   std::filesystem::path settings_folder() override { return stage().settings_folder; }
   std::filesystem::path games_folder() override { return stage().games_folder; }
+  std::filesystem::path state_folder() override { return stage().state_folder; }
   void tell(const std::string& line) override { stage().told.push_back(line); }
   [[noreturn]] void end_program(int status) override {
     ++stage().ends;

@@ -23,9 +23,13 @@ struct Stage {
   std::function<std::unique_ptr<sound::Output>()> make_sound_output;
   std::function<std::optional<int>(const std::string&)> code_of_key;
   std::filesystem::path settings_folder; // empty: no settings are kept
-  std::filesystem::path games_folder;    // empty: no games are kept
-  std::vector<std::string> told = {};    // to the player
-  int ends = 0;                          // how often the host ended the program
+  std::filesystem::path state_folder;
+  std::vector<host::ScreenRequest> requests = {}; // for displays
+  std::optional<host::WindowPlace> place;         // of the window, as it is now
+  std::optional<host::WindowScale> scale;
+  std::filesystem::path games_folder; // empty: no games are kept
+  std::vector<std::string> told = {}; // to the player
+  int ends = 0;                       // how often the host ended the program
 };
 
 // Read whenever something happens: a test may change it while a host runs.

@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <functional>
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,8 @@
 #include "host/screen/font.h"
 #include "host/screen/png.h"
 #include "host/settings/settings_file.h"
+#include "host/settings/window_state.h"
+#include "host/sound/memory_output.h"
 #include "runtime/clock.h"
 #include "tests/fakes/stage.h"
 #include "tests/host/played.h"
@@ -44,10 +47,25 @@ using host::Text;
 constexpr int width = 660;
 constexpr int height = 800;
 
+double fake_now_ms = 0;
+
+struct FakeTime {
+  FakeTime() {
+    const qor_clock clock = {
+        .tick = [](void*) { return fake_now_ms; }, .sleep = nullptr, .context = nullptr};
+    qor_set_clock(&clock);
+  }
+  ~FakeTime() { qor_set_clock(nullptr); }
+};
+
 // The player's hands: keys by their names, "hold" one until it has repeated itself three times,
-// "move x y", "click x y" and "south button".
+// "move x y", "click x y", "south button" and "later", with fake time.
 struct Hands {
   static void act(EventSink& sink, const std::string& deed) {
+    if (deed == "later") {
+      fake_now_ms += 2000;
+      return;
+    }
     int x = 0;
     int y = 0;
     if (std::sscanf(deed.c_str(), "move %d %d", &x, &y) == 2)
@@ -80,6 +98,7 @@ protected:
     stage().watch = [this](const host::Canvas& picture) {
       shown.assign(picture.pixels().begin(), picture.pixels().end());
     };
+    stage().scale = {.now = 1, .largest = 3};
     write_file(folder / "settings.ini", "");
   }
   ~PanelTest() override { stage() = {}; }
@@ -181,6 +200,25 @@ TEST_F(PanelTest, PagesLookLikeTheGoldenOnes) {
           expect_like_golden(std::string(page.name) + "-" + language, shown);
       });
     }
+  }
+}
+
+TEST_F(PanelTest, AGameThatWaitsLooksLikeTheGoldenOnes) {
+  for (const char* language : {"en", "de"}) {
+    const Environment wanted("QORRT_LANG", language);
+    const Played program;
+    stage().play = [](EventSink& sink) { sink.keyboard_was_given(); };
+    open(program);
+    stage().play = [](EventSink& sink) { sink.keyboard_was_taken(); };
+    int waits = 0;
+    stage().wait = [&](EventSink& sink) {
+      ++waits;
+      expect_like_golden(std::string("waiting-") + language, shown);
+      sink.button_went_down(1, 5, 5);
+    };
+    program.send("SCREENFLIP");
+    EXPECT_EQ(waits, 1);
+    stage().play = nullptr;
   }
 }
 
@@ -297,9 +335,12 @@ TEST_F(PanelTest, EverySettingIsEffectiveAtOnceAndThereAtTheNextStart) {
       {{"Left", "Left"}, [](Settings& settings) { settings.music = 90; }},
       {{"Right"}, [](Settings& settings) { settings.music = 95; }},
       {{"Down", "Left"}, [](Settings& settings) { settings.effects = 95; }},
-      {{"Down", "Down", "Down", "Right"}, [](Settings& settings) { settings.is_calm = true; }},
-      {{"Down", "Down", "Down", "Down", "Return"},
+      {{"Down", "Down", "Down", "Down", "Right"},
+       [](Settings& settings) { settings.is_calm = true; }},
+      {{"Down", "Down", "Down", "Down", "Down", "Return"},
        [](Settings& settings) { settings.waits = false; }},
+      {{"Down", "Down", "Down", "Down", "Down", "Down", "Return"},
+       [](Settings& settings) { settings.records = false; }},
       {{"Up", "Up", "Up", "Up", "Up", "Up", "Up", "Right"},
        [](Settings& settings) { settings.repeats = true; }},
       {{"Up", "Up", "Up", "Up", "Up", "Up", "Right"},
@@ -480,10 +521,94 @@ TEST_F(PanelTest, VolumesStayWithinTheirBounds) {
   EXPECT_EQ(kept().music, 0);
 }
 
+TEST_F(PanelTest, TheWindowTakesWholeMultiplesThatFit) {
+  const Played program;
+  open(program);
+  const std::vector<std::string> to_the_size = {"F1", "Down", "Return", "Down", "Down", "Down"};
+  const auto size_after = [&](const std::vector<std::string>& deeds) {
+    std::vector<std::string> all = to_the_size;
+    all.insert(all.end(), deeds.begin(), deeds.end());
+    all.emplace_back("F1");
+    play(program, all);
+    return stage().scale->now;
+  };
+  EXPECT_EQ(size_after({"Right"}), 2);
+  EXPECT_EQ(size_after({"Right", "Right", "Right"}), 3);
+  EXPECT_EQ(size_after({"Left", "Left", "Left"}), 1);
+  stage().scale->now = 1.4;
+  EXPECT_EQ(size_after({"Return"}), 2);
+  stage().scale->now = 1.4;
+  EXPECT_EQ(size_after({"Left"}), 1);
+  stage().scale.reset();
+  play(program, {"F1", "Down", "Return", "Down", "Down", "Down", "Left", "Return", "F1"});
+}
+
+// ---- what is heard ------------------------------------------------------------------------------
+
+class PanelSound : public PanelTest {
+protected:
+  PanelSound() {
+    stage().make_sound_output = [this] {
+      auto made = std::make_unique<sound::MemoryOutput>();
+      output = made.get();
+      return made;
+    };
+  }
+
+  // The loudest sample of the next tenth of a second, in which nothing else happens.
+  double loudest_of_a_moment() {
+    const size_t from = output->interleaved().size();
+    output->render(4800);
+    double level = 0;
+    for (size_t i = from; i < output->interleaved().size(); ++i)
+      level = std::max(level, std::abs(static_cast<double>(output->interleaved()[i])));
+    return level;
+  }
+
+  // How loud it is after each of the deeds.
+  std::vector<double> heard_after(const Played& program, const std::vector<std::string>& deeds) {
+    std::vector<double> levels;
+    play(program, deeds, [&](size_t) { levels.push_back(loudest_of_a_moment()); });
+    return levels;
+  }
+
+  sound::MemoryOutput* output = nullptr;
+};
+
+TEST_F(PanelSound, TheMusicIsHeardForAMomentWhenItsVolumeChanges) {
+  const FakeTime time;
+  const Played program;
+  open(program);
+  program.send("SOUND.INIT");
+  program.send("SOUND.VOICE", 0, "SQUARE", 0, 0.1, 1, 0.1);
+  program.send("SOUND.NOTE", "a4", 1);
+  output->render(24'000);
+  const auto levels =
+      heard_after(program, {"F1", "Down", "Return", "Left", "Left", "Left", "later", "Up", "F1"});
+  EXPECT_EQ(levels[2], 0.0) << "the panel is silent";
+  EXPECT_GT(levels[3], 0.01) << "95 %";
+  EXPECT_GT(levels[4], 0.01);
+  EXPECT_LT(levels[5], levels[4]) << "85 % is less";
+  EXPECT_EQ(levels[6], 0.0) << "a moment later it is silent again";
+}
+
+TEST_F(PanelSound, AnEffectIsHeardWhenItsVolumeChanges) {
+  const FakeTime time;
+  const Played program;
+  open(program);
+  program.send("SOUND.INIT");
+  const auto levels =
+      heard_after(program, {"F1", "Down", "Return", "Down", "Left", "later", "Left", "F1"});
+  EXPECT_EQ(levels[3], 0.0);
+  EXPECT_GT(levels[4], 0.01);
+  EXPECT_EQ(levels[5], 0.0);
+  EXPECT_GT(levels[6], 0.01);
+}
+
 TEST_F(PanelTest, ACalmDisplayBeginsWhenItIsSwitchedOn) {
   const Played program;
   open(program);
-  play(program, {"F1", "Down", "Return", "Down", "Down", "Down", "Return", "F1"});
+  play(program, {"F1", "Down", "Return", "Down", "Down", "Down", "Down", "Return", "F1"});
   program.send("SCREENFLIP");
   program.send("CLS");
   program.send("SCREENFLIP");
@@ -521,17 +646,6 @@ TEST_F(PanelTest, ClicksChooseChangeAndLeadBack) {
 }
 
 // ---- the rest -----------------------------------------------------------------------------------
-
-double fake_now_ms = 0;
-
-struct FakeTime {
-  FakeTime() {
-    const qor_clock clock = {
-        .tick = [](void*) { return fake_now_ms; }, .sleep = nullptr, .context = nullptr};
-    qor_set_clock(&clock);
-  }
-  ~FakeTime() { qor_set_clock(nullptr); }
-};
 
 TEST_F(PanelTest, AFirstStartTellsOfItForFiveSeconds) {
   const FakeTime time;
@@ -676,7 +790,7 @@ size_t taken_memory() {
 TEST_F(PanelTest, OpenedAndClosedAThousandTimesItLeavesMemoryAsItWas) {
   stage().watch = [](const host::Canvas&) {};
   const Played program;
-  open(program);
+  program.send("SCREEN", 8, 8, "x", 1); // of which hardly anything has to be drawn
   const std::vector<std::string> look_in = {"F1", "F1"};
   const std::vector<std::string> visit = {"F1",   "Return", "Right", "Escape",
                                           "Down", "Return", "F1"};
