@@ -68,4 +68,16 @@ TEST_F(WindowControllerTest, WithoutTheKeyboardItIsNotHeard) {
   EXPECT_FALSE(is_held("Space"));
 }
 
+TEST_F(WindowControllerTest, PlayedWithItKeepsTheScreenSaverAway) {
+  open();
+  EXPECT_EQ(SDL_IsScreenSaverEnabled(), SDL_TRUE);
+  controller.emplace();
+  bridge.send("SCREENFLIP");
+  EXPECT_EQ(SDL_IsScreenSaverEnabled(), SDL_TRUE) << "plugged in, it is not played with yet";
+  press(SDL_CONTROLLER_BUTTON_DPAD_LEFT);
+  EXPECT_EQ(SDL_IsScreenSaverEnabled(), SDL_FALSE);
+  release(SDL_CONTROLLER_BUTTON_DPAD_LEFT);
+  EXPECT_EQ(SDL_IsScreenSaverEnabled(), SDL_FALSE);
+}
+
 } // namespace
