@@ -121,14 +121,14 @@ void Host::open_screen(const ScreenRequest& request) {
   if (!has_settings_)
     start_settings();
   close_screen();
-  if (is_played_)
+  if (has_settings_)
     remembered_place_ = read_window_state(platform_->state_folder());
   const WindowWish& wish = settings_.window();
   ScreenRequest wanted = request;
   wanted.is_full_screen = wish.is_full_screen.value_or(remembered_place_.has_value() &&
                                                        remembered_place_->is_full_screen);
   wanted.scale = wish.scale.value_or(request.scale);
-  wanted.may_grow = is_played_ && !wish.scale;
+  wanted.may_grow = has_settings_ && !wish.scale;
   if (!wish.scale)
     wanted.place = remembered_place_;
   screen.open(wanted);

@@ -1,6 +1,7 @@
 // Help and settings in the real game's window, with real keys.
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 
 #include "tests/desktop/game/playing.h"
@@ -131,6 +132,20 @@ TEST(OpenPanel, BindsAnotherKeyForThisGameAndTheNext) {
 }
 
 constexpr kavo::desktop::DisplaySize large_display = {1600, 1900};
+
+TEST(AHeldKey, MovesThePieceToTheEdgeWhenItRepeatsItself) {
+  Game game(Conditions{.arrange = [](const kavo::test::TemporaryFolder& folder) {
+    std::filesystem::create_directories(folder / "config/kavo");
+    kavo::test::write_file(folder / "config/kavo/settings.ini",
+                           "[repeat]\non = yes\ndelay = 100\nrate = 30\n");
+  }});
+  game.start_playing();
+  ASSERT_TRUE(game.is_piece_high());
+  ASSERT_GT(game.leftmost_column(), 1);
+  game.desktop.press("Left");
+  EXPECT_TRUE(eventually([&] { return game.leftmost_column() == 0; }));
+  game.desktop.release("Left");
+}
 
 TEST(TheWindow, BeginsAsLargeAsLeavesATenthAndTakesWholeMultiples) {
   Game game(Conditions{.displays = {large_display}, .has_window_manager = true});
