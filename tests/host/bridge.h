@@ -78,9 +78,9 @@ public:
   }
 
   // The error that is pending, empty when none is; clears it.
-  std::string take_error() {
+  std::string take_error() const {
     const char* error = qorrt_last_error(handle_);
-    const std::string text = error == nullptr ? "" : error;
+    std::string text = error == nullptr ? "" : error;
     qorrt_clear_last_error(handle_);
     return text;
   }

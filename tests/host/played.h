@@ -10,7 +10,7 @@ namespace kavo::test {
 
 class Played {
 public:
-  explicit Played(std::vector<const char*> words = {"kavo"}) {
+  explicit Played(const std::vector<const char*>& words = {"kavo"}) {
     for (const char* word : words)
       words_.emplace_back(word);
     std::vector<char*> arguments;

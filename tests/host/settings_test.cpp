@@ -178,7 +178,7 @@ TEST(SettingsText, TheLastOfTwoEntriesCounts) {
 class SettingsStoreTest : public testing::Test {
 protected:
   std::string text() const { return read_file(file); }
-  void change_music(SettingsStore& changed, int music) {
+  static void change_music(SettingsStore& changed, int music) {
     Settings settings = changed.current();
     settings.music = music;
     changed.change(settings);

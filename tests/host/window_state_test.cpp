@@ -5,7 +5,6 @@
 #include <filesystem>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "host/settings/window_state.h"
@@ -103,10 +102,10 @@ protected:
 
   // A game that the player leaves with the window like this. How it asked for it.
   static kavo::host::ScreenRequest play(const WindowPlace& left,
-                                        std::vector<const char*> words = {"kavo"}) {
-    const Played program(std::move(words));
+                                        const std::vector<const char*>& words = {"kavo"}) {
+    const Played program(words);
     program.send("SCREEN", 660, 800, "x", 1);
-    const kavo::host::ScreenRequest request = stage().requests.back();
+    kavo::host::ScreenRequest request = stage().requests.back();
     stage().place = left;
     program.send("GFX.CLOSE");
     return request;
