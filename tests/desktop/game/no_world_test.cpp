@@ -135,8 +135,8 @@ TEST(ASoundDeviceThatGoesAway, LeavesTheGamePlaying) {
 
 TEST(WithoutAHome, TheGameIsPlayed) {
   expect_a_game([](kavo::desktop::Launch& launch) {
-    for (const char* name : {"HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_STATE_HOME",
-                             "XDG_RUNTIME_DIR", "USER"})
+    for (const char* name :
+         {"HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_STATE_HOME", "XDG_RUNTIME_DIR", "USER"})
       launch.environment[name] = std::nullopt;
   });
 }
