@@ -15,10 +15,9 @@ namespace {
 
 class NumberEntry final : public Entry {
 public:
-  NumberEntry(std::string section, std::string key, std::string comment, int Settings::*member,
-              Bounds bounds)
-      : Entry(std::move(section), std::move(key), std::move(comment)), member_(member),
-        bounds_(bounds) {}
+  NumberEntry(std::string_view section, std::string_view key, std::string comment,
+              int Settings::*member, Bounds bounds)
+      : Entry(section, key, std::move(comment)), member_(member), bounds_(bounds) {}
 
   std::string text_in(const Settings& settings) const override {
     return std::to_string(settings.*member_);
@@ -40,8 +39,9 @@ private:
 
 class SwitchEntry final : public Entry {
 public:
-  SwitchEntry(std::string section, std::string key, std::string comment, bool Settings::*member)
-      : Entry(std::move(section), std::move(key), std::move(comment)), member_(member) {}
+  SwitchEntry(std::string_view section, std::string_view key, std::string comment,
+              bool Settings::*member)
+      : Entry(section, key, std::move(comment)), member_(member) {}
 
   std::string text_in(const Settings& settings) const override {
     return settings.*member_ ? "yes" : "no";
@@ -105,7 +105,7 @@ std::string list_of(std::vector<std::string_view> words) {
 class KeysEntry final : public Entry {
 public:
   KeysEntry(Action action, std::string comment)
-      : Entry("keys", std::string(word_for(action)), std::move(comment)), action_(action) {}
+      : Entry("keys", word_for(action), std::move(comment)), action_(action) {}
 
   std::string text_in(const Settings& settings) const override {
     std::vector<std::string_view> words;
@@ -131,7 +131,7 @@ private:
 class ControlsEntry final : public Entry {
 public:
   ControlsEntry(Action action, std::string comment)
-      : Entry("controller", std::string(word_for(action)), std::move(comment)), action_(action) {}
+      : Entry("controller", word_for(action), std::move(comment)), action_(action) {}
 
   std::string text_in(const Settings& settings) const override {
     std::vector<std::string_view> words;
@@ -202,8 +202,8 @@ Entries make_entries() {
 
 } // namespace
 
-Entry::Entry(std::string section, std::string key, std::string comment)
-    : section_(std::move(section)), key_(std::move(key)), comment_(std::move(comment)) {}
+Entry::Entry(std::string_view section, std::string_view key, std::string comment)
+    : section_(section), key_(key), comment_(std::move(comment)) {}
 
 std::span<const Entry* const> all_entries() {
   static const Entries entries = make_entries();

@@ -31,7 +31,7 @@ public:
   virtual void read(std::string_view text, Settings& settings) const = 0;
 
 protected:
-  Entry(std::string section, std::string key, std::string comment);
+  Entry(std::string_view section, std::string_view key, std::string comment);
 
 private:
   std::string section_;
