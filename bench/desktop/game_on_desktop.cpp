@@ -32,7 +32,12 @@ kavo::desktop::Launch launch(const std::string& folder) {
   kavo::desktop::Launch launch;
   launch.arguments = {KAVO_PROGRAM};
   launch.folder = folder;
-  launch.environment = {{"SDL_AUDIODRIVER", "dummy"}, {"QORRT_SEED", "1"}};
+  // As at a first start, but in a window of one size on every display.
+  launch.environment = {{"SDL_AUDIODRIVER", "dummy"},
+                        {"QORRT_SEED", "1"},
+                        {"QORRT_SCALE", "1"},
+                        {"XDG_CONFIG_HOME", folder + "/config"},
+                        {"XDG_STATE_HOME", folder + "/state"}};
   return launch;
 }
 
