@@ -2,7 +2,7 @@
 // what it takes of processor and memory while it is played, in windows of one, two and three times
 // the picture's size.
 //
-//   bench_desktop [start] [play] [frames] [keys] [present] [size] [1x] [2x] [3x]
+//   bench_desktop [start] [play] [light] [frames] [keys] [present] [size] [1x] [2x] [3x]
 //
 // Without a word all parts, without a size all sizes of window.
 #include <algorithm>
@@ -35,6 +35,7 @@ constexpr double ms = 1e6; // in nanoseconds
 constexpr int starts = 21;
 constexpr int key_presses = 300;
 constexpr auto play_time = 25s;
+constexpr auto light_time = 15s;
 constexpr auto pacing_time = 60s; // some 3,600 frames
 constexpr double pause_ms = 16;   // that the game sleeps in every frame
 
@@ -102,6 +103,66 @@ std::vector<Figure> measure_play(int scale) {
       time_figure(at_scale("frame interval beyond 16 ms and its work", scale),
                   median - pause_ms / 1000 - quantile(work, 0.5), bound(0.3 * ms)),
   };
+}
+
+// What a program and its X server took of a processor, each as a part of the time.
+struct Load {
+  double program;
+  double server;
+  double both() const { return program + server; }
+};
+
+Load load_of(pid_t program, pid_t server, const std::function<void()>& pass_time) {
+  const auto start = std::chrono::steady_clock::now();
+  const double program_before = kavo::bench::processor_seconds(program);
+  const double server_before = kavo::bench::processor_seconds(server);
+  pass_time();
+  const double program_after = kavo::bench::processor_seconds(program);
+  const double server_after = kavo::bench::processor_seconds(server);
+  const std::chrono::duration<double> time = std::chrono::steady_clock::now() - start;
+  return {(program_after - program_before) / time.count(),
+          (server_after - server_before) / time.count()};
+}
+
+void let_pass() {
+  std::this_thread::sleep_for(light_time);
+}
+
+Load load_of_bare_program() {
+  kavo::desktop::Desktop desktop(GameOnDesktop::width + 20, GameOnDesktop::height + 60);
+  const auto bare = desktop.start({{BARE_PROGRAM}, {}, "."});
+  desktop.wait_for_window("bare");
+  std::this_thread::sleep_for(1s);
+  return load_of(bare->id(), desktop.server(), let_pass);
+}
+
+std::vector<Figure> beside_bare_program(const std::string& what, const Load& load, const Load& bare,
+                                        double most) {
+  Figure both = figure(what + ", game and X server", 100 * load.both(), "%", at_most(most));
+  both.peer = "a bare SDL2 program and its X server";
+  both.peer_value = 100 * bare.both();
+  return {figure(what + ", game", 100 * load.program, "%"),
+          figure(what + ", X server", 100 * load.server, "%"), both};
+}
+
+// Still: only the stars of the title twinkle, with the sound on. Waiting: its player is elsewhere.
+std::vector<Figure> measure_light() {
+  const Load bare = load_of_bare_program();
+  GameOnDesktop game;
+  const pid_t process = game.process(), server = game.desktop().server();
+  std::this_thread::sleep_for(7s); // until the line that tells of help is gone
+  const Load still = load_of(process, server, let_pass);
+  game.start_playing();
+  const Load play = load_of(process, server, [&game] { game.play(light_time); });
+  game.desktop().wait_for_window("KAVO - Schlagseite").take_focus_away();
+  std::this_thread::sleep_for(1s);
+  const Load waiting = load_of(process, server, let_pass);
+  std::vector<Figure> figures = beside_bare_program("processor on the title", still, bare, 0.15);
+  const std::vector<Figure> playing = beside_bare_program("processor in play", play, bare, 0.35);
+  figures.insert(figures.end(), playing.begin(), playing.end());
+  figures.push_back(
+      figure("processor while it waits for its player", 100 * waiting.program, "%", at_most(0.1)));
+  return figures;
 }
 
 // The machine's share is judged by bare frames beside the game's: where those come after 16 ms,
@@ -205,6 +266,7 @@ std::vector<Figure> measure_size() {
 const std::map<std::string, std::function<std::vector<Figure>()>> parts = {
     {"start", measure_start},
     {"play", [] { return at_every_scale(measure_play, 3); }},
+    {"light", measure_light},
     {"frames", [] { return at_every_scale(measure_frames); }},
     {"keys", [] { return at_every_scale(measure_keys); }},
     {"present", measure_present},
@@ -223,7 +285,7 @@ std::vector<std::string> wanted_parts(int argc, char** argv) {
   if (scales().empty())
     scales() = {1, 2, 3};
   if (wanted.empty())
-    wanted = {"start", "play", "frames", "keys", "present", "size"};
+    wanted = {"start", "play", "light", "frames", "keys", "present", "size"};
   return wanted;
 }
 
