@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <optional>
 
 namespace kavo::recording {
@@ -15,8 +16,10 @@ constexpr unsigned has_chance = 4;
 constexpr unsigned has_folders = 8;
 constexpr unsigned readings_as_before = 16;
 constexpr unsigned unfinished = 32;
+constexpr unsigned readings_as_expected = 64; // as many as before, and each of them
 
-constexpr size_t most_keys = 1000; // that a frame can ask for
+constexpr size_t most_expected_readings = 1000; // that take no bytes
+constexpr size_t most_keys = 1000;              // that a frame can ask for
 constexpr double ns_per_ms = 1e6;
 constexpr double longest_ms = 0x1p53 / ns_per_ms;
 constexpr double chances = 0x1p53; // answers are multiples of its reciprocal
@@ -134,7 +137,8 @@ void Frame::clear() {
 }
 
 void FrameCodec::write(const Frame& frame, ByteWriter& out) {
-  const uint8_t flags = flags_of(frame, last_keys_, last_readings_);
+  const unsigned expected = are_as_expected(frame.clock) ? readings_as_expected : 0U;
+  const auto flags = static_cast<uint8_t>(flags_of(frame, last_keys_, last_readings_) | expected);
   out.put_byte(flags);
   if ((flags & keys_as_before) == 0)
     write_keys(frame.keys, out);
@@ -148,7 +152,10 @@ void FrameCodec::write(const Frame& frame, ByteWriter& out) {
   if ((flags & readings_as_before) == 0)
     out.put_whole(frame.clock.size());
   for (size_t index = 0; index < frame.clock.size(); ++index)
-    write_reading(index, frame.clock[index], out);
+    if (expected == 0)
+      write_reading(index, frame.clock[index], out);
+    else
+      expected_reading(index);
   out.put_fixed(frame.fingerprint, is_checkpoint() ? 8 : 1);
   last_keys_ = frame.keys;
   last_readings_ = frame.clock.size();
@@ -169,12 +176,15 @@ void FrameCodec::read(ByteReader& in, Frame& frame) {
   }
   if ((flags & has_folders) != 0)
     read_folders(in, frame.folders);
-  const size_t readings = (flags & readings_as_before) != 0 ? last_readings_ : in.count(8);
-  if (readings > in.left())
+  const bool is_expected = (flags & readings_as_expected) != 0;
+  const size_t readings =
+      (flags & readings_as_before) != 0 || is_expected ? last_readings_ : in.count(8);
+  if (readings >
+      (is_expected ? std::min(most_expected_readings, last_intervals_.size()) : in.left()))
     throw Damaged("it ends too early");
   frame.clock.resize(readings);
   for (size_t index = 0; index < readings; ++index)
-    frame.clock[index] = read_reading(index, in);
+    frame.clock[index] = is_expected ? expected_reading(index) : read_reading(index, in);
   frame.fingerprint = in.fixed(is_checkpoint() ? 8 : 1);
   frame.known_fingerprint = is_checkpoint() ? ~uint64_t{0} : 0xFFU;
   frame.is_whole = (flags & unfinished) == 0;
@@ -206,6 +216,26 @@ double FrameCodec::read_reading(size_t index, ByteReader& in) {
   return milliseconds_of(nanoseconds);
 }
 
+// Those of a clock that moves only when the game sleeps are; the system's never.
+bool FrameCodec::are_as_expected(const std::vector<double>& readings) const {
+  if (readings.size() != last_readings_ || readings.size() > last_intervals_.size() ||
+      readings.size() > most_expected_readings)
+    return false;
+  int64_t expected = last_nanoseconds_;
+  for (size_t index = 0; index < readings.size(); ++index) {
+    expected = sum(expected, last_intervals_[index]);
+    if (nanoseconds_of(readings[index]) != expected)
+      return false;
+  }
+  return true;
+}
+
+// For a reading of the frame before.
+double FrameCodec::expected_reading(size_t index) {
+  last_nanoseconds_ = sum(last_nanoseconds_, last_intervals_[index]);
+  return milliseconds_of(last_nanoseconds_);
+}
+
 int64_t& FrameCodec::usual_interval(size_t index) {
   if (index >= usual_intervals_.size())
     usual_intervals_.resize(index + 1);
@@ -215,11 +245,15 @@ int64_t& FrameCodec::usual_interval(size_t index) {
 // A mean that an interrupted frame moves no farther than any other; a new place is believed at
 // once.
 void FrameCodec::learn(size_t index, int64_t nanoseconds) {
-  constexpr int64_t farthest = 512;
   constexpr int64_t share = 8;
   int64_t& usual = usual_interval(index);
   const int64_t interval = difference(nanoseconds, last_nanoseconds_);
   last_nanoseconds_ = nanoseconds;
+  const int64_t farthest = 512 + std::abs(std::max(usual, -INT64_MAX)) / 32;
+  last_intervals_.resize(std::max(last_intervals_.size(), index + 1));
+  last_intervals_[index] = interval;
+  if (frames_ == 0 && index == 0)
+    return; // nothing was read before
   if (usual == 0)
     usual = interval;
   else

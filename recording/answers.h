@@ -4,7 +4,8 @@
 // Most keys stay as they were, and the clock is read in the same places frame by frame: written are
 // the changes. Times are whole nanoseconds wherever the reading is one (the system's are), and then
 // what each differs from its expectation: the reading before it and a mean of the intervals that
-// were seen at that place. A reading that is no whole number of nanoseconds is written as it is.
+// were seen at that place; nothing when all are as in the frame before. A reading that is no whole
+// number of nanoseconds is written as it is.
 #pragma once
 
 #include <cstdint>
@@ -38,6 +39,8 @@ public:
 private:
   void write_reading(size_t index, double reading, ByteWriter& out);
   double read_reading(size_t index, ByteReader& in);
+  bool are_as_expected(const std::vector<double>& readings) const;
+  double expected_reading(size_t index);
   int64_t& usual_interval(size_t index);
   void learn(size_t index, int64_t nanoseconds);
   bool is_checkpoint() const { return frames_ % 64 == 0; }
@@ -46,6 +49,7 @@ private:
   std::vector<double> last_keys_;
   size_t last_readings_ = 0;
   int64_t last_nanoseconds_ = 0;
+  std::vector<int64_t> last_intervals_;  // of each reading in a frame to the one before
   std::vector<int64_t> usual_intervals_; // of each reading in a frame to the one before
 };
 

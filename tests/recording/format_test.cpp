@@ -195,7 +195,7 @@ TEST(Frames, OfASteadyGameTakeFewBytes) {
   for (int i = 0; i < frames; ++i)
     codec.write({.keys = std::vector<double>(14), .clock = std::vector<double>(3, 16.0 * i)},
                 bytes);
-  EXPECT_LE(bytes.bytes().size(), frames * 6U);
+  EXPECT_LE(bytes.bytes().size(), frames * 3U);
 }
 
 TEST(Frames, ThatNoGameHasAreDamage) {

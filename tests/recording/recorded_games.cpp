@@ -5,8 +5,6 @@
 
 #include "game/program.h"
 #include "game/wiring.h"
-#include "runtime/clock.h"
-#include "tests/fakes/fake_clock.h"
 #include "tests/fakes/recording_host.h"
 
 namespace kavo::test {
@@ -35,23 +33,7 @@ private:
 };
 
 recording::Recorder* recorder = nullptr;
-
-struct UnevenTime {
-  std::mt19937_64 random{4};
-  int64_t nanoseconds = 0;
-};
-
-double uneven_tick(void* context) {
-  auto& time = *static_cast<UnevenTime*>(context);
-  time.nanoseconds += static_cast<int64_t>(time.random() % 700);
-  return static_cast<double>(time.nanoseconds) / 1e6;
-}
-
-void uneven_sleep(void* context, uint32_t milliseconds) {
-  auto& time = *static_cast<UnevenTime*>(context);
-  time.nanoseconds += milliseconds * int64_t{1'000'000};
-  time.nanoseconds += static_cast<int64_t>(time.random() % 900'000);
-}
+Shelf* shelf_in_use = nullptr;
 
 } // namespace
 
@@ -67,8 +49,12 @@ void play_and_record(Player& player, Shelf& shelf, std::vector<std::string>& tol
   recording::Recorder here(shelf.opener(),
                            [&told](const std::string& line) { told.push_back(line); });
   recorder = &here;
+  shelf_in_use = &shelf;
   recording_host().on_frame = [&player] { recording_host().keys = player.keys(); };
-  wiring.frame_ended = [] { recorder->frame_ended(); };
+  wiring.frame_ended = [] {
+    shelf_in_use->after_frame();
+    recorder->frame_ended();
+  };
   static char name[] = "kavo";
   char* arguments[] = {name, nullptr};
   static_cast<void>(run_program(1, arguments));
@@ -77,11 +63,32 @@ void play_and_record(Player& player, Shelf& shelf, std::vector<std::string>& tol
   recording_host().on_frame = {};
 }
 
-void let_clock_run_unevenly() {
-  static UnevenTime time;
-  time = {};
-  const qor_clock clock = {.tick = uneven_tick, .sleep = uneven_sleep, .context = &time};
+struct PlayersClock::Time {
+  bool is_uneven;
+  std::mt19937_64 random{4};
+  int64_t nanoseconds = 0;
+
+  void pass(int64_t duration, uint64_t noise) {
+    nanoseconds += duration + (is_uneven ? static_cast<int64_t>(random() % noise) : 0);
+  }
+  static double tick(void* context) {
+    auto& time = *static_cast<Time*>(context);
+    time.pass(0, 700);
+    return static_cast<double>(time.nanoseconds) / 1e6;
+  }
+  static void sleep(void* context, uint32_t milliseconds) {
+    static_cast<Time*>(context)->pass(milliseconds * int64_t{1'000'000}, 900'000);
+  }
+};
+
+PlayersClock::PlayersClock(bool is_uneven)
+    : time_(std::make_unique<Time>(Time{.is_uneven = is_uneven})), before_(qor_clock_in_use()) {
+  const qor_clock clock = {.tick = Time::tick, .sleep = Time::sleep, .context = time_.get()};
   qor_set_clock(&clock);
+}
+
+PlayersClock::~PlayersClock() {
+  qor_set_clock(&before_);
 }
 
 } // namespace kavo::test
