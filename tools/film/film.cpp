@@ -1,6 +1,8 @@
 // kavo-film: what the game looks like in motion, and how much of it flashes.
 //   kavo-film tip [--calm[=share]] <folder> [seed]
 //       the pictures before, during and after a tip: 0000.png, …
+//   kavo-film recording <file> <folder> [from second] [seconds]
+//       pictures and sound of a recorded game, 25 a second: 0000.png, …, sound.wav
 //   kavo-film flashes [--calm[=share]] [games] [frames] [frames for a key]
 //       counts the flashes of so many games of so many frames
 // With --calm as a calm display shows them (host/screen/calm_display.h), by another share of 256 if
@@ -29,6 +31,7 @@
 #include "tools/film/field_of_vision.h"
 #include "tools/film/flashes.h"
 #include "tools/film/player.h"
+#include "tools/film/recorded.h"
 #include "tools/film/studio.h"
 
 namespace {
@@ -192,10 +195,17 @@ int run(std::vector<std::string> words) {
   const std::string what = words.empty() ? "" : words[0];
   if (what == "tip" && words.size() > 1)
     return film_tip(std::filesystem::absolute(words[1]), number_or(words, 2, 1), calm);
+  if (what == "recording" && words.size() > 2) {
+    kavo::film::film_recording(words[1], words[2],
+                               {.from_seconds = static_cast<double>(number_or(words, 3, 0)),
+                                .seconds = static_cast<double>(number_or(words, 4, 1'000'000))});
+    return EXIT_SUCCESS;
+  }
   if (what == "flashes")
     return count_flashes(number_or(words, 1, 30), number_or(words, 2, 7500),
                          number_or(words, 3, 10), calm);
   std::cerr << "usage: kavo-film tip [--calm[=share]] <folder> [seed]\n"
+               "       kavo-film recording <file> <folder> [from second] [seconds]\n"
                "       kavo-film flashes [--calm[=share]] [games] [frames] [frames for a key]\n";
   return 2;
 }
