@@ -112,8 +112,8 @@ protected:
 
   // One picture at which the player does the first deed; the others while the game stands still,
   // before which `look` is called each time.
-  void play(const Played& program, const std::vector<std::string>& deeds,
-            const std::function<void(size_t)>& look = {}) {
+  static void play(const Played& program, const std::vector<std::string>& deeds,
+                   const std::function<void(size_t)>& look = {}) {
     size_t done = 0;
     stage().wait = [&](EventSink& sink) {
       if (look)

@@ -16,7 +16,6 @@
 namespace {
 
 using kavo::host::BoundKeys;
-using kavo::host::Control;
 using kavo::host::Controllers;
 using kavo::host::ControlPress;
 using kavo::host::EventSink;
