@@ -27,8 +27,8 @@ pictures = pathlib.Path(sys.argv[2])
 language = "{http://www.w3.org/XML/1998/namespace}lang"
 
 
-def languages(element):
-    return sorted(child.get(language, "") for child in element)
+def languages(elements):
+    return sorted(element.get(language, "") for element in elements)
 
 
 assert component.find("developer").get("id"), "no developer's id"
@@ -40,10 +40,14 @@ assert schemes == {"light", "dark"}, schemes
 screenshots = component.findall("screenshots/screenshot")
 assert len(screenshots) >= 2
 for screenshot in screenshots:
-    captions = sorted(caption.get(language, "") for caption in screenshot.findall("caption"))
+    captions = languages(screenshot.findall("caption"))
     assert captions == ["", "de"], captions
-    picture = pictures / screenshot.find("image").text.rsplit("/", 1)[1]
-    assert picture.is_file(), picture
+    images = screenshot.findall("image")
+    assert languages(images) in ([""], ["", "de"]), captions
+    for image in images:
+        picture = pictures / image.text.rsplit("/", 1)[1]
+        assert picture.is_file(), picture
+assert any(len(screenshot.findall("image")) == 2 for screenshot in screenshots), "none has German words"
 PYTHON
 }
 

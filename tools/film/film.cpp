@@ -1,6 +1,8 @@
 // kavo-film: what the game looks like in motion, and how much of it flashes.
 //   kavo-film tip [--calm[=share]] <folder> [seed]
 //       the pictures before, during and after a tip: 0000.png, …
+//   kavo-film help <file> <language> [seed]
+//       the help above a game, in English (en) or German (de), as a picture
 //   kavo-film recording <file> <folder> [from second] [seconds]
 //       pictures and sound of a recorded game, 25 a second: 0000.png, …, sound.wav
 //   kavo-film flashes [--calm[=share]] [games] [frames] [frames for a key]
@@ -30,6 +32,7 @@
 #include "tests/support/temporary_folder.h"
 #include "tools/film/field_of_vision.h"
 #include "tools/film/flashes.h"
+#include "tools/film/help_page.h"
 #include "tools/film/player.h"
 #include "tools/film/recorded.h"
 #include "tools/film/studio.h"
@@ -201,10 +204,16 @@ int run(std::vector<std::string> words) {
                                 .seconds = static_cast<double>(number_or(words, 4, 1'000'000))});
     return EXIT_SUCCESS;
   }
+  if (what == "help" && words.size() > 2)
+    return kavo::film::film_help_page(std::filesystem::absolute(words[1]), words[2],
+                                      number_or(words, 3, 1))
+               ? EXIT_SUCCESS
+               : EXIT_FAILURE;
   if (what == "flashes")
     return count_flashes(number_or(words, 1, 30), number_or(words, 2, 7500),
                          number_or(words, 3, 10), calm);
   std::cerr << "usage: kavo-film tip [--calm[=share]] <folder> [seed]\n"
+               "       kavo-film help <file> <language> [seed]\n"
                "       kavo-film recording <file> <folder> [from second] [seconds]\n"
                "       kavo-film flashes [--calm[=share]] [games] [frames] [frames for a key]\n";
   return 2;
