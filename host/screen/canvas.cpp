@@ -107,7 +107,9 @@ void Canvas::paint_within(std::span<const Area> areas) const {
     if (!tiles_.are_changed_within(shape.columns, shape.rows))
       return;
     for (const Area& area : areas)
-      painter(area).paint(shape);
+      if (!common_part(area.columns(), shape.columns).is_empty() &&
+          !common_part(area.rows(), shape.rows).is_empty())
+        painter(area).paint(shape);
   });
 }
 

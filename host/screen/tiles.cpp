@@ -51,7 +51,7 @@ Tiles::Tiles(int width, int height)
       columns_(((width - 1) >> width_bits_) + 1), rows_((height - 1) / tile_height + 1),
       prints_(static_cast<size_t>(columns_) * static_cast<size_t>(rows_), print_of_colour(0)),
       settled_(prints_), changed_at_(prints_.size(), version_),
-      changed_(static_cast<size_t>(rows_)) {
+      row_changed_at_(static_cast<size_t>(rows_), version_), changed_(static_cast<size_t>(rows_)) {
   areas_.reserve(most_areas + static_cast<size_t>(rows_) + most_columns);
 }
 
@@ -104,32 +104,43 @@ void Tiles::spoil(Range rows) {
   const size_t count = tile_at(0, among.end) - first;
   std::copy_n(&prints_[first], count, &settled_[first]);
   std::fill_n(&changed_at_[first], count, version_);
+  std::fill_n(&row_changed_at_[static_cast<size_t>(among.begin)], among.end - among.begin,
+              version_);
 }
 
-template<typename Is>
-void Tiles::find(Is is, Masks& masks) const {
-  size_t tile = 0;
-  for (uint64_t& mask : masks) {
-    mask = 0;
-    for (int column = 0; column < columns_; ++column, ++tile)
-      mask |= static_cast<uint64_t>(is(tile)) << static_cast<unsigned>(column);
-  }
+std::span<uint64_t> Tiles::row_of(std::vector<uint64_t>& tiles, int row) const {
+  return {&tiles[tile_at(0, row)], static_cast<size_t>(columns_)};
+}
+
+// Gives the tiles that have come to differ, which few rows have.
+uint64_t Tiles::settle_row(int row) {
+  const std::span<uint64_t> prints = row_of(prints_, row);
+  const std::span<uint64_t> settled = row_of(settled_, row);
+  if (std::ranges::equal(prints, settled))
+    return 0;
+  const std::span<uint64_t> changed_at = row_of(changed_at_, row);
+  uint64_t mask = 0;
+  for (size_t column = 0; column < prints.size(); ++column)
+    if (prints[column] != settled[column]) {
+      mask |= uint64_t{1} << column;
+      changed_at[column] = version_ + 1;
+    }
+  std::ranges::copy(prints, settled.begin());
+  row_changed_at_[static_cast<size_t>(row)] = version_ + 1;
+  return mask;
 }
 
 const std::vector<Area>& Tiles::settle() {
-  find([this](size_t tile) { return prints_[tile] != settled_[tile]; }, changed_);
   int count = 0;
-  for (const uint64_t mask : changed_)
-    count += std::popcount(mask);
+  for (int row = 0; row < rows_; ++row) {
+    const uint64_t mask = settle_row(row);
+    changed_[static_cast<size_t>(row)] = mask;
+    if (mask != 0)
+      count += std::popcount(mask);
+  }
   is_most_ = 2 * count > columns_ * rows_;
+  version_ += count > 0 ? 1 : 0;
   find_areas(changed_, areas_);
-  if (count == 0)
-    return areas_;
-  ++version_;
-  for (size_t tile = 0; tile < prints_.size(); ++tile)
-    if (prints_[tile] != settled_[tile])
-      changed_at_[tile] = version_;
-  std::ranges::copy(prints_, settled_.begin());
   return areas_;
 }
 
@@ -150,7 +161,11 @@ std::vector<Area> Tiles::changed_since(uint64_t version) const {
   if (version == version_)
     return areas;
   Masks masks(static_cast<size_t>(rows_));
-  find([this, version](size_t tile) { return changed_at_[tile] > version; }, masks);
+  for (int row = 0; row < rows_; ++row)
+    if (row_changed_at_[static_cast<size_t>(row)] > version)
+      for (int column = 0; column < columns_; ++column)
+        masks[static_cast<size_t>(row)] |=
+            uint64_t{changed_at_[tile_at(column, row)] > version ? 1U : 0U} << column;
   find_areas(masks, areas);
   return areas;
 }

@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "host/screen/area.h"
@@ -55,8 +56,8 @@ private:
   }
   uint64_t bits_of(Range columns) const;
   static Range tile_rows(Range rows);
-  template<typename Is>
-  void find(Is is, Masks& masks) const;
+  std::span<uint64_t> row_of(std::vector<uint64_t>& tiles, int row) const;
+  uint64_t settle_row(int row);
   void find_areas(Masks& masks, std::vector<Area>& areas) const;
   void find_exact_areas(const Masks& masks, size_t most, std::vector<Area>& areas) const;
   Area area_of(int first_column, int column_count, int row) const;
@@ -70,6 +71,7 @@ private:
   std::vector<uint64_t> prints_;  // of what is drawn
   std::vector<uint64_t> settled_; // of the picture
   std::vector<uint64_t> changed_at_;
+  std::vector<uint64_t> row_changed_at_; // the latest of each row of tiles
   bool is_most_ = false;
   Masks changed_;
   std::vector<Area> areas_;
