@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <cstdlib>
+#include <filesystem>
 #include <utility>
 
 #include "host/command.h"
@@ -54,6 +55,12 @@ std::unique_ptr<sound::Player> make_sound(Platform& platform) {
       [&platform](const std::string& line) { platform.tell(line); });
 }
 
+// What players have set is for this game: another program that the host carries has none of it.
+bool is_this_game(int argument_count, const char* const* arguments) {
+  return argument_count >= 1 && arguments != nullptr && arguments[0] != nullptr &&
+         std::filesystem::path(arguments[0]).filename() == "kavo";
+}
+
 } // namespace
 
 Host::Host(std::unique_ptr<Platform> platform)
@@ -69,9 +76,9 @@ Host::~Host() {
 }
 
 void Host::start(int argument_count, const char* const* arguments) {
-  const bool is_named = argument_count >= 1 && arguments != nullptr;
-  const std::string_view word = is_named && argument_count > 1 ? arguments[1] : "";
-  has_settings_ = is_named && word != "shot";
+  const bool has_arguments = argument_count > 1 && arguments != nullptr;
+  const std::string_view word = has_arguments ? arguments[1] : "";
+  has_settings_ = is_this_game(argument_count, arguments) && word != "shot";
   is_played_ = has_settings_ && word != "--replay";
   if (word != "--replay")
     start_scores(argument_count, arguments);
@@ -127,7 +134,8 @@ void Host::open_screen(const ScreenRequest& request) {
   ScreenRequest wanted = request;
   wanted.is_full_screen = wish.is_full_screen.value_or(remembered_place_.has_value() &&
                                                        remembered_place_->is_full_screen);
-  wanted.scale = wish.scale.value_or(request.scale);
+  if (wish.scale)
+    wanted.scale = *wish.scale;
   wanted.may_grow = has_settings_ && !wish.scale;
   if (!wish.scale)
     wanted.place = remembered_place_;

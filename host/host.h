@@ -54,9 +54,9 @@ public:
   void end_frame(int64_t token);
 
   // Before anything else is asked of it, by the program's arguments: none is a program of no name,
-  // which nobody plays: it has neither scores nor settings, a scene has no settings either, and
-  // what shows a recorded game has no scores. Ends the program, with status 0, when another one has
-  // the scores.
+  // which nobody plays: it has neither scores nor settings, a scene and programs that are not
+  // called kavo have no settings either, and what shows a recorded game has no scores. Ends the
+  // program, with status 0, when another one has the scores.
   void start(int argument_count, const char* const* arguments);
 
   // Replaces the screen that may be open.

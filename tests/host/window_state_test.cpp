@@ -102,9 +102,10 @@ protected:
 
   // A game that the player leaves with the window like this. How it asked for it.
   static kavo::host::ScreenRequest play(const WindowPlace& left,
-                                        const std::vector<const char*>& words = {"kavo"}) {
+                                        const std::vector<const char*>& words = {"kavo"},
+                                        double scale = 1) {
     const Played program(words);
-    program.send("SCREEN", 660, 800, "x", 1);
+    program.send("SCREEN", 660, 800, "x", scale);
     kavo::host::ScreenRequest request = stage().requests.back();
     stage().place = left;
     program.send("GFX.CLOSE");
@@ -125,6 +126,21 @@ TEST_F(RememberedWindow, IsAskedForAtTheNextStart) {
   EXPECT_EQ(play(filling).place, moved);
   EXPECT_TRUE(play(filling).is_full_screen);
   EXPECT_EQ(read_window_state(folder), filling);
+}
+
+TEST_F(RememberedWindow, HasAnyScaleThatTheProgramNames) {
+  for (const double scale : {0.5, 1.5, 2.25})
+    EXPECT_EQ(play(moved, {"kavo"}, scale).scale, scale);
+}
+
+TEST_F(RememberedWindow, IsNoOtherProgramsWindow) {
+  for (const char* name : {"another", "", "/usr/games/kavorik"}) {
+    const auto request = play(moved, {name});
+    EXPECT_FALSE(request.may_grow) << name;
+    EXPECT_EQ(request.place, std::nullopt) << name;
+    EXPECT_EQ(read_window_state(folder), std::nullopt) << name;
+  }
+  EXPECT_TRUE(play(moved, {"/usr/libexec/kavo/kavo"}).may_grow);
 }
 
 TEST_F(RememberedWindow, StaysAsItIsWhereOptionsGoBeforeIt) {
