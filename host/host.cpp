@@ -143,15 +143,18 @@ void Host::open_screen(const ScreenRequest& request) {
   opened_place_ = screen.presenter().place();
 }
 
+// Closed first, which frees descriptors that the file may need.
 void Host::close_screen() {
-  remember_window();
+  const std::optional<WindowPlace> place = place_to_remember();
   screen.close();
+  if (place)
+    write_window_state(platform_->state_folder(), *place);
 }
 
 // What was asked for this game only is not kept, unless the player has changed it since.
-void Host::remember_window() {
+std::optional<WindowPlace> Host::place_to_remember() {
   if (!is_played_ || !screen.is_open() || !opened_place_)
-    return;
+    return {};
   WindowPlace place = *screen.presenter().place();
   const WindowWish& wish = settings_.window();
   if (wish.is_full_screen && place.is_full_screen == opened_place_->is_full_screen)
@@ -160,12 +163,12 @@ void Host::remember_window() {
       place.width == opened_place_->width && place.height == opened_place_->height;
   if (wish.scale && has_its_size) {
     if (!remembered_place_)
-      return;
+      return {};
     place.width = remembered_place_->width;
     place.height = remembered_place_->height;
     place.corner = remembered_place_->corner;
   }
-  write_window_state(platform_->state_folder(), place);
+  return place;
 }
 
 void Host::start_scores(int argument_count, const char* const* arguments) {
@@ -185,7 +188,8 @@ void Host::start_scores(int argument_count, const char* const* arguments) {
 void Host::leave() {
   sound->shutdown();
   scores.leave();
-  remember_window();
+  if (const auto place = place_to_remember())
+    write_window_state(platform_->state_folder(), *place);
   if (failure_ == nullptr)
     return;
   close_screen();

@@ -84,7 +84,7 @@ private:
   void start_scores(int argument_count, const char* const* arguments);
   void apply_settings();
   void tell_where_games_are_kept();
-  void remember_window();
+  std::optional<WindowPlace> place_to_remember();
   void take_events();
   void stand_still();
   void draw_above(Canvas& canvas);

@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -27,10 +28,13 @@ using host::shown;
 
 constexpr const char* extension = ".kavo";
 
-[[noreturn]] void fail(const char* action, const fs::path& path) {
+std::string failure_to(const char* action, const fs::path& path) {
   const int error = errno;
-  throw std::runtime_error(std::string("cannot ") + action + " " + shown(path.string()) + ": " +
-                           std::strerror(error));
+  return std::string("cannot ") + action + " " + shown(path.string()) + ": " + std::strerror(error);
+}
+
+[[noreturn]] void fail(const char* action, const fs::path& path) {
+  throw NotKept{failure_to(action, path)};
 }
 
 // A digit for each 0, and all else as it is; a second game of the same second has a number behind.
@@ -87,6 +91,26 @@ fs::path numbered(const fs::path& folder, const std::string& name, int number) {
   return folder / (name + (number == 1 ? "" : "-" + std::to_string(number)) + extension);
 }
 
+// The save of a score, which matters more, needs two.
+bool are_descriptors_left(const Descriptor& file) {
+  const Descriptor first(::dup(file.value()));
+  const Descriptor second(::dup(file.value()));
+  return second.is_open();
+}
+
+// Closed, with errno, when it is there already, cannot be made, or takes what a save needs.
+Descriptor make_file(const fs::path& path) {
+  constexpr mode_t for_its_owner = S_IRUSR | S_IWUSR;
+  Descriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, for_its_owner));
+  if (!file.is_open() || (are_descriptors_left(file) && host::make_usable_for_owner(file)))
+    return file;
+  const int error = errno;
+  file.close();
+  ::unlink(path.c_str());
+  errno = error;
+  return file;
+}
+
 class KeptGame final : public Sink {
 public:
   KeptGame(fs::path path, Descriptor file) : path_(std::move(path)), file_(std::move(file)) {}
@@ -113,7 +137,7 @@ private:
 std::string content_of(const Descriptor& file, const fs::path& path) {
   struct stat status = {};
   if (!file.is_open() || ::fstat(file.value(), &status) != 0)
-    fail("read", path);
+    throw std::runtime_error(failure_to("read", path));
   if (!S_ISREG(status.st_mode))
     throw Damaged(shown(path.string()) + ": it is no file");
   std::string content;
@@ -123,7 +147,7 @@ std::string content_of(const Descriptor& file, const fs::path& path) {
     if (count < 0 && errno == EINTR)
       continue;
     if (count < 0)
-      fail("read", path);
+      throw std::runtime_error(failure_to("read", path));
     if (count == 0)
       return content;
     content.append(part, 0, static_cast<size_t>(count));
@@ -153,9 +177,7 @@ std::unique_ptr<Sink> keep_game(const fs::path& folder, const Header& header) {
   fs::path path;
   for (int number = 1; number <= attempts; ++number) {
     path = numbered(folder, name, number);
-    constexpr mode_t for_its_owner = S_IRUSR | S_IWUSR;
-    Descriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, for_its_owner));
-    if (file.is_open() && host::make_usable_for_owner(file))
+    if (Descriptor file = make_file(path); file.is_open())
       return std::make_unique<KeptGame>(path, std::move(file));
     if (errno != EEXIST)
       break;

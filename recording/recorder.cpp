@@ -137,6 +137,8 @@ void Recorder::frame_ended() noexcept {
       begin();
     }
     was_on_title_ = is_on_title;
+  } catch (const NotKept& failure) {
+    give_up(failure.reason);
   } catch (const std::exception& error) {
     give_up(error.what());
   }
@@ -202,6 +204,8 @@ void Recorder::stop() noexcept {
       tape.frame.is_whole = true;
     }
     finish();
+  } catch (const NotKept& failure) {
+    give_up(failure.reason);
   } catch (const std::exception& error) {
     give_up(error.what());
   }

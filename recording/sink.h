@@ -5,7 +5,13 @@
 
 namespace kavo::recording {
 
-// What cannot go on throws std::runtime_error with the reason.
+// Thrown where a recording cannot begin or go on. Without virtual functions: where it is caught no
+// descriptor may be left, which the sanitizers need to look at an object that has some.
+struct NotKept {
+  std::string reason;
+};
+
+// What cannot go on throws NotKept.
 class Sink {
 public:
   virtual ~Sink() = default;

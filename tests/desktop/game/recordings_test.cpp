@@ -98,7 +98,7 @@ TEST(Recordings, NoneIsKeptWhereThePlayerWantsNone) {
   game.enter_name();
   EXPECT_TRUE(game.is_on_title());
   leave(game);
-  EXPECT_FALSE(fs::exists(game.folder / "state"));
+  EXPECT_FALSE(fs::exists(games_folder(game)));
   EXPECT_EQ(verify(game).errors, "kavo: no game is kept in " + games_folder(game) + "\n");
 }
 
