@@ -54,8 +54,8 @@ TEST(RecordingFormat, ComesBackAsItWasCompressedOrNot) {
   expect_small_recording(parsed(packed(small_recording(), false)));
 }
 
-TEST(RecordingFormat, IsSmallerWhenCompressed) {
-  EXPECT_LT(packed(small_recording()).size(), 300U);
+TEST(RecordingFormat, IsSmallerWhereItCanBeCompressed) {
+  EXPECT_EQ(packed(small_recording()).size() < 300, KAVO_COMPRESSES == 1);
   EXPECT_GT(packed(small_recording(), false).size(), 5000U);
 }
 
